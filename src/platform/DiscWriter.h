@@ -1,0 +1,112 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Which discs a writer is asked for. The numbers are the medium codes.
+enum class DiscFamily : std::int16_t { Cd = 0, Dvd = 1 };
+
+/// What a progress event reports on.
+enum class DiscOperation : std::int16_t {
+    None = 0,
+    EraseInProgress = 1,
+    Erasing = 2,
+    Preparing = 10,
+    Writing = 11,
+    Finished = 12,
+};
+
+/// The stage of DiscOperation::Writing.
+enum class WritingStage : std::int16_t { FillingBuffer = 0, WritingTrack = 1, ClosingTrack = 2 };
+
+enum class DiscPresence : std::int16_t { None = 0, Ready = 1, Unrecognized = 2 };
+
+/// Media kind codes.
+enum class MediaKind : std::int16_t {
+    CdRom = 0,
+    CdR = 1,
+    CdRw = 2,
+    DvdRom = 3,
+    DvdPlusR = 4,
+    DvdPlusRw = 5,
+    DvdMinusR = 6,
+    DvdMinusRw = 7,
+    DvdRam = 8,
+    DvdPlusRDl = 9,
+    Other = 99,
+};
+
+enum class DiscStatus : std::int16_t { Blank = 0, Open = 1, Closed = 2, Unknown = 3 };
+
+/// What a writer tells the window that made it. All calls arrive on the thread that created the writer, in the order
+/// in which things happened, while that thread handles its messages.
+class DiscWriterEvents {
+  public:
+    virtual ~DiscWriterEvents() = default;
+    virtual void ErrorEx(std::int32_t errCode, const std::wstring& errDescr) = 0;
+    virtual void MediaChange() = 0;
+    virtual void OperationProgress(std::int16_t percent) = 0;
+};
+
+/// The two error codes that the windows do not show: an operation that was stopped on request, and a drive without a
+/// disc. The system gives neither a text that helps the user.
+constexpr std::int32_t DiscErrorAborted = -104;
+constexpr std::int32_t DiscErrorNoDisc = -101;
+
+/// One disc-writer component: the drives of one disc family, one of them current. Used on the thread that created it.
+/// Failures of the drive never throw; they arrive as `ErrorEx`. Reading the disc's state without a disc gives zeros.
+class DiscWriter {
+  public:
+    virtual ~DiscWriter() = default;
+
+    /// Where events go; null for nowhere. Nothing arrives after the call that sets null.
+    virtual void SetEvents(DiscWriterEvents* events) = 0;
+
+    virtual DiscOperation CurrentOperation() const = 0;
+    virtual WritingStage CurrentStage() const = 0;
+
+    virtual DiscPresence Presence() const = 0;
+    virtual MediaKind Kind() const = 0;
+    virtual DiscStatus Status() const = 0;
+    /// Whether the drive can write to the disc in its present state.
+    virtual bool IsWritable() const = 0;
+    /// The writer's own flag for a DVD that can be written now.
+    virtual bool IsDvdReady() const = 0;
+    virtual std::uint64_t UsedBytes() const = 0;
+    virtual std::uint64_t TotalBytes() const = 0;
+    virtual std::uint64_t FreeBytes() const = 0;
+
+    /// The writer drives of this family, such as "VENDOR PRODUCT (G:)".
+    virtual std::vector<std::wstring> WriterNames() const = 0;
+    /// Makes the drive at `index` (from 0) of WriterNames current.
+    virtual void SelectWriter(int index) = 0;
+
+    /// Asks for a write speed (multiples of the family's single speed); the drive may settle on another.
+    virtual void SetWriteSpeed(double speed) = 0;
+    /// The speed on which the drive settled.
+    virtual double WriteSpeed() const = 0;
+    /// The label of the volume to be written; made acceptable where it is not.
+    virtual void SetVolumeLabel(const std::wstring& label) = 0;
+    /// Adds a file to the root of the image to be written, under its own name.
+    virtual void AddFile(const std::wstring& path) = 0;
+
+    /// Starts writing the image and returns; the rest runs under events.
+    virtual void StartWrite() = 0;
+    /// Asks the running operation to stop and returns; the drive ends in its own time.
+    virtual void Abort() = 0;
+    /// Starts an erase and returns; quick clears the table of contents only.
+    virtual void Erase(bool isQuick) = 0;
+    /// Ends the component: no further event arrives. A running operation is stopped and waited for, while messages
+    /// are handled.
+    virtual void ShutDown() = 0;
+};
+
+/// Makes writer components.
+class DiscWriters {
+  public:
+    virtual ~DiscWriters() = default;
+    /// A new component, owned by the caller. Throws when the system's image mastering cannot be reached.
+    virtual std::unique_ptr<DiscWriter> Create(DiscFamily family) = 0;
+};

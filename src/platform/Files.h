@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The direct entries of a folder: names only, in the system's order.
+struct FolderContents {
+    std::vector<std::wstring> files;
+    std::vector<std::wstring> folders;
+};
+
+struct FolderMeasure {
+    std::uint64_t fileCount = 0;
+    std::uint64_t sizeBytes = 0;
+};
+
+/// A file being written; closed by its destructor, and by `Close`, which reports what the last bytes met.
+class OutputFile {
+  public:
+    virtual ~OutputFile() = default;
+    /// Appends the bytes. Throws 61 (disk full), 57 or 75.
+    virtual void Write(std::string_view bytes) = 0;
+    /// Writes what is buffered and closes. Throws as `Write`.
+    virtual void Close() = 0;
+};
+
+/// Files and folders. Paths are plain strings with backslashes.
+/// Failures are run-time errors: 53 file not found, 76 path not found, 70 permission denied, 61 disk full,
+/// 71 disk not ready, 57 device I/O error, 75 for the rest.
+class Files {
+  public:
+    virtual ~Files() = default;
+    virtual bool FileExists(const std::wstring& path) const = 0;
+    virtual bool FolderExists(const std::wstring& path) const = 0;
+    /// The shell's directory test: false for anything that is missing.
+    virtual bool IsDirectory(const std::wstring& path) const = 0;
+    virtual std::uint64_t FileSize(const std::wstring& path) const = 0;
+    virtual FolderContents Contents(const std::wstring& folder) const = 0;
+    /// Names, files and folders alike ("." and ".." left out), that match a pattern such as "C:\Data\Rep*".
+    virtual std::vector<std::wstring> Find(const std::wstring& pattern) const = 0;
+    /// Files and bytes below a folder, sub-folders included. Names that begin with "." are skipped, links are not
+    /// followed, unreadable folders count as empty. A missing folder measures zero.
+    virtual FolderMeasure Measure(const std::wstring& folder) const = 0;
+    /// The whole file.
+    virtual std::string Read(const std::wstring& path) const = 0;
+    /// Creates or truncates a file.
+    virtual std::unique_ptr<OutputFile> Create(const std::wstring& path) = 0;
+    /// Copies over whatever `target` was.
+    virtual void Copy(const std::wstring& source, const std::wstring& target) = 0;
+    /// Forces what the system still holds of the file to the device.
+    virtual void Flush(const std::wstring& path) = 0;
+    virtual void Delete(const std::wstring& path) = 0;
+    virtual void CreateFolder(const std::wstring& path) = 0;
+    /// Deletes the folder with all it holds, read-only entries excepted (70 when one is met).
+    virtual void DeleteFolder(const std::wstring& path) = 0;
+};
