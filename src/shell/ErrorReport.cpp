@@ -1,0 +1,32 @@
+#include "shell/ErrorReport.h"
+
+#include "platform/EventLog.h"
+#include "platform/MessageBoxes.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+#include <new>
+
+void ReportError(Application& app, const std::wstring& procedure, std::int32_t number, const std::wstring& description,
+                 std::int16_t line) {
+    const std::wstring message = app.Text(1) + std::to_wstring(number) + L" (" + description + L")" + app.Text(2) +
+                                 procedure + app.Text(3) + std::to_wstring(line) + L"\r\n\r\n" + app.Text(4);
+    app.machine.eventLog.WriteError(message);
+    app.machine.messageBoxes.Show(message, app.Text(5), box::Critical);
+}
+
+void ReportCurrentException(Application& app, const std::wstring& procedure) {
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        ReportError(app, procedure, error.Number(), error.Description());
+    } catch (const std::bad_alloc&) {
+        const auto number = static_cast<std::int32_t>(ErrorNumber::OutOfMemory);
+        ReportError(app, procedure, number, DescriptionOf(number));
+    } catch (const std::exception& error) {
+        ReportError(app, procedure, static_cast<std::int32_t>(ErrorNumber::InvalidCall), FromAnsi(error.what()));
+    } catch (...) {
+        const auto number = static_cast<std::int32_t>(ErrorNumber::InvalidCall);
+        ReportError(app, procedure, number, DescriptionOf(number));
+    }
+}
