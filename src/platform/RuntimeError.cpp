@@ -28,6 +28,8 @@ std::wstring DescriptionOf(std::int32_t number) {
         return L"Path/File access error";
     case ErrorNumber::PathNotFound:
         return L"Path not found";
+    case ErrorNumber::CannotCreateObject:
+        return L"ActiveX component can't create object";
     case ErrorNumber::KeyAlreadyPresent:
         return L"This key is already associated with an element of this collection";
     default:

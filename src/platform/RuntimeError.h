@@ -18,6 +18,7 @@ enum class ErrorNumber : std::int32_t {
     DiskNotReady = 71,
     PathFileAccessError = 75,
     PathNotFound = 76,
+    CannotCreateObject = 429,
     KeyAlreadyPresent = 457,
 };
 
