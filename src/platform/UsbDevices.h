@@ -10,8 +10,9 @@
 class StorageDevice {
   public:
     virtual ~StorageDevice() = default;
-    /// The bus type of the standard storage device descriptor (7 is USB); nothing when the query fails.
-    virtual std::optional<std::uint32_t> BusType() = 0;
+    /// Asks by `controlCode` (the storage property query) for the standard device descriptor and gives its bus type
+    /// (7 is USB); nothing when the query fails.
+    virtual std::optional<std::uint32_t> BusType(std::uint32_t controlCode) = 0;
 };
 
 /// What the program asks about the USB bus.
