@@ -1,0 +1,22 @@
+#include "shell/ApplicationForm.h"
+
+#include "ui/MessagePump.h"
+
+ApplicationForm::ApplicationForm(Application& app, int templateId, const wchar_t* module)
+    : ui::Form(templateId), app_(app), module_(module) {}
+
+void ApplicationForm::SetCaptions(std::span<const ui::Caption> captions) {
+    for (const ui::Caption& caption : captions) ui::Control(*this, caption.controlId).SetText(Text(caption.textId));
+}
+
+void ApplicationForm::OnUnhandledException() noexcept {
+    ReportCurrentException(app_, L"WindowProc, module " + module_);
+}
+
+void FormMessageLoop::RunPending() {
+    ui::RunPendingMessages();
+}
+
+void FormMessageLoop::SetPointer(Pointer pointer) {
+    ui::ShowHourglass(pointer == Pointer::Hourglass);
+}

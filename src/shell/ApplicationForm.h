@@ -1,0 +1,55 @@
+#pragma once
+
+#include "archive/ProgressBar.h"
+#include "platform/MessageLoop.h"
+#include "shell/Application.h"
+#include "shell/ErrorReport.h"
+#include "ui/Controls.h"
+
+#include <span>
+#include <string>
+#include <utility>
+
+/// A form that knows the application: its texts, its messages and its way of reporting failures.
+class ApplicationForm : public ui::Form {
+  public:
+    /// `module` is the name under which failures are reported, such as "frmMain".
+    ApplicationForm(Application& app, int templateId, const wchar_t* module);
+
+  protected:
+    /// Runs a procedure's steps under its fixed label.
+    template<typename Steps>
+    auto Guarded(const wchar_t* procedure, Steps&& steps) {
+        return ::Guarded(app_, procedure, std::forward<Steps>(steps));
+    }
+    std::wstring Text(int id) const { return app_.Text(id); }
+    /// Gives each control of the table its text in the user's language.
+    void SetCaptions(std::span<const ui::Caption> captions);
+    void OnUnhandledException() noexcept override;
+
+    Application& app_;
+
+  private:
+    std::wstring module_;
+};
+
+/// A progress bar control as long work sees it.
+class ControlProgress final : public ProgressBar {
+  public:
+    explicit ControlProgress(ui::ProgressBarControl& bar) : bar_(bar) {}
+    std::int32_t Min() const override { return bar_.Min(); }
+    std::int32_t Max() const override { return bar_.Max(); }
+    void SetRange(std::int32_t min, std::int32_t max) override { bar_.SetRange(min, max); }
+    std::int32_t Value() const override { return bar_.Value(); }
+    void SetValue(std::int32_t value) override { bar_.SetValue(value); }
+
+  private:
+    ui::ProgressBarControl& bar_;
+};
+
+/// The user-interface thread's real messages and pointer.
+class FormMessageLoop final : public MessageLoop {
+  public:
+    void RunPending() override;
+    void SetPointer(Pointer pointer) override;
+};

@@ -1,0 +1,133 @@
+#include "ui/Controls.h"
+
+namespace ui {
+
+LRESULT Control::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return SendMessageW(Handle(), message, wParam, lParam);
+}
+
+void Control::Enable(bool isEnabled) {
+    HWND window = Handle();
+    // A disabled window that keeps the focus swallows the keyboard.
+    if (!isEnabled && GetFocus() == window && window != nullptr) SendMessageW(form_.Handle(), WM_NEXTDLGCTL, 0, FALSE);
+    EnableWindow(window, isEnabled);
+}
+
+bool Control::IsEnabled() const {
+    return IsWindowEnabled(Handle()) != FALSE;
+}
+
+void Control::SetText(const std::wstring& text) {
+    if (Text() != text) SetWindowTextW(Handle(), text.c_str());
+}
+
+std::wstring Control::Text() const {
+    HWND window = Handle();
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+void Control::SetFocus() {
+    SendMessageW(form_.Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Handle()), TRUE);
+}
+
+bool Control::HasFocus() const {
+    return GetFocus() == Handle() && Handle() != nullptr;
+}
+
+BoundsTwips Control::Bounds() const {
+    return BoundsOf(Handle());
+}
+
+void Control::Move(const BoundsTwips& bounds) {
+    MoveTo(Handle(), bounds);
+}
+
+void Control::SetWidth(int widthTwips) {
+    BoundsTwips bounds = Bounds();
+    bounds.width = widthTwips;
+    Move(bounds);
+}
+
+void Control::SetTop(int topTwips) {
+    BoundsTwips bounds = Bounds();
+    bounds.top = topTwips;
+    Move(bounds);
+}
+
+void Control::Refresh() {
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void Option::Select(int firstId, int lastId) {
+    CheckRadioButton(Owner().Handle(), firstId, lastId, Id());
+}
+
+void ComboBox::Add(const std::wstring& text) {
+    Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+std::wstring ComboBox::Item(int row) const {
+    const LRESULT length = Send(CB_GETLBTEXTLEN, static_cast<WPARAM>(row));
+    if (row < 0 || length == CB_ERR) return {};
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    Send(CB_GETLBTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+void ListBox::Add(const std::wstring& text) {
+    Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void ListBox::SetItems(const std::vector<std::wstring>& items) {
+    Send(WM_SETREDRAW, FALSE);
+    Clear();
+    Send(LB_INITSTORAGE, items.size(), static_cast<LPARAM>(items.size() * 64));
+    for (const std::wstring& item : items) Add(item);
+    Send(WM_SETREDRAW, TRUE);
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+std::wstring ListBox::Item(int row) const {
+    const LRESULT length = Send(LB_GETTEXTLEN, static_cast<WPARAM>(row));
+    if (row < 0 || length == LB_ERR) return {};
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    Send(LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+std::vector<int> ListBox::SelectedRows() const {
+    const LRESULT count = Send(LB_GETSELCOUNT);
+    if (count <= 0) return {};
+    std::vector<int> rows(static_cast<std::size_t>(count));
+    Send(LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
+    return rows;
+}
+
+void StatusBar::SetPanels(const std::vector<int>& widthsTwips) {
+    std::vector<int> edges;
+    int edge = 0;
+    for (const int width : widthsTwips) edges.push_back(edge += PixelsFromTwips(width, Handle()));
+    if (!edges.empty()) edges.back() = -1;
+    Send(SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+}
+
+void StatusBar::SetPanelText(int panel, const std::wstring& text) {
+    Send(SB_SETTEXTW, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+std::wstring StatusBar::PanelText(int panel) const {
+    std::wstring text(static_cast<std::size_t>(LOWORD(Send(SB_GETTEXTLENGTHW, static_cast<WPARAM>(panel)))) + 1, L'\0');
+    Send(SB_GETTEXTW, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(text.data()));
+    text.pop_back();
+    return text;
+}
+
+void StatusBar::SetPanelToolTip(int panel, const std::wstring& text) {
+    Send(SB_SETTIPTEXTW, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+} // namespace ui

@@ -1,0 +1,140 @@
+#pragma once
+
+#include "ui/Form.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+/// A control of a form, by its number. It looks its window up on each use, so it may be declared before the form is
+/// loaded and outlive it; on a form that is not loaded every call is without effect.
+class Control {
+  public:
+    Control(Form& form, int id) : form_(form), id_(id) {}
+
+    int Id() const { return id_; }
+    HWND Handle() const { return form_.ControlHandle(id_); }
+    void Enable(bool isEnabled);
+    bool IsEnabled() const;
+    void Show(bool isVisible) { form_.SetVisible(id_, isVisible); }
+    /// Whether the control itself is to be seen; a hidden frame around it does not count.
+    bool IsVisible() const { return form_.IsWantedVisible(id_); }
+    void SetText(const std::wstring& text);
+    std::wstring Text() const;
+    void SetFocus();
+    bool HasFocus() const;
+    BoundsTwips Bounds() const;
+    void Move(const BoundsTwips& bounds);
+    void SetWidth(int widthTwips);
+    void SetTop(int topTwips);
+    void Refresh();
+
+  protected:
+    Form& Owner() const { return form_; }
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+
+  private:
+    Form& form_;
+    int id_;
+};
+
+class Label : public Control {
+  public:
+    using Control::Control;
+    void SetColor(COLORREF color) { Owner().SetTextColor(Id(), color); }
+    COLORREF Color() const { return Owner().TextColor(Id()); }
+};
+
+class Button : public Control {
+  public:
+    using Control::Control;
+    void OnClick(std::function<void()> handler) { Owner().On(Id(), BN_CLICKED, std::move(handler)); }
+    void Click() { Send(BM_CLICK); }
+};
+
+/// A group box; `SetFrame` of the form names what stands in it.
+class Frame : public Control {
+  public:
+    using Control::Control;
+};
+
+/// An option or a check box. Setting it by program raises no click.
+class CheckButton : public Button {
+  public:
+    using Button::Button;
+    /// 0 unchecked, 1 checked, 2 grey.
+    int State() const { return static_cast<int>(Send(BM_GETCHECK)); }
+    void SetState(int state) { Send(BM_SETCHECK, static_cast<WPARAM>(state)); }
+    bool IsChecked() const { return State() == BST_CHECKED; }
+};
+
+class Option : public CheckButton {
+  public:
+    using CheckButton::CheckButton;
+    /// Selects this option and clears the others from `firstId` to `lastId`.
+    void Select(int firstId, int lastId);
+};
+
+class TextBox : public Control {
+  public:
+    using Control::Control;
+    void SetMaxLength(int characters) { Send(EM_SETLIMITTEXT, static_cast<WPARAM>(characters)); }
+    void OnChange(std::function<void()> handler) { Owner().On(Id(), EN_CHANGE, std::move(handler)); }
+};
+
+/// A drop-down list. Rows count from 0; -1 is no row.
+class ComboBox : public Control {
+  public:
+    using Control::Control;
+    void Clear() { Send(CB_RESETCONTENT); }
+    void Add(const std::wstring& text);
+    int Count() const { return static_cast<int>(Send(CB_GETCOUNT)); }
+    std::wstring Item(int row) const;
+    int Selected() const { return static_cast<int>(Send(CB_GETCURSEL)); }
+    std::wstring SelectedText() const { return Item(Selected()); }
+    /// Selects without raising a click.
+    void Select(int row) { Send(CB_SETCURSEL, static_cast<WPARAM>(row)); }
+    void OnSelect(std::function<void()> handler) { Owner().On(Id(), CBN_SELCHANGE, std::move(handler)); }
+};
+
+/// A list box. Rows count from 0; -1 is no row.
+class ListBox : public Control {
+  public:
+    using Control::Control;
+    void Clear() { Send(LB_RESETCONTENT); }
+    void Add(const std::wstring& text);
+    /// Replaces all rows at once, painting once.
+    void SetItems(const std::vector<std::wstring>& items);
+    int Count() const { return static_cast<int>(Send(LB_GETCOUNT)); }
+    std::wstring Item(int row) const;
+    int Selected() const { return static_cast<int>(Send(LB_GETCURSEL)); }
+    void Select(int row) { Send(LB_SETCURSEL, static_cast<WPARAM>(row)); }
+    /// The selected rows of a list in which several can be selected, ascending.
+    std::vector<int> SelectedRows() const;
+    void OnSelect(std::function<void()> handler) { Owner().On(Id(), LBN_SELCHANGE, std::move(handler)); }
+    void OnDoubleClick(std::function<void()> handler) { Owner().On(Id(), LBN_DBLCLK, std::move(handler)); }
+};
+
+class ProgressBarControl : public Control {
+  public:
+    using Control::Control;
+    int Min() const { return static_cast<int>(Send(PBM_GETRANGE, TRUE, 0)); }
+    int Max() const { return static_cast<int>(Send(PBM_GETRANGE, FALSE, 0)); }
+    void SetRange(int min, int max) { Send(PBM_SETRANGE32, static_cast<WPARAM>(min), max); }
+    int Value() const { return static_cast<int>(Send(PBM_GETPOS)); }
+    void SetValue(int value) { Send(PBM_SETPOS, static_cast<WPARAM>(value)); }
+};
+
+class StatusBar : public Control {
+  public:
+    using Control::Control;
+    /// Divides the bar into panels of these widths in twips; the last one takes the rest.
+    void SetPanels(const std::vector<int>& widthsTwips);
+    void SetPanelText(int panel, const std::wstring& text);
+    std::wstring PanelText(int panel) const;
+    void SetPanelToolTip(int panel, const std::wstring& text);
+};
+
+} // namespace ui

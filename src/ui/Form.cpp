@@ -1,0 +1,284 @@
+#include "ui/Form.h"
+
+#include "ui/MessagePump.h"
+
+#include <string>
+
+namespace ui {
+
+namespace {
+
+constexpr const wchar_t* FormProperty = L"Backup.Form";
+constexpr int EraFrameTwips = 375;
+constexpr UINT RunPostedMessage = WM_APP + 1;
+
+INT_PTR Answer(HWND window, LRESULT result) {
+    SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
+    return TRUE;
+}
+
+} // namespace
+
+Form::Form(int templateId) : templateId_(templateId) {}
+
+Form::~Form() {
+    // A derived part is gone by now: the window goes without its handlers.
+    if (window_ != nullptr) {
+        HWND window = window_;
+        RemovePropW(window, FormProperty);
+        window_ = nullptr;
+        DestroyWindow(window);
+    }
+    if (accelerators_ != nullptr) DestroyAcceleratorTable(accelerators_);
+}
+
+Form* Form::Of(HWND window) {
+    return static_cast<Form*>(GetPropW(window, FormProperty));
+}
+
+void Form::Create(Form* owner) {
+    if (window_ != nullptr) return;
+    owner_ = owner;
+    CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateId_),
+                       owner != nullptr ? owner->Handle() : nullptr, DialogProcedure, reinterpret_cast<LPARAM>(this));
+}
+
+void Form::CreateChild(Form& parent, const RECT& place) {
+    Create(&parent);
+    SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_SHOWWINDOW);
+}
+
+void Form::Show() {
+    ShowWindow(window_, SW_SHOWNORMAL);
+    UpdateWindow(window_);
+    RaiseActivate();
+}
+
+void Form::ShowModal(Form* owner) {
+    Create(owner);
+    if (!IsLoaded()) return;
+    HWND ownerWindow = owner != nullptr ? owner->Handle() : nullptr;
+    if (ownerWindow != nullptr) EnableWindow(ownerWindow, FALSE);
+    Show();
+    RunMessagesUntil([this] { return !IsLoaded(); });
+    Unload();
+    // Unload has given the owner its input back before the window went, so that Windows activates the owner.
+    if (owner != nullptr && owner->IsLoaded()) owner->RaiseActivate();
+}
+
+void Form::Unload() {
+    if (window_ == nullptr) return;
+    try {
+        OnUnload();
+    } catch (...) {
+        OnUnhandledException();
+    }
+    HWND window = window_;
+    if (window == nullptr) return;
+    if (owner_ != nullptr && owner_->IsLoaded() && GetAncestor(window, GA_PARENT) == GetDesktopWindow()) {
+        EnableWindow(owner_->Handle(), TRUE);
+    }
+    RemovePropW(window, FormProperty);
+    window_ = nullptr;
+    DestroyWindow(window);
+    posted_.clear();
+    wantedVisible_.clear();
+    textColors_.clear();
+    // A modal loop may be asleep in GetMessage.
+    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+void Form::SetTitle(const std::wstring& title) {
+    SetWindowTextW(window_, title.c_str());
+}
+
+std::wstring Form::Title() const {
+    std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(window_)) + 1, L'\0');
+    title.resize(static_cast<std::size_t>(GetWindowTextW(window_, title.data(), static_cast<int>(title.size()))));
+    return title;
+}
+
+void Form::Refresh() {
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void Form::SetHeightTwips(int heightTwips) {
+    RECT outer{};
+    RECT inner{};
+    GetWindowRect(window_, &outer);
+    GetClientRect(window_, &inner);
+    const int frame = (outer.bottom - outer.top) - inner.bottom;
+    const int eraFrame = PixelsFromTwips(EraFrameTwips, window_);
+    const int height = PixelsFromTwips(heightTwips, window_) + (frame > eraFrame ? frame - eraFrame : 0);
+    SetWindowPos(window_, nullptr, 0, 0, outer.right - outer.left, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::On(int controlId, int code, std::function<void()> handler) {
+    commands_[{controlId, code}] = std::move(handler);
+}
+
+void Form::OnNotify(int controlId, UINT code, std::function<LRESULT(NMHDR&)> handler) {
+    notifications_[{controlId, code}] = std::move(handler);
+}
+
+void Form::Post(std::function<void()> task) {
+    if (window_ == nullptr) return;
+    posted_.push_back(std::move(task));
+    PostMessageW(window_, RunPostedMessage, 0, 0);
+}
+
+void Form::SetVisible(int controlId, bool isVisible) {
+    wantedVisible_[controlId] = isVisible;
+    ApplyVisibility(controlId);
+}
+
+bool Form::IsWantedVisible(int controlId) const {
+    const auto wanted = wantedVisible_.find(controlId);
+    return wanted != wantedVisible_.end() ? wanted->second
+                                          : (GetWindowLongPtrW(ControlHandle(controlId), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+void Form::SetFrame(int frameId, const std::vector<int>& controlIds) {
+    for (const int controlId : controlIds) {
+        wantedVisible_.try_emplace(controlId, IsWantedVisible(controlId));
+        frameOf_[controlId] = frameId;
+        ApplyVisibility(controlId);
+    }
+}
+
+void Form::ApplyVisibility(int controlId) {
+    bool isVisible = IsWantedVisible(controlId);
+    for (auto frame = frameOf_.find(controlId); isVisible && frame != frameOf_.end();
+         frame = frameOf_.find(frame->second)) {
+        isVisible = IsWantedVisible(frame->second);
+    }
+    ShowWindow(ControlHandle(controlId), isVisible ? SW_SHOWNA : SW_HIDE);
+    for (const auto& [heldId, frameId] : frameOf_) {
+        if (frameId == controlId) ApplyVisibility(heldId);
+    }
+}
+
+void Form::SetTextColor(int controlId, COLORREF color) {
+    textColors_[controlId] = color;
+    InvalidateRect(ControlHandle(controlId), nullptr, TRUE);
+}
+
+COLORREF Form::TextColor(int controlId) const {
+    const auto color = textColors_.find(controlId);
+    return color != textColors_.end() ? color->second : GetSysColor(COLOR_WINDOWTEXT);
+}
+
+bool Form::TranslateKeys(MSG& message) {
+    if (window_ == nullptr) return false;
+    if (accelerators_ != nullptr && IsWindowEnabled(window_) &&
+        TranslateAcceleratorW(window_, accelerators_, &message) != 0)
+        return true;
+    return IsDialogMessageW(window_, &message) != FALSE;
+}
+
+void Form::SetAccelerators(const std::vector<ACCEL>& keys) {
+    if (accelerators_ != nullptr) DestroyAcceleratorTable(accelerators_);
+    accelerators_ = CreateAcceleratorTableW(const_cast<ACCEL*>(keys.data()), static_cast<int>(keys.size()));
+}
+
+void Form::SetCancelButton(int controlId) {
+    On(IDCANCEL, BN_CLICKED, [this, controlId] {
+        HWND button = ControlHandle(controlId);
+        if (IsWindowEnabled(button) && IsWindowVisible(button)) SendMessageW(button, BM_CLICK, 0, 0);
+    });
+}
+
+std::optional<LRESULT> Form::OnMessage(UINT, WPARAM, LPARAM) {
+    return std::nullopt;
+}
+
+void Form::RaiseActivate() {
+    try {
+        if (window_ != nullptr) OnActivate();
+    } catch (...) {
+        OnUnhandledException();
+    }
+}
+
+INT_PTR CALLBACK Form::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    Form* form = Of(window);
+    if (message == WM_INITDIALOG) {
+        form = reinterpret_cast<Form*>(lParam);
+        form->window_ = window;
+        SetPropW(window, FormProperty, form);
+    }
+    if (form == nullptr) return FALSE;
+    try {
+        return form->Handle(message, wParam, lParam);
+    } catch (...) {
+        form->OnUnhandledException();
+        return TRUE;
+    }
+}
+
+INT_PTR Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    HWND window = window_;
+    if (const auto result = OnMessage(message, wParam, lParam)) return Answer(window, *result);
+    switch (message) {
+    case WM_INITDIALOG:
+        OnLoad();
+        return TRUE;
+    case WM_COMMAND:
+        return HandleCommand(LOWORD(wParam), HIWORD(wParam)) ? TRUE : FALSE;
+    case WM_NOTIFY:
+        return HandleNotify(*reinterpret_cast<NMHDR*>(lParam)) ? TRUE : FALSE;
+    case WM_CLOSE:
+        if (OnClosing()) Unload();
+        return TRUE;
+    case RunPostedMessage: {
+        if (posted_.empty()) return TRUE;
+        const auto task = std::move(posted_.front());
+        posted_.pop_front();
+        task();
+        return TRUE;
+    }
+    case WM_SETCURSOR:
+        if (!IsHourglassShown()) return FALSE;
+        SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+        return Answer(window, TRUE);
+    case WM_CTLCOLORSTATIC: {
+        const auto color = textColors_.find(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)));
+        if (color == textColors_.end()) return FALSE;
+        HDC context = reinterpret_cast<HDC>(wParam);
+        ::SetTextColor(context, color->second);
+        SetBkMode(context, TRANSPARENT);
+        return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_3DFACE));
+    }
+    default:
+        return FALSE;
+    }
+}
+
+bool Form::HandleCommand(int controlId, int code) {
+    // A key or menu choice (code 1 and 0) counts as a click.
+    auto handler = commands_.find({controlId, code});
+    if (handler == commands_.end() && code == 1) handler = commands_.find({controlId, BN_CLICKED});
+    if (handler != commands_.end()) {
+        const auto steps = handler->second;
+        steps();
+        return true;
+    }
+    if (controlId == IDCANCEL) {
+        if (GetWindowLongPtrW(window_, GWL_STYLE) & WS_CHILD) return false;
+        if (OnClosing()) Unload();
+        return true;
+    }
+    return false;
+}
+
+bool Form::HandleNotify(NMHDR& header) {
+    const auto handler = notifications_.find({static_cast<int>(header.idFrom), header.code});
+    if (handler == notifications_.end()) return false;
+    HWND window = window_;
+    const auto steps = handler->second;
+    SetWindowLongPtrW(window, DWLP_MSGRESULT, steps(header));
+    return true;
+}
+
+} // namespace ui

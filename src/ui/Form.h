@@ -1,0 +1,113 @@
+#pragma once
+
+#include "ui/Units.h"
+#include "ui/Windows.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ui {
+
+/// A control and the number of the text that it shows.
+struct Caption {
+    int controlId;
+    int textId;
+};
+
+/// A window made from a dialog template. It is loaded by `Create` or `ShowModal` and may be loaded again once it has
+/// been unloaded. Everything runs on the user-interface thread; nothing thrown by a handler leaves the window
+/// procedure.
+class Form {
+  public:
+    explicit Form(int templateId);
+    virtual ~Form();
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    /// Creates the window, hidden, over `owner` (null: none) and loads it.
+    void Create(Form* owner = nullptr);
+    /// Creates the window as a visible child of `parent`, at a place in pixels of the parent's inside, and loads it.
+    void CreateChild(Form& parent, const RECT& place);
+    /// Shows a created window and activates it.
+    void Show();
+    /// Creates, shows and runs the window until it is unloaded; `owner` is disabled meanwhile and activated after.
+    void ShowModal(Form* owner);
+    /// Unloads the window: `OnUnload`, then it is destroyed. Nothing to do when it is not loaded.
+    void Unload();
+
+    bool IsLoaded() const { return window_ != nullptr; }
+    HWND Handle() const { return window_; }
+    Form* Owner() const { return owner_; }
+    HWND ControlHandle(int controlId) const { return GetDlgItem(window_, controlId); }
+
+    void SetTitle(const std::wstring& title);
+    std::wstring Title() const;
+    void Refresh();
+    /// Sets the outer height. Heights were made for a caption and frame of 375 twips; where the system's are taller
+    /// the difference is added, so that no control is cut.
+    void SetHeightTwips(int heightTwips);
+
+    /// Runs `handler` when a control sends the notification `code` by WM_COMMAND.
+    void On(int controlId, int code, std::function<void()> handler);
+    /// Runs `handler` when a control sends the notification `code` by WM_NOTIFY; its value is the answer.
+    void OnNotify(int controlId, UINT code, std::function<LRESULT(NMHDR&)> handler);
+
+    /// Runs `task` once the messages already sent have been handled; dropped when the form is unloaded first.
+    void Post(std::function<void()> task);
+
+    /// A control shows when it is wanted visible and so is the frame that holds it.
+    void SetVisible(int controlId, bool isVisible);
+    bool IsWantedVisible(int controlId) const;
+    /// Declares that `controlIds` stand in the frame `frameId` and hide with it.
+    void SetFrame(int frameId, const std::vector<int>& controlIds);
+    void SetTextColor(int controlId, COLORREF color);
+    COLORREF TextColor(int controlId) const;
+
+    /// The keys of this form: tab order, access keys, accelerators. Gives whether the message was one.
+    bool TranslateKeys(MSG& message);
+    /// Escape presses this button, when it can be pressed, instead of closing the window.
+    void SetCancelButton(int controlId);
+    void SetAccelerators(const std::vector<ACCEL>& keys);
+
+    /// The form behind a window; null when the window is no form's.
+    static Form* Of(HWND window);
+
+  protected:
+    virtual void OnLoad() {}
+    /// Comes when the window is shown and each time a modal window over it has closed.
+    virtual void OnActivate() {}
+    /// The user wants the window closed (cross, Alt+F4, Escape without a cancel button). False keeps it.
+    virtual bool OnClosing() { return true; }
+    virtual void OnUnload() {}
+    /// Any message before the form handles it; a value ends its handling.
+    virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Called in a catch block for whatever a handler let through.
+    virtual void OnUnhandledException() noexcept = 0;
+
+  private:
+    static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    bool HandleCommand(int controlId, int code);
+    bool HandleNotify(NMHDR& header);
+    void RaiseActivate();
+    void ApplyVisibility(int controlId);
+
+    int templateId_;
+    HWND window_ = nullptr;
+    Form* owner_ = nullptr;
+    HACCEL accelerators_ = nullptr;
+    std::map<std::pair<int, int>, std::function<void()>> commands_;
+    std::map<std::pair<int, UINT>, std::function<LRESULT(NMHDR&)>> notifications_;
+    std::deque<std::function<void()>> posted_;
+    std::unordered_map<int, bool> wantedVisible_;
+    std::unordered_map<int, int> frameOf_;
+    std::unordered_map<int, COLORREF> textColors_;
+};
+
+} // namespace ui

@@ -1,0 +1,151 @@
+#include "ui/ListView.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+
+namespace ui {
+
+ListView::~ListView() {
+    if (HWND window = Handle(); window != nullptr) RemoveWindowSubclass(window, DropProcedure, 0);
+    if (boldFont_ != nullptr) DeleteObject(boldFont_);
+}
+
+void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
+    rows_ = &rows;
+    hasTicks_ = hasTicks;
+    columnCount_ = 0;
+    const LPARAM styles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP | LVS_EX_LABELTIP |
+                          (hasTicks ? LVS_EX_CHECKBOXES : 0);
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, static_cast<WPARAM>(styles), styles);
+    if (hasTicks) Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK);
+    if (boldFont_ == nullptr) {
+        LOGFONTW font{};
+        GetObjectW(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof font, &font);
+        font.lfWeight = FW_BOLD;
+        boldFont_ = CreateFontIndirectW(&font);
+    }
+    Form& form = Owner();
+    form.OnNotify(Id(), LVN_GETDISPINFOW,
+                  [this](NMHDR& header) { return FillItem(reinterpret_cast<NMLVDISPINFOW&>(header)); });
+    form.OnNotify(Id(), NM_CUSTOMDRAW,
+                  [this](NMHDR& header) { return Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(header)); });
+    form.OnNotify(Id(), LVN_GETINFOTIPW, [this](NMHDR& header) -> LRESULT {
+        auto& tip = reinterpret_cast<NMLVGETINFOTIPW&>(header);
+        const std::wstring text = rows_->ToolTip(tip.iItem);
+        if (!text.empty() && tip.cchTextMax > 0) lstrcpynW(tip.pszText, text.c_str(), tip.cchTextMax);
+        return 0;
+    });
+    if (!hasTicks) return;
+    form.OnNotify(Id(), NM_CLICK, [this](NMHDR& header) -> LRESULT {
+        LVHITTESTINFO hit{};
+        hit.pt = reinterpret_cast<NMITEMACTIVATE&>(header).ptAction;
+        const int row = static_cast<int>(Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+        if (row >= 0 && (hit.flags & LVHT_ONITEMSTATEICON) != 0 && (hit.flags & LVHT_ONITEMLABEL) == 0 && onTick_)
+            onTick_(row);
+        return 0;
+    });
+    form.OnNotify(Id(), LVN_KEYDOWN, [this](NMHDR& header) -> LRESULT {
+        const int row = Selected();
+        if (reinterpret_cast<NMLVKEYDOWN&>(header).wVKey == VK_SPACE && row >= 0 && onTick_) onTick_(row);
+        return 0;
+    });
+}
+
+void ListView::AddColumn(const std::wstring& title, int widthTwips) {
+    LVCOLUMNW column{};
+    std::wstring text = title;
+    column.mask = LVCF_TEXT | LVCF_WIDTH;
+    column.pszText = text.data();
+    column.cx = PixelsFromTwips(widthTwips, Handle());
+    Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(columnCount_++), reinterpret_cast<LPARAM>(&column));
+}
+
+void ListView::RowsChanged() {
+    if (rows_ == nullptr) return;
+    Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(rows_->Count()), LVSICF_NOSCROLL);
+    Redraw();
+}
+
+void ListView::Redraw() {
+    InvalidateRect(Handle(), nullptr, FALSE);
+}
+
+void ListView::Select(int row) {
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+    if (row < 0) return;
+    item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+int ListView::Selected() const {
+    const auto focused = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED | LVNI_SELECTED));
+    return focused >= 0 ? focused : static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+void ListView::OnDrop(std::function<void(const std::vector<std::wstring>&)> handler) {
+    onDrop_ = std::move(handler);
+    DragAcceptFiles(Handle(), TRUE);
+    SetWindowSubclass(Handle(), DropProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+}
+
+LRESULT ListView::FillItem(NMLVDISPINFOW& info) const {
+    LVITEMW& item = info.item;
+    if (rows_ == nullptr || item.iItem < 0 || item.iItem >= rows_->Count()) return 0;
+    if ((item.mask & LVIF_TEXT) != 0) {
+        cellText_ = rows_->Cell(item.iItem, item.iSubItem);
+        lstrcpynW(item.pszText, cellText_.c_str(), item.cchTextMax);
+    }
+    if ((item.mask & LVIF_STATE) != 0 && hasTicks_) {
+        item.stateMask |= LVIS_STATEIMAGEMASK;
+        item.state = (item.state & ~static_cast<UINT>(LVIS_STATEIMAGEMASK)) |
+                     INDEXTOSTATEIMAGEMASK(rows_->IsTicked(item.iItem) ? 2 : 1);
+    }
+    return 0;
+}
+
+LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
+    switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+        return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT: {
+        const auto row = static_cast<int>(draw.nmcd.dwItemSpec);
+        if (rows_ == nullptr || row >= rows_->Count()) return CDRF_DODEFAULT;
+        const RowStyle style = rows_->Style(row);
+        if (style.color != 0) draw.clrText = style.color;
+        if (!style.isBold) return CDRF_DODEFAULT;
+        SelectObject(draw.nmcd.hdc, boldFont_);
+        return CDRF_NEWFONT;
+    }
+    default:
+        return CDRF_DODEFAULT;
+    }
+}
+
+LRESULT CALLBACK ListView::DropProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                         DWORD_PTR reference) {
+    if (message == WM_DROPFILES) {
+        auto* view = reinterpret_cast<ListView*>(reference);
+        HDROP drop = reinterpret_cast<HDROP>(wParam);
+        std::vector<std::wstring> paths;
+        const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+        for (UINT index = 0; index < count; ++index) {
+            std::wstring path(static_cast<std::size_t>(DragQueryFileW(drop, index, nullptr, 0)) + 1, L'\0');
+            path.resize(DragQueryFileW(drop, index, path.data(), static_cast<UINT>(path.size())));
+            paths.push_back(std::move(path));
+        }
+        DragFinish(drop);
+        // A program that drops waits for this message; a message box belongs after it.
+        view->Owner().Post([view, paths = std::move(paths)] {
+            if (view->onDrop_) view->onDrop_(paths);
+        });
+        return 0;
+    }
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, DropProcedure, 0);
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+} // namespace ui

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "ui/Controls.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+struct RowStyle {
+    COLORREF color = 0;
+    bool isBold = false;
+};
+
+/// What a list view shows; asked row by row, only for what is on the screen. Rows and columns count from 0.
+class ListViewRows {
+  public:
+    virtual ~ListViewRows() = default;
+    virtual int Count() const = 0;
+    virtual std::wstring Cell(int row, int column) const = 0;
+    virtual RowStyle Style(int) const { return {}; }
+    virtual bool IsTicked(int) const { return false; }
+    virtual std::wstring ToolTip(int) const { return {}; }
+};
+
+/// A list view in report style that holds no rows of its own.
+class ListView : public Control {
+  public:
+    ListView(Form& form, int id) : Control(form, id) {}
+    ~ListView();
+
+    /// Connects the view with its rows, which must outlive it, once the form is loaded.
+    void Attach(const ListViewRows& rows, bool hasTicks);
+    void AddColumn(const std::wstring& title, int widthTwips);
+    /// Asks for the number of rows again and repaints; selection and place are kept where they can be.
+    void RowsChanged();
+    void Redraw();
+    /// Makes one row the selected and focused one (-1: none) and scrolls it into view.
+    void Select(int row);
+    /// The focused selected row; -1 when none is.
+    int Selected() const;
+    /// A tick box was clicked, or the space bar pressed on the focused row.
+    void OnTick(std::function<void(int row)> handler) { onTick_ = std::move(handler); }
+    /// Takes files dropped from the shell, in their order.
+    void OnDrop(std::function<void(const std::vector<std::wstring>& paths)> handler);
+
+  private:
+    LRESULT FillItem(NMLVDISPINFOW& info) const;
+    LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
+    static LRESULT CALLBACK DropProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+
+    const ListViewRows* rows_ = nullptr;
+    bool hasTicks_ = false;
+    int columnCount_ = 0;
+    HFONT boldFont_ = nullptr;
+    mutable std::wstring cellText_;
+    std::function<void(int)> onTick_;
+    std::function<void(const std::vector<std::wstring>&)> onDrop_;
+};
+
+} // namespace ui

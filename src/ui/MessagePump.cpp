@@ -1,0 +1,55 @@
+#include "ui/MessagePump.h"
+
+#include "ui/Form.h"
+
+namespace ui {
+
+namespace {
+
+// The pointer belongs to the user-interface thread, of which there is one.
+bool isHourglass = false;
+
+} // namespace
+
+void Dispatch(MSG& message) {
+    if (message.hwnd != nullptr) {
+        if (Form* form = Form::Of(GetAncestor(message.hwnd, GA_ROOT)); form != nullptr && form->TranslateKeys(message))
+            return;
+    }
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+void RunPendingMessages() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        Dispatch(message);
+    }
+}
+
+void RunMessagesUntil(const std::function<bool()>& isDone) {
+    MSG message;
+    while (!isDone()) {
+        const BOOL result = GetMessageW(&message, nullptr, 0, 0);
+        if (result == 0) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (result > 0) Dispatch(message);
+    }
+}
+
+void ShowHourglass(bool isShown) {
+    isHourglass = isShown;
+    SetCursor(LoadCursorW(nullptr, isShown ? IDC_WAIT : IDC_ARROW));
+}
+
+bool IsHourglassShown() {
+    return isHourglass;
+}
+
+} // namespace ui

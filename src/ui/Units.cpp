@@ -1,0 +1,34 @@
+#include "ui/Units.h"
+
+namespace ui {
+
+int DotsPerInch(HWND window) {
+    HDC context = GetDC(window);
+    const int dotsPerInch = GetDeviceCaps(context, LOGPIXELSX);
+    ReleaseDC(window, context);
+    return dotsPerInch > 0 ? dotsPerInch : 96;
+}
+
+int PixelsFromTwips(int twips, HWND window) {
+    return MulDiv(twips, DotsPerInch(window), 1440);
+}
+
+int TwipsFromPixels(int pixels, HWND window) {
+    return MulDiv(pixels, 1440, DotsPerInch(window));
+}
+
+BoundsTwips BoundsOf(HWND window) {
+    RECT rectangle{};
+    GetWindowRect(window, &rectangle);
+    MapWindowPoints(nullptr, GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&rectangle), 2);
+    return {TwipsFromPixels(rectangle.left, window), TwipsFromPixels(rectangle.top, window),
+            TwipsFromPixels(rectangle.right - rectangle.left, window),
+            TwipsFromPixels(rectangle.bottom - rectangle.top, window)};
+}
+
+void MoveTo(HWND window, const BoundsTwips& bounds) {
+    MoveWindow(window, PixelsFromTwips(bounds.left, window), PixelsFromTwips(bounds.top, window),
+               PixelsFromTwips(bounds.width, window), PixelsFromTwips(bounds.height, window), TRUE);
+}
+
+} // namespace ui

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
