@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/StringTable.h"
+
+#include <vector>
+
+/// The program's texts, read from their source instead of from resources.
+class FakeStringTable : public StringTable {
+  public:
+    struct Row {
+        int id;
+        const wchar_t* french;
+        const wchar_t* english;
+    };
+    static const std::vector<Row>& Rows();
+
+    std::wstring Load(int id) const override;
+};

@@ -1,0 +1,31 @@
+#include "support/FakeUsbDevices.h"
+
+namespace {
+
+class FakeStorageDevice : public StorageDevice {
+  public:
+    FakeStorageDevice(std::optional<std::uint32_t> busType, std::vector<std::uint32_t>& controlCodes)
+        : busType_(busType), controlCodes_(controlCodes) {}
+    std::optional<std::uint32_t> BusType(std::uint32_t controlCode) override {
+        controlCodes_.push_back(controlCode);
+        return busType_;
+    }
+
+  private:
+    std::optional<std::uint32_t> busType_;
+    std::vector<std::uint32_t>& controlCodes_;
+};
+
+} // namespace
+
+std::unique_ptr<StorageDevice> FakeUsbDevices::Open(const std::wstring& drive) {
+    opened.push_back(drive);
+    const auto found = busTypes.find(drive);
+    if (found == busTypes.end()) return nullptr;
+    return std::make_unique<FakeStorageDevice>(found->second, controlCodes);
+}
+
+std::vector<std::wstring> FakeUsbDevices::ServiceNames() {
+    ++enumerations;
+    return serviceNames;
+}
