@@ -1,0 +1,267 @@
+#include "TestFormIds.h"
+#include "ui/Controls.h"
+#include "ui/ListView.h"
+#include "ui/MessagePump.h"
+#include "ui/ToolTips.h"
+
+#include <gtest/gtest.h>
+
+#include <shlobj.h>
+
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+class TestForm : public ui::Form {
+  public:
+    TestForm() : ui::Form(IDD_TestForm) {}
+
+    ui::Button testButton{*this, IDC_testButton};
+    ui::Button testCancel{*this, IDC_testCancel};
+    ui::Label testLabel{*this, IDC_testLabel};
+    ui::Frame testFrame{*this, IDC_testFrame};
+    ui::TextBox testText{*this, IDC_testText};
+    ui::ListView testList{*this, IDC_testList};
+
+    int loads = 0;
+    int activations = 0;
+    int unloads = 0;
+    int unhandled = 0;
+    bool mayClose = true;
+    std::function<void()> whenActivated;
+
+  protected:
+    void OnLoad() override { ++loads; }
+    void OnActivate() override {
+        ++activations;
+        if (whenActivated) whenActivated();
+    }
+    bool OnClosing() override { return mayClose; }
+    void OnUnload() override { ++unloads; }
+    void OnUnhandledException() noexcept override { ++unhandled; }
+};
+
+class TickRows : public ui::ListViewRows {
+  public:
+    std::vector<bool> ticks;
+    int Count() const override { return static_cast<int>(ticks.size()); }
+    std::wstring Cell(int row, int column) const override {
+        return std::to_wstring(row) + L"/" + std::to_wstring(column);
+    }
+    bool IsTicked(int row) const override { return ticks[static_cast<std::size_t>(row)]; }
+    ui::RowStyle Style(int row) const override { return {row == 1 ? RGB(255, 0, 0) : 0u, row == 1}; }
+};
+
+TEST(Form, LoadsShowsAndUnloadsOnce) {
+    TestForm form;
+    form.Create();
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_EQ(form.loads, 1);
+    form.Show();
+    EXPECT_EQ(form.activations, 1);
+    form.Unload();
+    form.Unload();
+    EXPECT_EQ(form.unloads, 1);
+    EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST(Form, CanBeLoadedAgain) {
+    TestForm form;
+    form.Create();
+    form.Unload();
+    form.Create();
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_EQ(form.loads, 2);
+}
+
+TEST(Form, NothingThrownLeavesTheWindowProcedure) {
+    TestForm form;
+    form.testButton.OnClick([] { throw std::runtime_error("handler"); });
+    form.Create();
+    form.testButton.Click();
+    EXPECT_EQ(form.unhandled, 1);
+}
+
+TEST(Form, ModalWindowDisablesItsOwnerAndActivatesItAfterwards) {
+    TestForm owner;
+    owner.Create();
+    owner.Show();
+    TestForm modal;
+    bool wasOwnerEnabled = true;
+    modal.whenActivated = [&] {
+        wasOwnerEnabled = IsWindowEnabled(owner.Handle()) != FALSE;
+        modal.Post([&] { modal.Unload(); });
+    };
+    modal.ShowModal(&owner);
+    EXPECT_FALSE(wasOwnerEnabled);
+    EXPECT_TRUE(IsWindowEnabled(owner.Handle()));
+    EXPECT_EQ(owner.activations, 2);
+}
+
+TEST(Form, RefusesToCloseWhileItsWorkRuns) {
+    TestForm form;
+    form.Create();
+    form.mayClose = false;
+    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(form.IsLoaded());
+    form.mayClose = true;
+    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST(Form, EscapePressesTheCancelButtonOnlyWhenItCanBePressed) {
+    TestForm form;
+    int cancels = 0;
+    form.testCancel.OnClick([&] { ++cancels; });
+    form.SetCancelButton(IDC_testCancel);
+    form.Create();
+    form.Show();
+    SendMessageW(form.Handle(), WM_COMMAND, IDCANCEL, 0);
+    EXPECT_EQ(cancels, 1);
+    form.testCancel.Enable(false);
+    SendMessageW(form.Handle(), WM_COMMAND, IDCANCEL, 0);
+    EXPECT_EQ(cancels, 1);
+    EXPECT_TRUE(form.IsLoaded());
+}
+
+TEST(Form, HiddenFrameHidesWhatItHoldsAndKeepsWhatWasWanted) {
+    TestForm form;
+    form.Create();
+    form.SetFrame(IDC_testFrame, {IDC_testLabel, IDC_testText});
+    form.Show();
+    form.testText.Show(false);
+    form.testFrame.Show(false);
+    EXPECT_FALSE(IsWindowVisible(form.testLabel.Handle()));
+    form.testText.Show(true);
+    EXPECT_FALSE(IsWindowVisible(form.testText.Handle())) << "a control must not come up in a hidden frame";
+    form.testFrame.Show(true);
+    EXPECT_TRUE(IsWindowVisible(form.testLabel.Handle()));
+    EXPECT_TRUE(IsWindowVisible(form.testText.Handle()));
+}
+
+TEST(Form, HeightGrowsByWhatTheCaptionIsTallerThanItWas) {
+    TestForm form;
+    form.Create();
+    form.SetHeightTwips(2865);
+    RECT outer{};
+    RECT inner{};
+    GetWindowRect(form.Handle(), &outer);
+    GetClientRect(form.Handle(), &inner);
+    const int innerTwips = ui::TwipsFromPixels(inner.bottom, form.Handle());
+    EXPECT_GE(innerTwips, 2865 - 375 - 15);
+    EXPECT_GE(outer.bottom - outer.top, ui::PixelsFromTwips(2865, form.Handle()));
+}
+
+TEST(Form, PostedWorkIsDroppedWhenTheWindowGoesFirst) {
+    TestForm form;
+    form.Create();
+    int runs = 0;
+    form.Post([&] { ++runs; });
+    ui::RunPendingMessages();
+    EXPECT_EQ(runs, 1);
+    form.Post([&] { ++runs; });
+    form.Unload();
+    ui::RunPendingMessages();
+    EXPECT_EQ(runs, 1);
+}
+
+TEST(ListView, AsksForTicksRowByRow) {
+    TestForm form;
+    form.Create();
+    TickRows rows;
+    rows.ticks.assign(100000, false);
+    rows.ticks[3] = true;
+    form.testList.Attach(rows, true);
+    form.testList.AddColumn(L"A", 2000);
+    form.testList.AddColumn(L"B", 1000);
+    form.testList.RowsChanged();
+    HWND list = form.testList.Handle();
+    EXPECT_EQ(ListView_GetItemCount(list), 100000);
+    EXPECT_TRUE(ListView_GetCheckState(list, 3));
+    EXPECT_FALSE(ListView_GetCheckState(list, 4));
+    wchar_t text[40];
+    ListView_GetItemText(list, 99999, 1, text, 40);
+    EXPECT_STREQ(text, L"99999/1");
+}
+
+TEST(ListView, ClickOnTheBoxAndSpaceOnTheRowTickOnceEach) {
+    TestForm form;
+    form.Create();
+    TickRows rows;
+    rows.ticks.assign(10, false);
+    form.testList.Attach(rows, true);
+    form.testList.AddColumn(L"A", 2000);
+    std::vector<int> ticked;
+    form.testList.OnTick([&](int row) {
+        ticked.push_back(row);
+        rows.ticks[static_cast<std::size_t>(row)] = !rows.ticks[static_cast<std::size_t>(row)];
+        form.testList.Redraw();
+    });
+    form.testList.RowsChanged();
+    form.Show();
+    ui::RunPendingMessages();
+    HWND list = form.testList.Handle();
+    RECT label{};
+    ListView_GetItemRect(list, 2, &label, LVIR_LABEL);
+    RECT row{};
+    ListView_GetItemRect(list, 2, &row, LVIR_BOUNDS);
+    const LPARAM box = MAKELPARAM((row.left + label.left) / 2, (row.top + row.bottom) / 2);
+    // The view waits for the button to come up; both messages must be there before it handles the first.
+    PostMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, box);
+    PostMessageW(list, WM_LBUTTONUP, 0, box);
+    ui::RunPendingMessages();
+    EXPECT_EQ(ticked, std::vector<int>{2});
+    EXPECT_TRUE(ListView_GetCheckState(list, 2));
+    form.testList.Select(5);
+    SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
+    EXPECT_EQ(ticked, (std::vector<int>{2, 5}));
+    EXPECT_TRUE(rows.ticks[5]);
+    // A click on the text selects and ticks nothing.
+    const LPARAM textPlace = MAKELPARAM(label.left + 10, (row.top + row.bottom) / 2);
+    PostMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, textPlace);
+    PostMessageW(list, WM_LBUTTONUP, 0, textPlace);
+    ui::RunPendingMessages();
+    EXPECT_EQ(ticked.size(), 2u);
+    EXPECT_EQ(form.testList.Selected(), 2);
+}
+
+TEST(ListView, TakesDroppedPathsInTheirOrder) {
+    TestForm form;
+    form.Create();
+    TickRows rows;
+    form.testList.Attach(rows, false);
+    std::vector<std::wstring> dropped;
+    form.testList.OnDrop([&](const std::vector<std::wstring>& paths) { dropped = paths; });
+    const wchar_t paths[] = L"D:\\b.txt\0D:\\été\\a.txt\0";
+    HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + sizeof paths);
+    auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
+    header->pFiles = sizeof(DROPFILES);
+    header->fWide = TRUE;
+    memcpy(header + 1, paths, sizeof paths);
+    GlobalUnlock(memory);
+    SendMessageW(form.testList.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    ui::RunPendingMessages();
+    EXPECT_EQ(dropped, (std::vector<std::wstring>{L"D:\\b.txt", L"D:\\été\\a.txt"}));
+}
+
+TEST(Controls, TextColorIsKeptPerLabel) {
+    TestForm form;
+    form.Create();
+    form.testLabel.SetColor(RGB(255, 0, 0));
+    EXPECT_EQ(form.testLabel.Color(), 255u);
+    form.testLabel.SetColor(0);
+    EXPECT_EQ(form.testLabel.Color(), 0u);
+}
+
+TEST(ToolTips, EmptyTextTakesTheTipAway) {
+    TestForm form;
+    form.Create();
+    ui::ToolTips tips(form);
+    tips.Set(form.testButton, L"Aucun graveur");
+    EXPECT_EQ(tips.Text(form.testButton), L"Aucun graveur");
+    tips.Set(form.testButton, L"");
+    EXPECT_EQ(tips.Text(form.testButton), L"");
+}
+
+} // namespace
