@@ -1,0 +1,30 @@
+#include "shell/Language.h"
+
+#include "platform/System.h"
+#include "shell/LongConversion.h"
+#include "shell/modFonctionsCommunes.h"
+
+namespace {
+
+constexpr std::int32_t French = 0;
+constexpr std::int32_t English = 10000;
+/// The only code by which the settings file asks for French.
+constexpr std::int32_t FrenchCode = 20001;
+
+} // namespace
+
+std::wstring LireINI(const Application& app, const std::wstring& fichier, const std::wstring& section,
+                     const std::wstring& cle) {
+    return app.machine.system.ProfileString(fichier, section, cle);
+}
+
+void ChooseLanguage(Application& app) {
+    std::wstring value = LireINI(app, app.strRepRacine + L"\\Accueil\\accueil.ini", L"ACCUEIL-DEFAULTS", L"Lang");
+    if (value.empty()) {
+        app.blnLangueWindows = true;
+        value = modFonctionsCommunes::pgRecupererLangueWindows(app);
+    } else {
+        app.lngLangue = ToLong(value, app.machine.system.DecimalSeparator());
+    }
+    app.lngLangue = value == L"français" || app.lngLangue == FrenchCode ? French : English;
+}

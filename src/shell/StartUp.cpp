@@ -1,0 +1,31 @@
+#include "shell/StartUp.h"
+
+#include "platform/Drives.h"
+#include "platform/Processes.h"
+#include "platform/RuntimeError.h"
+#include "platform/System.h"
+
+std::wstring ParentFolder(const std::wstring& folder) {
+    const auto lastBackslash = folder.rfind(L'\\');
+    if (lastBackslash == std::wstring::npos) throw RuntimeError(ErrorNumber::InvalidCall);
+    return folder.substr(0, lastBackslash);
+}
+
+double MeasureProgramDrive(const Application& app) {
+    return app.machine.drives.FreeClusterBytes(app.ProgramFolder().substr(0, 3));
+}
+
+void ReadUser(Application& app) {
+    app.strProfilUtilisateur = app.machine.system.ProfileFolder();
+    app.strNomUtilisateur = app.strProfilUtilisateur.substr(app.strProfilUtilisateur.rfind(L'\\') + 1);
+    app.accountName = app.machine.system.AccountName();
+}
+
+std::wstring MainWindowTitle(const Application& app) {
+    return app.Text(101) + L" - Version " + VersionText();
+}
+
+void OpenHelp(const Application& app) {
+    const std::wstring folder = L"C:\\Valcoreaux\\Backup\\";
+    app.machine.processes.Open(folder + (app.lngLangue == 0 ? L"Copie de Sauvegarde.pdf" : L"Backup.pdf"), folder);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "shell/Application.h"
+
+#include <string>
+
+/// The folder that holds `folder`, without a trailing backslash: "C:" for a folder at a drive root.
+/// Throws 5 (invalid call) for a path without a backslash.
+std::wstring ParentFolder(const std::wstring& folder);
+
+/// Free bytes on the drive that holds the program. Throws 71 (disk not ready) when the drive has no letter or cannot
+/// be read.
+double MeasureProgramDrive(const Application& app);
+
+/// Reads who uses the program: the profile folder, its last part and the account name.
+void ReadUser(Application& app);
+
+/// The window title: text 101 and the program's version.
+std::wstring MainWindowTitle(const Application& app);
+
+/// Opens the help document of the language; a missing one gives no message.
+void OpenHelp(const Application& app);

@@ -1,0 +1,59 @@
+#include "shell/WriterDetection.h"
+
+#include "platform/Drives.h"
+#include "platform/MessageLoop.h"
+#include "platform/System.h"
+#include "platform/Text.h"
+#include "shell/Language.h"
+#include "shell/modObtenirUSB.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr std::uint32_t PauseMilliseconds = 10;
+
+} // namespace
+
+void WakeDrives(Application& app) {
+    for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) app.machine.drives.Touch(std::wstring(1, letter) + L":\\");
+}
+
+bool IsDvdAllowed(const Application& app) {
+    if (!modObtenirUSB::IsWinVista(app)) return true;
+    return UpperCase(LireINI(app, L"c:\\Valcoreaux\\Backup\\Backup.ini", L"DVD", L"Disponible")) == L"OUI";
+}
+
+WriterProbe::WriterProbe(Application& app, DiscFamily family) : app_(app), family_(family) {
+    app_.hasWriterError = false;
+    writer_ = app_.machine.discWriters.Create(family);
+    writer_->SetEvents(this);
+}
+
+WriterProbe::~WriterProbe() {
+    writer_->SetEvents(nullptr);
+    writer_->ShutDown();
+}
+
+MediumOffer WriterProbe::Offer() const {
+    MediumOffer offer;
+    if (app_.hasWriterError) return offer;
+    offer.isEnabled = !writer_->WriterNames().empty() && (family_ == DiscFamily::Cd || IsDvdAllowed(app_));
+    return offer;
+}
+
+void WriterProbe::ErrorEx(std::int32_t, const std::wstring&) {
+    app_.hasWriterError = true;
+}
+
+void WaitForNextSecond(Application& app, const std::function<bool()>& isEnding) {
+    const double start = app.machine.system.SecondsSinceMidnight();
+    const double end = std::floor(start) + 1;
+    while (!isEnding()) {
+        const double now = app.machine.system.SecondsSinceMidnight();
+        // The clock starts again at midnight.
+        if (now >= end || now < start) return;
+        app.machine.messageLoop.RunPending();
+        app.machine.system.Sleep(PauseMilliseconds);
+    }
+}
