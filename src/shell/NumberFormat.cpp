@@ -1,8 +1,9 @@
 #include "shell/NumberFormat.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace {
 
@@ -10,11 +11,33 @@ bool IsDigitPlace(wchar_t c) {
     return c == L'#' || c == L'0';
 }
 
-/// `value` (not negative) in plain decimals. The nudge makes a half that a double holds a hair low round as it reads.
+/// `value` (not negative) in plain decimals. A double holds 15 digits for sure; they are what is rounded, so that a
+/// half that it holds a hair low rounds as it reads.
 std::wstring Decimals(double value, int places) {
-    char text[400];
-    std::snprintf(text, sizeof text, "%.*f", places, value * (1 + 4e-16));
-    return std::wstring(text, text + std::char_traits<char>::length(text));
+    constexpr int SafeDigits = 15;
+    std::array<char, 40> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, SafeDigits - 1).ptr;
+    const std::string scientific(text.data(), end);
+    const auto exponentMark = scientific.find('e');
+    if (exponentMark == std::string::npos) return std::wstring(scientific.begin(), scientific.end());
+    // A digit in front takes the carry.
+    std::string digits = "0" + scientific.substr(0, 1) + scientific.substr(2, exponentMark - 2);
+    int wholeDigits = std::stoi(scientific.substr(exponentMark + 1)) + 2;
+    if (wholeDigits < 1) {
+        digits.insert(0, static_cast<std::size_t>(1 - wholeDigits), '0');
+        wholeDigits = 1;
+    }
+    const auto kept = static_cast<std::size_t>(wholeDigits + places);
+    const bool roundsUp = kept < digits.size() && digits[kept] >= '5';
+    digits.resize(kept, '0');
+    for (std::size_t at = kept; roundsUp && at-- > 0;) {
+        if (++digits[at] <= '9') break;
+        digits[at] = '0';
+    }
+    digits.insert(static_cast<std::size_t>(wholeDigits), ".");
+    digits.erase(0, std::min(digits.find_first_not_of('0'), static_cast<std::size_t>(wholeDigits) - 1));
+    return std::wstring(digits.begin(), digits.end());
 }
 
 } // namespace

@@ -30,12 +30,21 @@ class FakeMachine {
     Application app;
 
     /// `realMessages` takes the place of the stand-in's message loop where real windows are tested.
-    explicit FakeMachine(MessageLoop* realMessages = nullptr)
-        : app(Machine{strings, drives, usb, files, processes, system, eventLog, messageBoxes,
-                      realMessages != nullptr ? *realMessages : messageLoop, discWriters}) {
-        app.strRepRacine = L"C:\\Valcoreaux";
+    explicit FakeMachine(MessageLoop* realMessages = nullptr,
+                         const std::wstring& programFolder = L"C:\\Valcoreaux\\Backup")
+        : app(Ports(realMessages, programFolder)) {
+        app.strRepRacine = programFolder.substr(0, programFolder.rfind(L'\\'));
         app.strProfilUtilisateur = system.profileFolder;
         app.strNomUtilisateur = L"agent";
         app.accountName = system.accountName;
+    }
+
+  private:
+    Machine Ports(MessageLoop* realMessages, const std::wstring& programFolder) {
+        system.programFolder = programFolder;
+        return {strings,    drives,       usb,
+                files,      processes,    system,
+                eventLog,   messageBoxes, realMessages != nullptr ? *realMessages : messageLoop,
+                discWriters};
     }
 };

@@ -39,6 +39,35 @@ TEST(ErrorReport, LogsWhatItShows) {
     EXPECT_EQ(machine.eventLog.errors[0], machine.messageBoxes.shown.at(0).text);
 }
 
+TEST(ErrorReport, IsLoggedBeforeItIsShown) {
+    FakeMachine machine;
+    std::size_t loggedWhenShown = 0;
+    machine.messageBoxes.whileShown = [&](const FakeMessageBoxes::Box&) {
+        loggedWhenShown = machine.eventLog.errors.size();
+    };
+    ReportError(machine.app, L"P, module M", 5, L"x");
+    EXPECT_EQ(loggedWhenShown, 1u);
+}
+
+TEST(ErrorReport, ProcedureWithoutLineNumbersReportsLineZero) {
+    FakeMachine machine;
+    Guarded(machine.app, L"P, module M", [] { throw RuntimeError(ErrorNumber::DiskFull); });
+    EXPECT_NE(machine.messageBoxes.shown.at(0).text.find(L"P, module M à la ligne nº 0\r\n"), std::wstring::npos);
+}
+
+TEST(ErrorReport, NumbersAndLinesAreWrittenInDecimal) {
+    FakeMachine machine;
+    ReportError(machine.app, L"P, module M", -2147221164, L"x", 32767);
+    EXPECT_NE(machine.messageBoxes.shown.at(0).text.find(L"nº -2147221164 (x)"), std::wstring::npos);
+    EXPECT_NE(machine.messageBoxes.shown.at(0).text.find(L"ligne nº 32767\r\n"), std::wstring::npos);
+}
+
+TEST(Guarded, GivesTheStepsValueWhenTheySucceed) {
+    FakeMachine machine;
+    EXPECT_EQ(Guarded(machine.app, L"P, module M", [] { return 42; }), 42);
+    EXPECT_TRUE(machine.messageBoxes.shown.empty());
+}
+
 TEST(Guarded, StopsTheProcedureKeepsItsEffectsAndGivesTheDefault) {
     FakeMachine machine;
     int steps = 0;
@@ -68,9 +97,11 @@ TEST(Guarded, GivesForeignFailuresANumberToo) {
     FakeMachine machine;
     Guarded(machine.app, L"P, module M", [] { throw std::bad_alloc(); });
     Guarded(machine.app, L"P, module M", [] { throw std::runtime_error("strange"); });
-    ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
+    Guarded(machine.app, L"P, module M", [] { throw 1; });
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 3u);
     EXPECT_NE(machine.messageBoxes.shown[0].text.find(L" 7 (Out of memory)"), std::wstring::npos);
     EXPECT_NE(machine.messageBoxes.shown[1].text.find(L" 5 (strange)"), std::wstring::npos);
+    EXPECT_NE(machine.messageBoxes.shown[2].text.find(L" 5 (Invalid procedure call or argument)"), std::wstring::npos);
 }
 
 } // namespace

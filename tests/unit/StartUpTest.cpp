@@ -1,0 +1,81 @@
+#include "shell/StartUp.h"
+
+#include "platform/RuntimeError.h"
+#include "support/FakeMachine.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ParentFolder, IsTheFolderCutBeforeItsLastBackslash) {
+    EXPECT_EQ(ParentFolder(L"C:\\Valcoreaux\\Backup"), L"C:\\Valcoreaux");
+    EXPECT_EQ(ParentFolder(L"\\\\server\\share\\Backup"), L"\\\\server\\share");
+}
+
+TEST(ParentFolder, OfAProgramFolderAtADriveRootIsTheBareDrive) {
+    EXPECT_EQ(ParentFolder(L"C:\\Backup"), L"C:");
+    EXPECT_EQ(ParentFolder(L"C:\\"), L"C:");
+}
+
+TEST(ParentFolder, WithoutABackslashIsAnInvalidCall) {
+    try {
+        ParentFolder(L"Backup");
+        ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 5);
+    }
+}
+
+TEST(ProgramDrive, IsMeasuredByTheFirstThreeCharactersOfTheFolder) {
+    FakeMachine machine(nullptr, L"D:\\Valcoreaux\\Backup");
+    machine.drives.Add(L"C:\\", DriveType::Fixed, L"", {1, 2});
+    machine.drives.Add(L"D:\\", DriveType::Fixed, L"", {5e12, 6e12});
+    EXPECT_EQ(MeasureProgramDrive(machine.app), 5e12);
+}
+
+TEST(ProgramDrive, ThatCannotBeReadIsNotReady) {
+    FakeMachine machine(nullptr, L"\\\\server\\share\\Backup");
+    EXPECT_THROW(MeasureProgramDrive(machine.app), RuntimeError);
+}
+
+TEST(User, IsReadFromTheProfileAndTheAccount) {
+    FakeMachine machine;
+    machine.system.profileFolder = L"C:\\Users\\j.dupont";
+    machine.system.accountName = L"jdupont";
+    ReadUser(machine.app);
+    EXPECT_EQ(machine.app.strProfilUtilisateur, L"C:\\Users\\j.dupont");
+    EXPECT_EQ(machine.app.strNomUtilisateur, L"j.dupont");
+    EXPECT_EQ(machine.app.accountName, L"jdupont");
+}
+
+TEST(User, WithoutAProfileIsEmpty) {
+    FakeMachine machine;
+    machine.system.profileFolder.clear();
+    ReadUser(machine.app);
+    EXPECT_EQ(machine.app.strProfilUtilisateur, L"");
+    EXPECT_EQ(machine.app.strNomUtilisateur, L"");
+}
+
+TEST(MainWindowTitle, CarriesTheVersionInBothLanguages) {
+    FakeMachine machine;
+    const std::wstring version = std::to_wstring(BACKUP_VERSION_MAJOR) + L"." + std::to_wstring(BACKUP_VERSION_MINOR) +
+                                 L"." + std::to_wstring(BACKUP_VERSION_REVISION);
+    EXPECT_EQ(MainWindowTitle(machine.app), L"Copies de sécurité - Version " + version);
+    machine.app.lngLangue = 10000;
+    EXPECT_EQ(MainWindowTitle(machine.app), L"Backup - Version " + version);
+}
+
+TEST(Help, OpensTheDocumentOfTheLanguageAtItsFixedPlace) {
+    FakeMachine machine(nullptr, L"D:\\Elsewhere\\Backup");
+    OpenHelp(machine.app);
+    machine.app.lngLangue = 10000;
+    OpenHelp(machine.app);
+    ASSERT_EQ(machine.processes.opened.size(), 2u);
+    EXPECT_EQ(machine.processes.opened[0].document, L"C:\\Valcoreaux\\Backup\\Copie de Sauvegarde.pdf");
+    EXPECT_EQ(machine.processes.opened[1].document, L"C:\\Valcoreaux\\Backup\\Backup.pdf");
+    for (const auto& opening : machine.processes.opened) {
+        EXPECT_EQ(opening.workingFolder, L"C:\\Valcoreaux\\Backup\\");
+    }
+}
+
+} // namespace
