@@ -1,0 +1,145 @@
+"""What every source file keeps to: who may include what, which words do not stand in the product, and the layout."""
+
+import re
+import subprocess
+import unittest
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parent.parent.parent
+ROOMS = ("shell", "selection", "archive", "backup", "restore", "discutil")
+FORM = re.compile(r"^(frm|ctl).*|.*Form\.(h|cpp)$")
+INCLUDE = re.compile(r'^\s*#\s*include\s+([<"])([^">]+)[">]', re.MULTILINE)
+WINDOWS_HEADERS = re.compile(
+    r"^(windows|windowsx|winuser|winbase|commctrl|commdlg|shellapi|shlobj|shlwapi|objbase|ole2|oleauto|setupapi|userenv|"
+    r"winioctl|ntddstor|uxtheme|dwmapi|psapi|dbt|imapi2|imapi2fs|process|io|direct|mmsystem)\.h$", re.IGNORECASE)
+
+
+def tracked(*folders):
+    """The project's files: what git knows or would add; in a copy without git's data, all but what was built."""
+    listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard", "--", *folders],
+                            cwd=PROJECT, capture_output=True, check=False)
+    if listed.returncode == 0:
+        names = [PROJECT / name for name in listed.stdout.decode().split("\0") if name]
+    else:
+        roots = [PROJECT / folder for folder in folders] or [PROJECT]
+        names = [path for root in roots for path in root.rglob("*")]
+    return [path for path in names
+            if path.is_file() and path.relative_to(PROJECT).parts[0] not in ("build", ".git") and path.suffix != ".pyc"]
+
+
+def sources(*folders):
+    return [path for path in tracked(*folders) if path.suffix in (".h", ".cpp")]
+
+
+def kind_of(path):
+    """The layer a file below src belongs to."""
+    parts = path.relative_to(PROJECT / "src").parts
+    if parts[0] == "main.cpp":
+        return "main"
+    if parts[0] == "platform":
+        return "windows" if parts[1] == "windows" else "platform"
+    if parts[0] in ROOMS:
+        return "form" if FORM.match(parts[-1]) else "logic"
+    return parts[0]
+
+
+MAY_INCLUDE = {
+    "main": {"main", "form", "logic", "ui", "platform", "windows", "resources", "system"},
+    "form": {"form", "logic", "ui", "platform", "resources"},
+    "logic": {"logic", "platform"},
+    "ui": {"ui", "system", "resources"},
+    "platform": {"platform"},
+    "windows": {"windows", "platform", "system"},
+    "resources": {"resources", "system"},
+}
+
+
+def included_kind(name, includer):
+    if WINDOWS_HEADERS.match(name):
+        return "system"
+    for base in (PROJECT / "src", includer.parent):
+        candidate = (base / name).resolve()
+        if candidate.is_file() and candidate.is_relative_to(PROJECT / "src"):
+            return kind_of(candidate)
+    return None
+
+
+def layer_breaches(path, text):
+    kind = kind_of(path)
+    for bracket, name in INCLUDE.findall(text):
+        included = included_kind(name, path)
+        if included is None and bracket == '"':
+            yield f"{path.relative_to(PROJECT)} includes {name}, which is not there"
+        elif included is not None and included not in MAY_INCLUDE[kind]:
+            yield f"{path.relative_to(PROJECT)} ({kind}) includes {name} ({included})"
+
+
+# Put together from pieces, so that this list does not find itself.
+FORBIDDEN_WORDS = re.compile(
+    r"\b(specific" r"ation|spec" r"\.md|per (the )?spe" r"c\b|the spe" r"c\b)|\bPar" r"t [1-6]\.[1-4]\b|house-sty" r"le\.md|"
+    r"issu" r"e #?[0-9]+|\.\./shar" r"ed|/(wor|far)[km]/|/tm" r"p/wt|\bthe origin" r"al (program|software|tool)\b|"
+    r"\bTO" r"DO\b|\bFIX" r"ME\b|\bXX" r"X\b|\bHA" r"CK\b|not imple" r"mented|unimple" r"mented", re.IGNORECASE)
+CASE_SENSITIVE_ONLY = re.compile("^(TO" "DO|FIX" "ME|XX" "X|HA" "CK)$", re.IGNORECASE)
+
+
+def forbidden_words(text):
+    for found in FORBIDDEN_WORDS.finditer(text):
+        word = found.group(0)
+        if not CASE_SENSITIVE_ONLY.match(word) or word.isupper():
+            yield text.count("\n", 0, found.start()) + 1, word
+
+
+class LayersTest(unittest.TestCase):
+    def test_every_file_includes_only_what_its_layer_may(self):
+        files = sources("src")
+        self.assertGreater(len(files), 20)
+        breaches = [breach for path in files for breach in layer_breaches(path, path.read_text(encoding="utf-8"))]
+        self.assertEqual(breaches, [])
+
+    def test_a_logic_file_that_includes_a_window_header_is_found(self):
+        logic = PROJECT / "src" / "archive" / "Example.cpp"
+        self.assertTrue(list(layer_breaches(logic, "#include <windows.h>\n")))
+        self.assertTrue(list(layer_breaches(logic, '#include "ui/Form.h"\n')))
+        self.assertFalse(list(layer_breaches(logic, '#include "platform/Files.h"\n#include <string>\n')))
+
+    def test_windows_headers_outside_src_stand_in_the_tests_that_need_them(self):
+        allowed = ("tests/window/", "tests/system/", "tests/virtual_burner/", "bench/")
+        breaches = []
+        for path in sources("tests", "bench"):
+            name = str(path.relative_to(PROJECT))
+            headers = [header for _, header in INCLUDE.findall(path.read_text(encoding="utf-8"))]
+            if not name.startswith(allowed) and any(WINDOWS_HEADERS.match(header) for header in headers):
+                breaches.append(name)
+        self.assertEqual(breaches, [])
+
+
+class WordsTest(unittest.TestCase):
+    def test_no_file_carries_words_that_do_not_belong_in_the_product(self):
+        found = []
+        for path in tracked():
+            if path == Path(__file__).resolve():
+                continue
+            try:
+                text = path.read_text(encoding="utf-8")
+            except UnicodeDecodeError:
+                continue
+            found += [f"{path.relative_to(PROJECT)}:{line}: {word}" for line, word in forbidden_words(text)]
+        self.assertEqual(found, [])
+
+    def test_a_word_of_the_list_is_found_with_its_line(self):
+        self.assertEqual(list(forbidden_words("one\n// TO" "DO later\n")), [(2, "TO" "DO")])
+        self.assertEqual(list(forbidden_words("todo lists and hacks")), [])
+
+
+class LayoutTest(unittest.TestCase):
+    def test_sources_are_laid_out_as_clang_format_says(self):
+        files = [str(path) for path in sources("src", "tests", "bench")]
+        done = subprocess.run(["clang-format", "--dry-run", "--Werror", *files], cwd=PROJECT, capture_output=True, text=True,
+                              check=False)
+        wrong = sorted(set(re.findall(r"^(\S+?):\d+", done.stderr, re.MULTILINE)))
+        self.assertEqual(wrong, [])
+        self.assertEqual(done.returncode, 0)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,145 @@
+#include "Remote.h"
+#include "Requests.h"
+
+#include <windows.h>
+
+#include <cstdlib>
+#include <limits>
+#include <vector>
+
+namespace uidriver {
+
+namespace {
+
+constexpr int MessageTextId = 0xFFFF;
+
+// A message box without an icon keeps an empty place for it, so "none" is a picture like the others.
+struct IconKind {
+    LPCWSTR resource;
+    const wchar_t* name;
+};
+
+const IconKind Kinds[] = {{nullptr, L"none"},
+                          {IDI_HAND, L"critical"},
+                          {IDI_QUESTION, L"question"},
+                          {IDI_EXCLAMATION, L"exclamation"},
+                          {IDI_ASTERISK, L"information"}};
+
+// An off-screen picture that is read pixel by pixel.
+class Picture {
+  public:
+    explicit Picture(SIZE size) : size_(size), context_(CreateCompatibleDC(nullptr)) {
+        BITMAPINFO layout{};
+        layout.bmiHeader.biSize = sizeof layout.bmiHeader;
+        layout.bmiHeader.biWidth = size.cx;
+        layout.bmiHeader.biHeight = -size.cy;
+        layout.bmiHeader.biPlanes = 1;
+        layout.bmiHeader.biBitCount = 32;
+        void* bits = nullptr;
+        bitmap_ = CreateDIBSection(context_, &layout, DIB_RGB_COLORS, &bits, nullptr, 0);
+        pixels_ = static_cast<const unsigned char*>(bits);
+        previous_ = SelectObject(context_, bitmap_);
+    }
+    ~Picture() {
+        SelectObject(context_, previous_);
+        DeleteObject(bitmap_);
+        DeleteDC(context_);
+    }
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+
+    HDC Context() const { return context_; }
+
+    std::int64_t DifferenceFrom(const Picture& other) const {
+        std::int64_t difference = 0;
+        for (LONG at = 0; at < size_.cx * size_.cy * 4; ++at) {
+            if (at % 4 != 3) difference += std::abs(pixels_[at] - other.pixels_[at]);
+        }
+        return difference;
+    }
+
+  private:
+    SIZE size_;
+    HDC context_;
+    HBITMAP bitmap_ = nullptr;
+    HGDIOBJ previous_ = nullptr;
+    const unsigned char* pixels_ = nullptr;
+};
+
+// An icon handle says nothing outside its process, so the icon is told by what the screen shows.
+std::wstring IconShownBy(HWND iconControl) {
+    RECT rect{};
+    GetWindowRect(iconControl, &rect);
+    const SIZE size{rect.right - rect.left, rect.bottom - rect.top};
+    Picture shown(size);
+    const HDC screen = GetDC(nullptr);
+    BitBlt(shown.Context(), 0, 0, size.cx, size.cy, screen, rect.left, rect.top, SRCCOPY);
+    ReleaseDC(nullptr, screen);
+
+    std::wstring best = L"unknown";
+    std::int64_t bestDifference = std::numeric_limits<std::int64_t>::max();
+    for (const IconKind& kind : Kinds) {
+        Picture expected(size);
+        const RECT whole{0, 0, size.cx, size.cy};
+        FillRect(expected.Context(), &whole, GetSysColorBrush(COLOR_BTNFACE));
+        if (kind.resource != nullptr) {
+            DrawIconEx(expected.Context(), 0, 0, LoadIconW(nullptr, kind.resource), size.cx, size.cy, 0, nullptr,
+                       DI_NORMAL);
+        }
+        const std::int64_t difference = shown.DifferenceFrom(expected);
+        if (difference < bestDifference) {
+            bestDifference = difference;
+            best = kind.name;
+        }
+    }
+    // Two icons differ by far more than this; a picture that is further from all of them is none of them.
+    constexpr std::int64_t MeanDifferenceLimit = 12;
+    return bestDifference > MeanDifferenceLimit * 3 * size.cx * size.cy ? L"unknown" : best;
+}
+
+// messagebox WINDOW: first its text, icon ("none" without one) and default button's id, then id and text of each
+// button; no rows when the window is no message box
+Rows MessageBoxParts(const Row& fields) {
+    const HWND window = WindowAt(fields, 1);
+    if (ClassOf(window) != L"#32770") return {};
+    std::vector<HWND> children;
+    EnumChildWindows(
+        window,
+        [](HWND child, LPARAM context) -> BOOL {
+            reinterpret_cast<std::vector<HWND>*>(context)->push_back(child);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&children));
+    bool hasText = false;
+    std::wstring text;
+    std::wstring icon = L"none";
+    std::wstring defaultButton;
+    Rows buttons;
+    for (const HWND child : children) {
+        const std::wstring className = ClassOf(child);
+        const LONG style = GetWindowLongW(child, GWL_STYLE);
+        if (className == L"Static" && (style & SS_TYPEMASK) == SS_ICON) {
+            if ((style & WS_VISIBLE) != 0) icon = IconShownBy(child);
+        } else if (className == L"Static" && (GetDlgCtrlID(child) & 0xFFFF) == MessageTextId) {
+            text = TextOf(child);
+            hasText = true;
+        } else if (className == L"Button" && (style & WS_VISIBLE) != 0) {
+            if ((style & BS_TYPEMASK) == BS_DEFPUSHBUTTON) defaultButton = Number(GetDlgCtrlID(child));
+            buttons.push_back({Number(GetDlgCtrlID(child)), TextOf(child)});
+        } else if (className != L"Static" && className != L"Button") {
+            return {};
+        }
+    }
+    if (!hasText || buttons.empty()) return {};
+    Rows rows{{text, icon, defaultButton}};
+    rows.insert(rows.end(), buttons.begin(), buttons.end());
+    return rows;
+}
+
+} // namespace
+
+void AddMessageBoxRequests(RequestTable& table) {
+    table[L"messagebox"] = MessageBoxParts;
+}
+
+} // namespace uidriver

@@ -1,0 +1,182 @@
+# Brings a Debian machine to the state in which the project builds and runs. Sourced by run and test.
+# Every step leaves either its finished result or nothing, so that an interrupted set-up is simply taken up again.
+
+projectRoot=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+buildFolder=$projectRoot/build
+
+# One line per purpose: what it is for, then the packages.
+buildPackages='building: cmake ninja-build make python3 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 googletest
+the archiver from its source: dpkg-dev xz-utils'
+workstationPackages='running Windows programs: wine wine64 locales python3
+a display where there is none, and pictures of it: xvfb openbox imagemagick x11-utils'
+testPackages='native tests and fuzzing: g++ clang libclang-rt-14-dev clang-format
+looking at the results with other tools: 7zip xorriso'
+lintPackages='source checks: clang-tidy'
+
+Fail() {
+    printf '%s: %s\n' "$(basename "$0")" "$1" >&2
+    exit 1
+}
+
+Say() { printf '== %s\n' "$1"; }
+
+# Runs one command with its output in a log, and ends with the reason on one line if it fails: Logged LOG WHAT COMMAND...
+Logged() {
+    local log=$1 what=$2
+    shift 2
+    if ! "$@" >"$log" 2>&1; then
+        Fail "$what failed: $(LastReason "$log") (all of it: ${log#"$projectRoot"/})"
+    fi
+}
+
+LastReason() {
+    local line
+    line=$(grep -iE 'no space left|not enough free space|temporary failure resolving|could not (resolve|connect)|unable to (fetch|locate)|permission denied' "$1" | head -n 1)
+    [ -n "$line" ] || line=$(grep -iE '(^E:|error|cannot|failed)' "$1" | head -n 1)
+    [ -n "$line" ] || line=$(tail -n 1 "$1")
+    case $line in
+        *[Nn]'o space left'* | *'not enough free space'* | *"don't have enough free space"*) line="the disk is full: $line" ;;
+        *'emporary failure'* | *'ould not resolve'* | *'ould not connect'*) line="no network: $line" ;;
+    esac
+    printf '%s' "$line"
+}
+
+# Needs room for what is about to be written: NeedRoom FOLDER MEGABYTES WHAT
+NeedRoom() {
+    local freeMegabytes
+    freeMegabytes=$(df -Pm "$1" | awk 'NR == 2 { print $4 }')
+    [ "$freeMegabytes" -ge "$2" ] || Fail "the disk is full: $3 needs $2 MB in $1, $freeMegabytes MB are free"
+}
+
+IsInstalled() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+# The prefix with which packages can be installed: empty for root, sudo otherwise.
+PrivilegeCommand() {
+    if [ "$(id -u)" = 0 ]; then
+        return 0
+    elif command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
+        printf 'sudo'
+    else
+        return 1
+    fi
+}
+
+# Installs the packages of the given purposes that are missing: InstallPackages "PURPOSES"
+InstallPackages() {
+    local purposes=$1 missing=() purpose packages package absent privilege
+    command -v dpkg-query >/dev/null || Fail 'this needs Debian: there is no dpkg here'
+    while IFS=: read -r purpose packages; do
+        absent=()
+        for package in $packages; do
+            IsInstalled "$package" || absent+=("$package")
+        done
+        if [ ${#absent[@]} -gt 0 ]; then
+            Say "missing for $purpose: ${absent[*]}"
+            missing+=("${absent[@]}")
+        fi
+    done <<<"$purposes"
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    privilege=$(PrivilegeCommand) ||
+        Fail "no root rights and no sudo; have an administrator run: apt-get install --no-install-recommends ${missing[*]}"
+    NeedRoom /var 300 'fetching packages'
+    NeedRoom /usr 500 'installing packages'
+    local apt=($privilege env DEBIAN_FRONTEND=noninteractive apt-get -y -q -o DPkg::Lock::Timeout=120)
+    if [ -n "$(dpkg --audit 2>/dev/null)" ]; then
+        Say 'finishing an interrupted installation of packages'
+        Logged "$buildFolder/logs/dpkg.log" 'finishing the interrupted installation' \
+            $privilege env DEBIAN_FRONTEND=noninteractive dpkg --configure -a
+    fi
+    Say "installing ${#missing[@]} Debian packages"
+    # A foreign source that cannot be read is no reason to stop: the installation below tells what counts.
+    "${apt[@]}" update >"$buildFolder/logs/apt-update.log" 2>&1 || true
+    if ! "${apt[@]}" install --no-install-recommends "${missing[@]}" >"$buildFolder/logs/apt-install.log" 2>&1; then
+        cat "$buildFolder/logs/apt-update.log" >>"$buildFolder/logs/apt-install.log"
+        Fail "packages cannot be installed: $(LastReason "$buildFolder/logs/apt-install.log") (all of it: build/logs/apt-install.log)"
+    fi
+}
+
+# The machine's own package sources with "deb" turned into "deb-src", in a folder of their own: nothing of the machine's
+# configuration is changed, and no root rights are needed.
+WriteSourcePackageLists() {
+    local parts=$1 list
+    mkdir -p "$parts"
+    for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+        [ -r "$list" ] && sed -nE 's/^[[:space:]]*deb(-src)?[[:space:]]/deb-src /p' "$list" >"$parts/$(basename "$list" .list).list"
+    done
+    for list in /etc/apt/sources.list.d/*.sources; do
+        [ -r "$list" ] && sed -E 's/^Types:.*/Types: deb-src/' "$list" >"$parts/$(basename "$list")"
+    done
+    return 0
+}
+
+# Builds the console archiver for Windows from Debian's own source package, once.
+BuildArchiver() {
+    local finished=$buildFolder/archiver/7za.exe work=$buildFolder/archiver/work log=$buildFolder/logs/archiver.log
+    [ -s "$finished" ] && return 0
+    Say 'building the 7-Zip console archiver from the Debian source package 7zip (about two minutes, once)'
+    rm -rf "$work"
+    mkdir -p "$work/parts" "$work/lists/partial" "$work/cache/archives/partial"
+    NeedRoom "$work" 200 'building the archiver'
+    WriteSourcePackageLists "$work/parts"
+    cat >"$work/apt.conf" <<CONFIG
+Dir::Etc::SourceList "/dev/null";
+Dir::Etc::SourceParts "$work/parts";
+Dir::State::Lists "$work/lists";
+Dir::Cache "$work/cache";
+APT::Sandbox::User "root";
+Acquire::Languages "none";
+CONFIG
+    (cd "$work" && APT_CONFIG=$work/apt.conf apt-get -q update && APT_CONFIG=$work/apt.conf apt-get -q source --only-source 7zip) \
+        >"$log" 2>&1 || (cd "$work" && APT_CONFIG=$work/apt.conf apt-get -q source --only-source 7zip) >>"$log" 2>&1 ||
+        Fail "the source package 7zip cannot be fetched: $(LastReason "$log") (all of it: build/logs/archiver.log)"
+
+    local source major
+    source=$(find "$work" -maxdepth 1 -type d -name '7zip-*')
+    major=$(awk '$2 == "MY_VER_MAJOR" { print $3 }' "$source/C/7zVersion.h")
+    # Older releases follow links out of the folder that they extract to.
+    [ "${major:-0}" -ge 25 ] || Fail "the source package 7zip is of release ${major:-unknown}; 25 or later is needed"
+    Logged "$log" 'building the archiver' make -C "$source/CPP/7zip/Bundles/Alone" -f makefile.gcc -j"$(nproc)" \
+        IS_MINGW=1 SystemDrive=1 CROSS_COMPILE=x86_64-w64-mingw32- CC=x86_64-w64-mingw32-gcc-posix \
+        CXX=x86_64-w64-mingw32-g++-posix RC=x86_64-w64-mingw32-windres USE_ASM= DISABLE_RAR=1 O="$work/out"
+    mv "$work/out/7za.exe" "$finished"
+    rm -rf "$work"
+}
+
+# Configures and builds targets of a preset; without targets, all of it: BuildPreset PRESET [TARGET...]
+BuildPreset() {
+    local preset=$1 folder=$buildFolder/$1 targets=()
+    shift
+    [ $# -gt 0 ] && targets=(--target "$@")
+    # A tree that was moved, copied or left half configured is configured anew.
+    if [ -e "$folder/CMakeCache.txt" ] &&
+        { [ ! -e "$folder/build.ninja" ] || ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$projectRoot" "$folder/CMakeCache.txt"; }; then
+        rm -rf "$folder"
+    fi
+    if [ ! -e "$folder/build.ninja" ]; then
+        NeedRoom "$buildFolder" 400 "building $preset"
+        Logged "$buildFolder/logs/configure-$preset.log" "configuring $preset" cmake -S "$projectRoot" --preset "$preset"
+    fi
+    Say "building $preset"
+    (cd "$projectRoot" && cmake --build --preset "$preset" "${targets[@]}") >"$buildFolder/logs/build-$preset.log" 2>&1 || {
+        grep -E -A4 'error:|FAILED:|No space left' "$buildFolder/logs/build-$preset.log" | head -n 40 >&2
+        Fail "building $preset failed: $(LastReason "$buildFolder/logs/build-$preset.log") (all of it: build/logs/build-$preset.log)"
+    }
+}
+
+# Puts the archiver beside the program.
+InstallArchiver() {
+    local target=$buildFolder/windows/bin/7Za.exe
+    cmp -s "$buildFolder/archiver/7za.exe" "$target" && return 0
+    mkdir -p "$(dirname "$target")"
+    cp "$buildFolder/archiver/7za.exe" "$target.new" && mv "$target.new" "$target"
+}
+
+# Takes the set-up for this process alone; a second command waits for the first one's set-up to end.
+BeginSetup() {
+    mkdir -p "$buildFolder/logs" 2>/dev/null || Fail "cannot write to $buildFolder"
+    exec 9>"$buildFolder/.setup-lock"
+    flock -n 9 || { Say 'waiting for another set-up to end'; flock 9; }
+}
+
+EndSetup() { exec 9>&-; }

@@ -1,0 +1,297 @@
+"""A Windows workstation on this machine: a Wine prefix of its own, its drives, and a display.
+
+The prefix is made once as a template and copied for each workstation. A copy shares the system's files with the template
+by hard links, which Wine never writes to, so a copy costs a few milliseconds.
+"""
+
+import atexit
+import os
+import shutil
+import subprocess
+import tempfile
+import time
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parent.parent
+BUILD = PROJECT / "build"
+BINARIES = BUILD / "windows" / "bin"
+TEMPLATE = BUILD / "workstation" / "template"
+LOCALES = BUILD / "workstation" / "locale"
+
+ACCOUNT = "agent"
+INSTALL_FOLDER = r"C:\Valcoreaux\Backup"
+LANGUAGES = {"fr": "fr_FR.UTF-8", "en": "en_US.UTF-8"}
+DRIVE_KINDS = {"removable": "floppy", "fixed": "hd", "cdrom": "cdrom", "network": "network"}
+
+
+class CannotHave(Exception):
+    """The machine refuses what was asked for, such as mounting a small disk without root rights."""
+
+
+def _wine_tool(name):
+    for candidate in (shutil.which(name), f"/usr/lib/wine/{name}", f"/usr/lib/wine/{name}64"):
+        if candidate and os.access(candidate, os.X_OK):
+            return candidate
+    raise CannotHave(f"there is no {name} on this machine")
+
+
+def _base_environment(prefix):
+    environment = {key: value for key, value in os.environ.items() if not key.startswith(("LC_", "LANG", "WINE"))}
+    environment.update(
+        WINEPREFIX=str(prefix),
+        WINEDEBUG="-all",
+        WINEDLLOVERRIDES="mscoree,mshtml=",
+        USER=ACCOUNT,
+        LOGNAME=ACCOUNT,
+        LOCPATH=str(LOCALES),
+        LC_ALL="C.UTF-8",
+        # A disk that happens to be plugged into this machine must not become a drive of the workstation.
+        DBUS_SYSTEM_BUS_ADDRESS="unix:path=/nonexistent",
+    )
+    environment.pop("DISPLAY", None)
+    return environment
+
+
+def _make_locales():
+    """Locales under which Wine reports the language and still maps file names with accents."""
+    if LOCALES.is_dir():
+        return
+    scratch = LOCALES.with_name(f"locale.{os.getpid()}")
+    scratch.mkdir(parents=True)
+    for locale in LANGUAGES.values():
+        subprocess.run(["localedef", "-i", locale.split(".")[0], "-f", "UTF-8", str(scratch / locale)], check=True)
+    _publish(scratch, LOCALES)
+
+
+def _publish(scratch, finished):
+    try:
+        scratch.rename(finished)
+    except OSError:
+        # Another process was quicker; its result is as good.
+        shutil.rmtree(scratch)
+
+
+def _make_template():
+    if TEMPLATE.is_dir():
+        return
+    scratch = TEMPLATE.with_name(f"template.{os.getpid()}")
+    scratch.mkdir(parents=True)
+    environment = _base_environment(scratch)
+    try:
+        subprocess.run([_wine_tool("wineboot"), "-i"], env=environment, check=True, timeout=180,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        subprocess.run([_wine_tool("wineserver"), "-w"], env=environment, check=True, timeout=60)
+    except (subprocess.SubprocessError, OSError) as failure:
+        shutil.rmtree(scratch, ignore_errors=True)
+        raise CannotHave(f"a Windows environment cannot be made: {failure}") from failure
+    # Wine points the profile's folders at this account's own; the workstation has its own ones.
+    for folder, _, _ in os.walk(scratch / "drive_c"):
+        for entry in list(os.scandir(folder)):
+            if entry.is_symlink():
+                os.unlink(entry.path)
+                os.mkdir(entry.path)
+    for device in list(os.scandir(scratch / "dosdevices")):
+        if device.name != "c:":
+            os.unlink(device.path)
+    (scratch / "drive_c" / "users" / ACCOUNT / "Documents").mkdir(parents=True, exist_ok=True)
+    _publish(scratch, TEMPLATE)
+
+
+def prepare():
+    """Makes what all workstations share, unless it is there already."""
+    _make_locales()
+    _make_template()
+
+
+def _copy_template(target):
+    target.mkdir(parents=True)
+    for entry in os.scandir(TEMPLATE):
+        if entry.name != "drive_c":
+            destination = target / entry.name
+            if entry.is_dir(follow_symlinks=False):
+                shutil.copytree(entry.path, destination, symlinks=True)
+            else:
+                shutil.copy2(entry.path, destination)
+    shutil.copytree(TEMPLATE / "drive_c", target / "drive_c", symlinks=True, copy_function=os.link)
+
+
+class Display:
+    """A virtual display with a window manager; where there is a real one, it is left alone."""
+
+    def __init__(self, size="1280x1024", dots_per_inch=96):
+        reader, writer = os.pipe()
+        self._folder = tempfile.TemporaryDirectory(prefix="display-")
+        self._server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{size}x24", "-dpi", str(dots_per_inch),
+             "-nolisten", "tcp", "-noreset"],
+            pass_fds=[writer], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(writer)
+        with os.fdopen(reader) as stream:
+            number = stream.readline().strip()
+        if not number:
+            raise CannotHave("the virtual display Xvfb does not start")
+        self.name = f":{number}"
+        self._manager = subprocess.Popen(
+            ["openbox", "--sm-disable"], env=dict(os.environ, DISPLAY=self.name, HOME=self._folder.name,
+                                                  XDG_CONFIG_HOME=self._folder.name, XDG_CACHE_HOME=self._folder.name),
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        atexit.register(self.stop)
+        self._wait_for_manager()
+
+    def _wait_for_manager(self):
+        deadline = time.monotonic() + 10
+        while time.monotonic() < deadline:
+            answer = subprocess.run(["xprop", "-display", self.name, "-root", "_NET_SUPPORTING_WM_CHECK"],
+                                    capture_output=True, text=True, check=False)
+            if "window id" in answer.stdout:
+                return
+            time.sleep(0.02)
+        raise CannotHave("the window manager openbox does not start")
+
+    def screenshot(self, path, rectangle=None):
+        command = ["import", "-display", self.name, "-window", "root"]
+        if rectangle:
+            left, top, width, height = rectangle
+            command += ["-crop", f"{width}x{height}+{max(left, 0)}+{max(top, 0)}", "+repage"]
+        Path(path).parent.mkdir(parents=True, exist_ok=True)
+        subprocess.run(command + [str(path)], check=True)
+
+    def stop(self):
+        atexit.unregister(self.stop)
+        for process in (self._manager, self._server):
+            process.terminate()
+            process.wait()
+        self._folder.cleanup()
+
+
+class Workstation:
+    """One workstation, from its folder on the disk to its running Wine server."""
+
+    def __init__(self, folder, language="fr", display=None, program_folder=INSTALL_FOLDER, scale_percent=100,
+                 keep=False):
+        """Lays out a workstation in a folder that does not exist yet, or takes up the one that is kept there. The display
+        is borrowed."""
+        prepare()
+        self.prefix = Path(folder).resolve()
+        self.display = display
+        self.program_folder = program_folder
+        self._mounts = []
+        if not keep:
+            _copy_template(self.prefix)
+        atexit.register(self.stop)
+        self.environment = _base_environment(self.prefix)
+        self.set_user_language(language)
+        if display:
+            self.environment["DISPLAY"] = display if isinstance(display, str) else display.name
+        self.profile = self.path(rf"C:\users\{ACCOUNT}")
+        self.documents = self.profile / "Documents"
+        self.temp = self.profile / "Temp"
+        if scale_percent != 100:
+            self._set_registry("user.reg", r"Control Panel\Desktop",
+                               f'"LogPixels"=dword:{96 * scale_percent // 100:08x}')
+        self.install()
+
+    def install(self):
+        """Puts the program and the archiver where the installer puts them."""
+        target = self.path(self.program_folder)
+        target.mkdir(parents=True, exist_ok=True)
+        for name in ("Backup.exe", "7Za.exe"):
+            shutil.copy2(BINARIES / name, target / name)
+        tools = self.path(r"C:\Tools")
+        tools.mkdir(exist_ok=True)
+        shutil.copy2(BINARIES / "uidriver.exe", tools / "uidriver.exe")
+
+    def path(self, windows_path):
+        """The place on this machine of an absolute Windows path; letters stand as they were given."""
+        drive, _, rest = windows_path.partition(":")
+        root = self.prefix / "drive_c" if drive.lower() == "c" else self.prefix / f"drive_{drive.lower()}"
+        return root.joinpath(*[piece for piece in rest.split("\\") if piece])
+
+    def windows_path(self, path):
+        """The Windows path of a file in one of the workstation's drives."""
+        drive, *pieces = Path(path).relative_to(self.prefix).parts
+        return f"{drive[-1].upper()}:\\" + "\\".join(pieces)
+
+    def set_user_language(self, language):
+        self.environment["LC_ALL"] = LANGUAGES.get(language, language)
+
+    def set_settings_language(self, value):
+        """Writes the language number into the sibling application's settings file."""
+        folder = self.path(self.program_folder).parent / "Accueil"
+        folder.mkdir(exist_ok=True)
+        (folder / "accueil.ini").write_bytes(f"[ACCUEIL-DEFAULTS]\r\nLang={value}\r\n".encode("cp1252"))
+
+    def set_windows_version(self, name):
+        """The reported version: winxp64, win7, win10 and so on."""
+        self._set_registry("user.reg", r"Software\Wine", f'"Version"="{name}"')
+
+    def add_usb_storage(self, device="Disk&Ven_Valcoreaux&Prod_Stick", instance="0001&0"):
+        """A USB mass-storage device among the machine's devices."""
+        self._set_registry("system.reg", rf"System\CurrentControlSet\Enum\USBSTOR\{device}\{instance}",
+                           '"Service"="USBSTOR"', '"ClassGUID"="{4d36e967-e325-11ce-bfc1-08002be10318}"')
+
+    def add_drive(self, letter, kind="removable", label=None, size_megabytes=None):
+        """A drive with an empty folder behind it; with a size, a small file system of its own. Before the start, or while
+        the program runs when the letter was known before."""
+        folder = self.path(f"{letter}:")
+        folder.mkdir(exist_ok=True)
+        if size_megabytes:
+            self._mount(folder, size_megabytes)
+        if label:
+            (folder / ".windows-label").write_text(label + "\n", encoding="utf-8")
+        self.declare_drive(letter, kind)
+        self.plug_in(letter)
+        return folder
+
+    def declare_drive(self, letter, kind):
+        self._set_registry("system.reg", r"Software\Wine\Drives", f'"{letter.lower()}:"="{DRIVE_KINDS[kind]}"')
+
+    def plug_in(self, letter):
+        (self.prefix / "dosdevices" / f"{letter.lower()}:").symlink_to(f"../drive_{letter.lower()}")
+
+    def pull_out(self, letter):
+        """The drive goes; what is on it stays and comes back with plug_in."""
+        (self.prefix / "dosdevices" / f"{letter.lower()}:").unlink()
+
+    def medium_files(self, letter):
+        """The names at the root of a drive, without what stands for its volume label."""
+        return sorted(name for name in os.listdir(self.path(f"{letter}:")) if name != ".windows-label")
+
+    def _mount(self, folder, size_megabytes):
+        done = subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={size_megabytes}m", "tmpfs", str(folder)],
+                              capture_output=True, text=True, check=False)
+        if done.returncode != 0:
+            raise CannotHave(f"a small disk cannot be mounted here: {done.stderr.strip()}")
+        self._mounts.append(folder)
+
+    def _set_registry(self, file, key, *lines):
+        # The hive is a text file that is read when the server starts; a key given twice is merged.
+        escaped = key.replace("\\", "\\\\")
+        with open(self.prefix / file, "a", encoding="utf-8") as hive:
+            hive.write(f"\n[{escaped}] 1\n" + "".join(line + "\n" for line in lines))
+
+    def wine_command(self, *arguments):
+        return [_wine_tool("wine"), *arguments]
+
+    def stop(self):
+        """Ends everything that runs on the workstation."""
+        atexit.unregister(self.stop)
+        subprocess.run([_wine_tool("wineserver"), "-k"], env=self.environment, check=False,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        subprocess.run([_wine_tool("wineserver"), "-w"], env=self.environment, check=False, timeout=60,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        for folder in self._mounts:
+            subprocess.run(["umount", "-l", str(folder)], check=False)
+        self._mounts.clear()
+
+    def remove(self):
+        """Ends the workstation and deletes it."""
+        self.stop()
+        for attempt in range(5):
+            try:
+                shutil.rmtree(self.prefix)
+                return
+            except OSError:
+                if attempt == 4:
+                    raise
+                time.sleep(0.1)
