@@ -44,7 +44,7 @@ def google_test(tally, name, command, report, **options):
     """Runs a GoogleTest program that writes its report to the given file."""
     started = time.monotonic()
     report.unlink(missing_ok=True)
-    log = LOGS / f"{report.stem}.log"
+    log = LOGS / f"{name.replace(', ', '-').lower()}-tests.log"
     with open(log, "wb") as output:
         code = subprocess.run(command, stdout=output, stderr=subprocess.STDOUT, check=False, **options).returncode
     if not report.exists():
@@ -204,6 +204,7 @@ LAYERS = {"unit": unit_layer, "window": window_layer, "system": system_layer, "f
 
 def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+    LOGS.mkdir(parents=True, exist_ok=True)
     tally = Tally()
     for name in sys.argv[1:]:
         try:
