@@ -102,7 +102,7 @@ class DiscWriter {
     /// The speed on which the drive settled; the fastest when none was asked for.
     virtual double WriteSpeed() const = 0;
     /// The label of the volume to be written; made acceptable where it is not.
-    virtual void SetVolumeLabel(const std::wstring& label) = 0;
+    virtual void SetDiscLabel(const std::wstring& label) = 0;
     /// Adds a file to the root of the image to be written, under its own name. It is read during the write. A file
     /// that cannot be read makes the write end in an error.
     virtual void AddFile(const std::wstring& path) = 0;

@@ -76,7 +76,7 @@ double FakeDiscWriter::WriteSpeed() const {
     });
 }
 
-void FakeDiscWriter::SetVolumeLabel(const std::wstring& label) {
+void FakeDiscWriter::SetDiscLabel(const std::wstring& label) {
     writers_.Record(family_).label = label;
 }
 

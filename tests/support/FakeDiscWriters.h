@@ -73,7 +73,7 @@ class FakeDiscWriter : public DiscWriter {
     void SelectWriter(int index) override;
     void SetWriteSpeed(double speed) override;
     double WriteSpeed() const override;
-    void SetVolumeLabel(const std::wstring& label) override;
+    void SetDiscLabel(const std::wstring& label) override;
     void AddFile(const std::wstring& path) override;
     void StartWrite() override;
     void Abort() override;
