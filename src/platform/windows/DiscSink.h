@@ -1,0 +1,125 @@
+#pragma once
+
+#include "platform/windows/ComPointer.h"
+
+#include <array>
+#include <atomic>
+#include <functional>
+
+/// Receives the one event of an event interface. Image mastering delivers it through IDispatch::Invoke; the real method
+/// behind IDispatch is there for a source that calls it.
+template<class EventInterface, std::size_t ArgumentCount>
+class DiscSinkBase : public EventInterface {
+  public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (!object) return E_POINTER;
+        const bool isKnown =
+            id == InterfaceId<IUnknown> || id == InterfaceId<IDispatch> || id == InterfaceId<EventInterface>;
+        *object = isKnown ? static_cast<EventInterface*>(this) : nullptr;
+        if (!isKnown) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (!count) return E_POINTER;
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        constexpr DISPID UpdateId = 0x200;
+        if (id != UpdateId) return DISP_E_MEMBERNOTFOUND;
+        if (!parameters || parameters->cArgs != ArgumentCount) return DISP_E_BADPARAMCOUNT;
+        // The last argument comes first.
+        std::array<VARIANTARG*, ArgumentCount> arguments;
+        for (std::size_t index = 0; index < ArgumentCount; ++index)
+            arguments[index] = &parameters->rgvarg[ArgumentCount - 1 - index];
+        return OnInvoke(arguments);
+    }
+
+  protected:
+    DiscSinkBase() = default;
+    virtual ~DiscSinkBase() = default;
+    virtual HRESULT OnInvoke(const std::array<VARIANTARG*, ArgumentCount>& arguments) = 0;
+
+    static IUnknown* ObjectIn(const VARIANTARG& argument) {
+        return argument.vt == VT_DISPATCH || argument.vt == VT_UNKNOWN ? argument.punkVal : nullptr;
+    }
+    static LONG NumberIn(VARIANTARG& argument) {
+        VARIANT number;
+        VariantInit(&number);
+        return SUCCEEDED(VariantChangeType(&number, &argument, 0, VT_I4)) ? number.lVal : 0;
+    }
+
+  private:
+    std::atomic<ULONG> references_{1};
+};
+
+/// Told of each step of a write: the writer and what it says of the step, either may be null.
+class WriteSink : public DiscSinkBase<DDiscFormat2DataEvents, 2> {
+  public:
+    using Handler = std::function<void(IDiscFormat2Data*, IDiscFormat2DataEventArgs*)>;
+    explicit WriteSink(Handler handler) : handler_(std::move(handler)) {}
+
+    HRESULT STDMETHODCALLTYPE Update(IDispatch* object, IDispatch* progress) override {
+        handler_(ComPointer<IDiscFormat2Data>::From(object).Get(),
+                 ComPointer<IDiscFormat2DataEventArgs>::From(progress).Get());
+        return S_OK;
+    }
+
+  private:
+    HRESULT OnInvoke(const std::array<VARIANTARG*, 2>& arguments) override {
+        return Update(static_cast<IDispatch*>(ObjectIn(*arguments[0])),
+                      static_cast<IDispatch*>(ObjectIn(*arguments[1])));
+    }
+
+    Handler handler_;
+};
+
+/// Told of each step of an erase: the seconds it has taken and the estimate of all.
+class EraseSink : public DiscSinkBase<DDiscFormat2EraseEvents, 3> {
+  public:
+    using Handler = std::function<void(LONG elapsedSeconds, LONG estimatedSeconds)>;
+    explicit EraseSink(Handler handler) : handler_(std::move(handler)) {}
+
+    HRESULT STDMETHODCALLTYPE Update(IDispatch*, LONG elapsedSeconds, LONG estimatedSeconds) override {
+        handler_(elapsedSeconds, estimatedSeconds);
+        return S_OK;
+    }
+
+  private:
+    HRESULT OnInvoke(const std::array<VARIANTARG*, 3>& arguments) override {
+        return Update(nullptr, NumberIn(*arguments[1]), NumberIn(*arguments[2]));
+    }
+
+    Handler handler_;
+};
+
+/// Connects a sink to a source of events for as long as it lives.
+class SinkConnection {
+  public:
+    template<class EventInterface>
+    SinkConnection(IUnknown* source, EventInterface* sink) {
+        const auto container = ComPointer<IConnectionPointContainer>::From(source);
+        if (container && SUCCEEDED(container->FindConnectionPoint(InterfaceId<EventInterface>, point_.Receive())) &&
+            FAILED(point_->Advise(sink, &cookie_)))
+            point_.Reset();
+    }
+    SinkConnection(const SinkConnection&) = delete;
+    SinkConnection& operator=(const SinkConnection&) = delete;
+    ~SinkConnection() {
+        if (point_) point_->Unadvise(cookie_);
+    }
+
+  private:
+    ComPointer<IConnectionPoint> point_;
+    DWORD cookie_ = 0;
+};

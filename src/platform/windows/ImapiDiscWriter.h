@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/DiscProgress.h"
+#include "platform/DiscSpeeds.h"
+#include "platform/DiscWriter.h"
+#include "platform/MessageLoop.h"
+#include "platform/windows/DiscEventQueue.h"
+#include "platform/windows/ImapiWorker.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// DiscWriter on the system's image mastering. This object lives on the thread of the windows and keeps what the worker
+/// thread told it last; it never waits for a drive, except as DiscWriter says.
+class ImapiDiscWriter : public DiscWriter {
+  public:
+    /// `messageLoop` is run while `ShutDown` waits and must outlive the writer. Throws 429.
+    ImapiDiscWriter(DiscFamily family, MessageLoop& messageLoop);
+    ~ImapiDiscWriter() override;
+
+    void SetEvents(DiscWriterEvents* events) override;
+    DiscOperation CurrentOperation() const override { return progress_.operation; }
+    WritingStage CurrentStage() const override { return progress_.stage; }
+    DiscPresence Presence() const override { return snapshot_.disc.presence; }
+    MediaKind Kind() const override { return snapshot_.disc.kind; }
+    DiscStatus Status() const override { return snapshot_.disc.status; }
+    bool IsWritable() const override { return snapshot_.disc.isWritable; }
+    bool IsDvdReady() const override { return snapshot_.disc.isDvdReady; }
+    std::uint64_t UsedBytes() const override { return snapshot_.disc.usedBytes; }
+    std::uint64_t TotalBytes() const override { return snapshot_.disc.totalBytes; }
+    std::uint64_t FreeBytes() const override { return snapshot_.disc.freeBytes; }
+    std::vector<std::wstring> WriterNames() const override { return names_; }
+    void SelectWriter(int index) override;
+    void SetWriteSpeed(double speed) override;
+    double WriteSpeed() const override;
+    void SetDiscLabel(const std::wstring& label) override { label_ = label; }
+    void AddFile(const std::wstring& path) override;
+    void StartWrite() override;
+    void Abort() override;
+    void Erase(bool isQuick) override;
+    void ShutDown() override;
+
+  private:
+    void OnEvent(const DiscEvent& event);
+    void OnOperationEnded(const DiscEvent& event);
+    /// The number of a new operation; nothing when it is refused, which the window has then been told.
+    std::optional<int> BeginOperation(DiscOperation operation);
+    void TakeSnapshot(const DriveSnapshot& snapshot);
+    void TellProgress(const DiscProgress& progress);
+
+    DiscFamily family_;
+    MessageLoop& messageLoop_;
+    DiscWriterEvents* events_ = nullptr;
+    std::shared_ptr<DiscEventQueue> queue_;
+    std::unique_ptr<ImapiWorker> worker_;
+    std::vector<std::wstring> names_;
+    int selection_ = 0;
+    DriveSnapshot snapshot_;
+    DiscSpeeds speeds_;
+    std::optional<double> speed_;
+    std::wstring label_;
+    std::vector<std::wstring> files_;
+    DiscProgress progress_;
+    int lastOperation_ = 0;
+    int running_ = 0;     ///< the operation that the window follows, 0 when none
+    bool isBusy_ = false; ///< whether the drive works, be it only at ending what was stopped
+    /// Gone with the writer: a handler may destroy it.
+    std::shared_ptr<int> life_ = std::make_shared<int>();
+};
+
+/// Makes ImapiDiscWriter.
+class ImapiDiscWriters : public DiscWriters {
+  public:
+    explicit ImapiDiscWriters(MessageLoop& messageLoop) : messageLoop_(messageLoop) {}
+    std::unique_ptr<DiscWriter> Create(DiscFamily family) override;
+
+  private:
+    MessageLoop& messageLoop_;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/DiscReading.h"
+#include "platform/DiscWriter.h"
+#include "platform/windows/ComPointer.h"
+#include "platform/windows/DiscEventQueue.h"
+
+#include <string>
+#include <vector>
+
+/// A writer drive as image mastering lists it.
+struct ImapiDriveEntry {
+    std::wstring id;   ///< opaque, the system's key
+    std::wstring name; ///< vendor and product, then the drive letter in parentheses
+};
+
+/// The drives that write discs of `family`; a failure only when image mastering cannot be reached.
+std::vector<ImapiDriveEntry> ListImapiDrives(DiscFamily family, HRESULT& result);
+
+/// One drive, held open by the thread that made it.
+class ImapiDrive {
+  public:
+    /// Whether the drive answers is told by `IsOpen`.
+    explicit ImapiDrive(const std::wstring& id);
+
+    bool IsOpen() const { return static_cast<bool>(data_); }
+    IDiscRecorder2* Recorder() const { return recorder_.Get(); }
+    IDiscFormat2Data* Data() const { return data_.Get(); }
+
+    /// Asks the drive about its disc. Slow questions are asked again only when the quick ones have another answer.
+    const DriveSnapshot& Read();
+    /// Makes the next `Read` ask everything.
+    void Forget() { answers_.reset(); }
+
+  private:
+    DriveAnswers Ask() const;
+    std::uint64_t MountedVolumeBytes() const;
+    std::vector<std::uint32_t> AskSpeeds() const;
+
+    ComPointer<IDiscRecorder2> recorder_;
+    ComPointer<IDiscFormat2Data> data_;
+    std::wstring root_;
+    std::optional<DriveAnswers> answers_;
+    DriveSnapshot snapshot_;
+};

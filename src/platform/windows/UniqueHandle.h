@@ -1,0 +1,57 @@
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+/// Owns one handle of the system. The traits name the raw type (`Type`), the value that means none (`Invalid()`) and
+/// the closing call (`Close`). `Get` lends the handle; nothing converts by itself.
+template<class Traits>
+class UniqueHandle {
+  public:
+    using Type = typename Traits::Type;
+
+    UniqueHandle() = default;
+    explicit UniqueHandle(Type handle) : handle_(handle) {}
+    UniqueHandle(UniqueHandle&& other) noexcept : handle_(std::exchange(other.handle_, Traits::Invalid())) {}
+    UniqueHandle& operator=(UniqueHandle&& other) noexcept {
+        if (this != &other) Reset(std::exchange(other.handle_, Traits::Invalid()));
+        return *this;
+    }
+    ~UniqueHandle() { Reset(); }
+
+    Type Get() const { return handle_; }
+    explicit operator bool() const { return handle_ != Traits::Invalid(); }
+
+    void Reset(Type handle = Traits::Invalid()) {
+        if (handle_ != Traits::Invalid()) Traits::Close(handle_);
+        handle_ = handle;
+    }
+
+  private:
+    Type handle_ = Traits::Invalid();
+};
+
+/// Files and devices, whose invalid value is not null.
+struct FileHandleTraits {
+    using Type = HANDLE;
+    static Type Invalid() { return INVALID_HANDLE_VALUE; }
+    static void Close(Type handle) { CloseHandle(handle); }
+};
+
+/// Events, processes, threads, tokens.
+struct ObjectHandleTraits {
+    using Type = HANDLE;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type handle) { CloseHandle(handle); }
+};
+
+struct WindowHandleTraits {
+    using Type = HWND;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type handle) { DestroyWindow(handle); }
+};
+
+using UniqueFile = UniqueHandle<FileHandleTraits>;
+using UniqueObject = UniqueHandle<ObjectHandleTraits>;
+using UniqueWindow = UniqueHandle<WindowHandleTraits>;
