@@ -27,6 +27,11 @@ class UniqueHandle {
         if (handle_ != Traits::Invalid()) Traits::Close(handle_);
         handle_ = handle;
     }
+    /// Where a call that opens a handle is to put it.
+    Type* Receive() {
+        Reset();
+        return &handle_;
+    }
 
   private:
     Type handle_ = Traits::Invalid();
@@ -46,6 +51,12 @@ struct ObjectHandleTraits {
     static void Close(Type handle) { CloseHandle(handle); }
 };
 
+struct FindHandleTraits {
+    using Type = HANDLE;
+    static Type Invalid() { return INVALID_HANDLE_VALUE; }
+    static void Close(Type handle) { FindClose(handle); }
+};
+
 struct WindowHandleTraits {
     using Type = HWND;
     static Type Invalid() { return nullptr; }
@@ -54,4 +65,5 @@ struct WindowHandleTraits {
 
 using UniqueFile = UniqueHandle<FileHandleTraits>;
 using UniqueObject = UniqueHandle<ObjectHandleTraits>;
+using UniqueFind = UniqueHandle<FindHandleTraits>;
 using UniqueWindow = UniqueHandle<WindowHandleTraits>;

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "platform/MessageBoxes.h"
+
+class WindowsMessageBoxes : public MessageBoxes {
+  public:
+    std::int16_t Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) override;
+};
