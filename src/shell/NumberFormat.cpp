@@ -22,7 +22,8 @@ std::wstring Decimals(double value, int places) {
     const auto exponentMark = scientific.find('e');
     if (exponentMark == std::string::npos) return std::wstring(scientific.begin(), scientific.end());
     // A digit in front takes the carry.
-    std::string digits = "0" + scientific.substr(0, 1) + scientific.substr(2, exponentMark - 2);
+    std::string digits = "0";
+    digits.append(scientific, 0, 1).append(scientific, 2, exponentMark - 2);
     int wholeDigits = std::stoi(scientific.substr(exponentMark + 1)) + 2;
     if (wholeDigits < 1) {
         digits.insert(0, static_cast<std::size_t>(1 - wholeDigits), '0');
