@@ -36,7 +36,7 @@ std::wstring Decimals(double value, int places) {
         if (++digits[at] <= '9') break;
         digits[at] = '0';
     }
-    digits.insert(static_cast<std::size_t>(wholeDigits), ".");
+    digits.insert(static_cast<std::size_t>(wholeDigits), 1, '.');
     digits.erase(0, std::min(digits.find_first_not_of('0'), static_cast<std::size_t>(wholeDigits) - 1));
     return std::wstring(digits.begin(), digits.end());
 }
