@@ -2,6 +2,7 @@
 
 #include "platform/DiscErrors.h"
 #include "platform/MasteringCodes.h"
+#include "platform/windows/QuietErrors.h"
 
 #include <utility>
 
@@ -115,9 +116,7 @@ void ImapiWorker::StartErase(int operation, bool isQuick) {
 void ImapiWorker::Run() {
     {
         const ComApartment apartment;
-        // An empty drive is an answer, not a box on the screen.
-        DWORD formerMode = 0;
-        SetThreadErrorMode(SEM_FAILCRITICALERRORS, &formerMode);
+        SuppressDiskBoxes();
         ListDrives();
         while (!isEndRequested_) {
             if (auto command = NextCommand())
