@@ -64,6 +64,15 @@ void Option::Select(int firstId, int lastId) {
     CheckRadioButton(Owner().Handle(), firstId, lastId, Id());
 }
 
+void Option::SelectNone(Form& form, int firstId, int lastId) {
+    for (int id = firstId; id <= lastId; ++id) {
+        HWND option = form.ControlHandle(id);
+        SendMessageW(option, BM_SETCHECK, BST_UNCHECKED, 0);
+        // An option that is cleared is no tab stop, because the selected one is.
+        SetWindowLongPtrW(option, GWL_STYLE, GetWindowLongPtrW(option, GWL_STYLE) | WS_TABSTOP);
+    }
+}
+
 void ComboBox::Add(const std::wstring& text) {
     Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }

@@ -48,6 +48,8 @@ class Form {
 
     void SetTitle(const std::wstring& title);
     std::wstring Title() const;
+    /// Shows an icon of the program's resources in the title bar and the task bar.
+    void SetIcon(int iconId);
     void Refresh();
     /// Sets the outer height. Heights were made for a caption and frame of 375 twips; where the system's are taller
     /// the difference is added, so that no control is cut.

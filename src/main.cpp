@@ -1,0 +1,80 @@
+#include "platform/windows/ImapiDiscWriter.h"
+#include "platform/windows/QuietErrors.h"
+#include "platform/windows/SingleInstance.h"
+#include "platform/windows/WindowsDrives.h"
+#include "platform/windows/WindowsEventLog.h"
+#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/WindowsMessageBoxes.h"
+#include "platform/windows/WindowsProcesses.h"
+#include "platform/windows/WindowsStringTable.h"
+#include "platform/windows/WindowsSystem.h"
+#include "platform/windows/WindowsUsbDevices.h"
+#include "shell/StartUp.h"
+#include "shell/frmMain.h"
+#include "ui/MessagePump.h"
+
+#include <objbase.h>
+
+namespace {
+
+/// The workstation as it is.
+struct Workstation {
+    FormMessageLoop messageLoop;
+    WindowsStringTable strings;
+    WindowsDrives drives;
+    WindowsUsbDevices usb;
+    WindowsFiles files;
+    WindowsProcesses processes;
+    WindowsSystem system;
+    WindowsEventLog eventLog;
+    WindowsMessageBoxes messageBoxes;
+    ImapiDiscWriters discWriters{messageLoop};
+
+    Machine Ports() {
+        return {strings, drives, usb, files, processes, system, eventLog, messageBoxes, messageLoop, discWriters};
+    }
+};
+
+/// What Windows has to know before the first window.
+class ProcessSetUp {
+  public:
+    ProcessSetUp() {
+        // The window does not repaint while an archive is built; it is at work all the same.
+        DisableProcessWindowsGhosting();
+        SuppressDiskBoxes();
+        INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
+        InitCommonControlsEx(&classes);
+        // The shell opens documents through COM.
+        hasCom_ = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
+    }
+    ~ProcessSetUp() {
+        if (hasCom_) CoUninitialize();
+    }
+    ProcessSetUp(const ProcessSetUp&) = delete;
+    ProcessSetUp& operator=(const ProcessSetUp&) = delete;
+
+  private:
+    bool hasCom_ = false;
+};
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    const ProcessSetUp setUp;
+    Workstation workstation;
+    Application app(workstation.Ports());
+
+    const SingleInstance instance(app.ProgramFolder());
+    if (!instance.IsFirst()) {
+        instance.ShowFirst();
+        return 0;
+    }
+
+    ReadUser(app);
+    frmMain mainWindow(app, {});
+    mainWindow.Create();
+    instance.Mark(mainWindow.Handle());
+    mainWindow.Show();
+    ui::RunMessagesUntil([&] { return !mainWindow.IsLoaded(); });
+    return 0;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/windows/UniqueHandle.h"
+
+#include <string>
+
+/// Keeps two running copies of one installation apart, whoever started them: they would work in the same folder and
+/// wipe each other's archives. Copies in different folders do not meet.
+class SingleInstance {
+  public:
+    explicit SingleInstance(const std::wstring& programFolder);
+
+    bool IsFirst() const { return isFirst_; }
+    /// Marks the window that a later copy brings to the front.
+    void Mark(HWND window) const;
+    /// Brings the first copy to the front; when it belongs to another user's session, says so in the system's words.
+    void ShowFirst() const;
+
+  private:
+    std::wstring name_;
+    UniqueObject mutex_;
+    bool isFirst_ = false;
+};
