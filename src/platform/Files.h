@@ -48,7 +48,7 @@ class Files {
     virtual std::string Read(const std::wstring& path) const = 0;
     /// Creates or truncates a file.
     virtual std::unique_ptr<OutputFile> Create(const std::wstring& path) = 0;
-    /// Copies over whatever `target` was.
+    /// Copies over whatever `target` was. On a disk that is full (61) nothing of the target is left.
     virtual void Copy(const std::wstring& source, const std::wstring& target) = 0;
     /// Forces what the system still holds of the file to the device.
     virtual void Flush(const std::wstring& path) = 0;

@@ -222,7 +222,11 @@ void FakeFiles::Copy(const std::wstring& source, const std::wstring& target) {
     RequireFolderAbove(target);
     const Entry* old = At(target);
     if (old && (old->isFolder || old->isReadOnly)) throw RuntimeError(ErrorNumber::PermissionDenied);
-    TakeSpace(target, old ? old->sizeBytes : 0, copied.sizeBytes);
+    if (old) {
+        TakeSpace(target, old->sizeBytes, 0);
+        entries_.erase(KeyOf(target));
+    }
+    TakeSpace(target, 0, copied.sizeBytes);
     Entry& entry = entries_[KeyOf(target)];
     entry = copied;
     entry.path = target;

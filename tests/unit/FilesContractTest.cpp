@@ -305,9 +305,11 @@ TEST(FakeFiles, FailsAsTold) {
 TEST(FakeFiles, AFullDriveIsError61) {
     FakeFiles files;
     files.AddFolder(L"E:\\");
-    files.SetFreeBytes(L"E:", 10);
+    files.SetFreeBytes(L"E:", 7);
     files.AddSizedFile(L"C:\\big", 11);
+    files.AddFile(L"E:\\big", "old");
     EXPECT_EQ(NumberThrownBy([&] { files.Copy(L"C:\\big", L"E:\\big"); }), 61);
+    EXPECT_FALSE(files.FileExists(L"E:\\big"));
     const auto file = files.Create(L"E:\\small");
     file->Write("0123456789");
     EXPECT_EQ(NumberThrownBy([&] { file->Write("x"); }), 61);

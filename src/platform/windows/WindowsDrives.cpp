@@ -22,6 +22,13 @@ bool IsLetterAssigned(wchar_t letter) {
     return (GetLogicalDrives() >> (upper - L'A') & 1) != 0;
 }
 
+/// A letter can outlive the place that it stood for. A drive without a medium fails in another way: it is not ready.
+bool LeadsNowhere(const std::wstring& root) {
+    if (GetFileAttributesW(root.c_str()) != INVALID_FILE_ATTRIBUTES) return false;
+    const DWORD error = GetLastError();
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_DRIVE;
+}
+
 } // namespace
 
 WindowsDrives::WindowsDrives() {
@@ -41,7 +48,7 @@ DriveType WindowsDrives::Type(const std::wstring& root) const {
 }
 
 bool WindowsDrives::Exists(const std::wstring& root) const {
-    return !root.empty() && IsLetterAssigned(root[0]) && Type(root) != DriveType::NoRoot;
+    return !root.empty() && IsLetterAssigned(root[0]) && Type(root) != DriveType::NoRoot && !LeadsNowhere(RootOf(root));
 }
 
 std::optional<std::wstring> WindowsDrives::VolumeLabel(const std::wstring& root) const {

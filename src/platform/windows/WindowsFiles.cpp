@@ -197,7 +197,11 @@ std::unique_ptr<OutputFile> WindowsFiles::Create(const std::wstring& path) {
 void WindowsFiles::Copy(const std::wstring& source, const std::wstring& target) {
     const std::wstring longSource = LongPath(source);
     const std::wstring longTarget = LongPath(target);
-    if (!CopyFileW(longSource.c_str(), longTarget.c_str(), FALSE)) ThrowLastError();
+    if (CopyFileW(longSource.c_str(), longTarget.c_str(), FALSE)) return;
+    const DWORD error = GetLastError();
+    // Half a copy must not be taken for a whole one; not every system clears it away.
+    if (ErrorNumberOf(error) == ErrorNumber::DiskFull) DeleteFileW(longTarget.c_str());
+    ThrowSystemError(error);
 }
 
 void WindowsFiles::Flush(const std::wstring& path) {
