@@ -20,6 +20,8 @@ std::wstring DescriptionOf(std::int32_t number) {
         return L"Device I/O error";
     case ErrorNumber::DiskFull:
         return L"Disk full";
+    case ErrorNumber::InputPastEndOfFile:
+        return L"Input past end of file";
     case ErrorNumber::PermissionDenied:
         return L"Permission denied";
     case ErrorNumber::DiskNotReady:

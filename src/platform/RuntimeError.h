@@ -14,6 +14,7 @@ enum class ErrorNumber : std::int32_t {
     FileNotFound = 53,
     DeviceIoError = 57,
     DiskFull = 61,
+    InputPastEndOfFile = 62,
     PermissionDenied = 70,
     DiskNotReady = 71,
     PathFileAccessError = 75,

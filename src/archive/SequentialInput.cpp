@@ -1,0 +1,59 @@
+#include "archive/SequentialInput.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr char EndOfFileMark = 26;
+
+} // namespace
+
+SequentialInput::SequentialInput(std::string_view bytes) : bytes_(bytes.substr(0, bytes.find(EndOfFileMark))) {}
+
+std::wstring SequentialInput::Field() {
+    SkipBlanks();
+    if (IsAtEnd()) throw RuntimeError(ErrorNumber::InputPastEndOfFile);
+    std::string_view field;
+    if (bytes_[position_] == '"') {
+        ++position_;
+        field = TakeUntil("\"");
+        if (!IsAtEnd()) ++position_;
+        SkipBlanks();
+    } else {
+        field = TakeUntil(",\r\n");
+    }
+    if (!IsAtEnd() && bytes_[position_] == ',') {
+        ++position_;
+    } else {
+        SkipLineEnd();
+    }
+    return FromAnsi(field);
+}
+
+std::wstring SequentialInput::Line() {
+    const std::string_view line = TakeUntil("\r\n");
+    SkipLineEnd();
+    return FromAnsi(line);
+}
+
+void SequentialInput::SkipBlanks() {
+    position_ = std::min(bytes_.find_first_not_of(" \t", position_), bytes_.size());
+}
+
+void SequentialInput::SkipLineEnd() {
+    if (!IsAtEnd() && bytes_[position_] == '\r')
+        ++position_;
+    else if (IsAtEnd() || bytes_[position_] != '\n')
+        return;
+    if (!IsAtEnd() && bytes_[position_] == '\n') ++position_;
+}
+
+std::string_view SequentialInput::TakeUntil(std::string_view terminators) {
+    const std::size_t end = std::min(bytes_.find_first_of(terminators, position_), bytes_.size());
+    const std::string_view taken = bytes_.substr(position_, end - position_);
+    position_ = end;
+    return taken;
+}
