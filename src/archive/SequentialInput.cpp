@@ -8,6 +8,7 @@
 namespace {
 
 constexpr char EndOfFileMark = 26;
+constexpr std::string_view Blanks = " \t";
 
 } // namespace
 
@@ -19,11 +20,12 @@ std::wstring SequentialInput::Field() {
     std::string_view field;
     if (bytes_[position_] == '"') {
         ++position_;
-        field = TakeUntil("\"");
-        if (!IsAtEnd()) ++position_;
+        field = TakeUntil("\"\r\n");
+        if (!IsAtEnd() && bytes_[position_] == '"') ++position_;
         SkipBlanks();
     } else {
         field = TakeUntil(",\r\n");
+        field = field.substr(0, field.find_last_not_of(Blanks) + 1);
     }
     if (!IsAtEnd() && bytes_[position_] == ',') {
         ++position_;
@@ -40,7 +42,7 @@ std::wstring SequentialInput::Line() {
 }
 
 void SequentialInput::SkipBlanks() {
-    position_ = std::min(bytes_.find_first_not_of(" \t", position_), bytes_.size());
+    position_ = std::min(bytes_.find_first_not_of(Blanks, position_), bytes_.size());
 }
 
 void SequentialInput::SkipLineEnd() {

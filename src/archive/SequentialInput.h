@@ -4,8 +4,8 @@
 #include <string_view>
 
 /// Reads the fields of a text file as the platform's sequential-input statement does. A field ends at a comma or at the
-/// end of a line (CR, LF or both); blanks before it are skipped; a field that begins with a double quote runs to the
-/// next one and may hold commas and line ends; an empty line is one empty field. A byte 26 ends the file.
+/// end of a line (CR, LF or both); blanks around it are dropped; a field that begins with a double quote runs to the
+/// next one or to the end of the line, and may hold commas; an empty line is one empty field. A byte 26 ends the file.
 class SequentialInput {
   public:
     /// Borrows the bytes of the file, in the system's ANSI code page.

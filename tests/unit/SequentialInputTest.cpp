@@ -21,8 +21,8 @@ TEST(SequentialInput, FieldEndsAtACommaOrAtTheEndOfALine) {
     EXPECT_EQ(AllFields("a,b\r\nc\nd\re"), (Fields{L"a", L"b", L"c", L"d", L"e"}));
 }
 
-TEST(SequentialInput, BlanksBeforeAFieldAreSkippedAndInsideKept) {
-    EXPECT_EQ(AllFields("  \tMes documents, b\r\n"), (Fields{L"Mes documents", L"b"}));
+TEST(SequentialInput, BlanksAroundAFieldAreDroppedAndInsideKept) {
+    EXPECT_EQ(AllFields("  \tMes documents \t, b\r\n"), (Fields{L"Mes documents", L"b"}));
 }
 
 TEST(SequentialInput, QuotedFieldLosesItsQuotesAndKeepsItsCommas) {
@@ -33,8 +33,8 @@ TEST(SequentialInput, QuoteInsideAFieldIsAnOrdinaryCharacter) {
     EXPECT_EQ(AllFields("a\"b,c"), (Fields{L"a\"b", L"c"}));
 }
 
-TEST(SequentialInput, QuoteThatIsNeverClosedRunsToTheEnd) {
-    EXPECT_EQ(AllFields("\"a,b\r\nc"), (Fields{L"a,b\r\nc"}));
+TEST(SequentialInput, QuoteThatIsNeverClosedRunsToTheEndOfTheLine) {
+    EXPECT_EQ(AllFields("\"a,b\r\nc"), (Fields{L"a,b", L"c"}));
 }
 
 TEST(SequentialInput, EmptyLineIsOneEmptyField) {
