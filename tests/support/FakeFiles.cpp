@@ -222,11 +222,9 @@ void FakeFiles::Copy(const std::wstring& source, const std::wstring& target) {
     RequireFolderAbove(target);
     const Entry* old = At(target);
     if (old && (old->isFolder || old->isReadOnly)) throw RuntimeError(ErrorNumber::PermissionDenied);
-    if (old) {
-        TakeSpace(target, old->sizeBytes, 0);
-        entries_.erase(KeyOf(target));
-    }
+    // The old file gives its space back only when the new one is whole.
     TakeSpace(target, 0, copied.sizeBytes);
+    if (old) TakeSpace(target, old->sizeBytes, 0);
     Entry& entry = entries_[KeyOf(target)];
     entry = copied;
     entry.path = target;

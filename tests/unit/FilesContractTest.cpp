@@ -221,6 +221,17 @@ TYPED_TEST(FilesContract, CopyReplacesTheTarget) {
     EXPECT_EQ(this->files_.Read(this->Path(L"a")), "new");
 }
 
+TYPED_TEST(FilesContract, CopyThatFailsLeavesTheTargetAsItWas) {
+    this->Put(L"a", "new");
+    this->files_.CreateFolder(this->Path(L"taken"));
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.Copy(this->Path(L"a"), this->Path(L"taken")); }), 70);
+    EXPECT_TRUE(this->files_.FolderExists(this->Path(L"taken")));
+    this->Put(L"b", "older");
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.Copy(this->Path(L"none"), this->Path(L"b")); }), 53);
+    EXPECT_EQ(this->files_.Read(this->Path(L"b")), "older");
+    EXPECT_THAT(this->files_.Contents(this->bench_.root).files, UnorderedElementsAre(L"a", L"b"));
+}
+
 TYPED_TEST(FilesContract, FlushLeavesTheFileAsItIs) {
     this->Put(L"a", "1");
     this->files_.Flush(this->Path(L"a"));
@@ -309,7 +320,8 @@ TEST(FakeFiles, AFullDriveIsError61) {
     files.AddSizedFile(L"C:\\big", 11);
     files.AddFile(L"E:\\big", "old");
     EXPECT_EQ(NumberThrownBy([&] { files.Copy(L"C:\\big", L"E:\\big"); }), 61);
-    EXPECT_FALSE(files.FileExists(L"E:\\big"));
+    EXPECT_EQ(files.Read(L"E:\\big"), "old") << "a copy that fails must not take what was there";
+    files.Delete(L"E:\\big");
     const auto file = files.Create(L"E:\\small");
     file->Write("0123456789");
     EXPECT_EQ(NumberThrownBy([&] { file->Write("x"); }), 61);
