@@ -77,6 +77,9 @@ class Driver:
             raise DriverError("the driver ended")
         return line.decode("utf-8").rstrip("\n")
 
+    def has_ended(self):
+        return self._process.stdin.closed
+
     def stop(self):
         self._process.stdin.close()
         try:
@@ -307,6 +310,18 @@ class Program:
         """The window of a form, once it is shown and can be used."""
         return self.wait(lambda: self.find_window(form, enabled=True), f"window {form}", seconds)
 
+    def main_window(self, seconds=DEFAULT_SECONDS):
+        """The main window once its start-up is over. Where the workstation has no image mastering, the program reports
+        that it cannot make its disc writers; these reports are read and closed."""
+        def usable():
+            box = self.find_message_box()
+            if box and "InitGraveur" in box.text:
+                self.answer(IDOK)
+            main = self.find_window("frmMain", enabled=True)
+            return main if main and main.control("cmdBackup").enabled else None
+
+        return self.wait(usable, "the main window", seconds)
+
     def find_window(self, form, enabled=False):
         name, landmark = FORMS[form]
         for window in self.windows():
@@ -359,7 +374,9 @@ class Program:
         return tuple(int(number) for number in self.driver.call("usage", self.process_id)[0])
 
     def stop(self):
-        """Ends the program if it still runs, and the driver."""
+        """Ends the program if it still runs, and the driver; nothing the second time."""
+        if self.driver.has_ended():
+            return
         try:
             if self.exit_code() is None:
                 self.driver.call("kill", self.process_id)

@@ -45,7 +45,7 @@ class Tour:
     def back_up(self):
         program = Program(self.station)
         try:
-            main = program.window("frmMain")
+            main = program.main_window()
             self.step("open the program", lambda: self.picture("main", main) or main.title)
             self.step("choose Backup and Removable disk", lambda: self.choose_removable(main))
             backup = program.window("frmBackup")
@@ -58,7 +58,6 @@ class Tour:
             program.stop()
 
     def choose_removable(self, main):
-        main.press("optBackup")
         main.press("optDisqueAmovible")
         chosen = main.chosen("cboDrive")
         main.press("cmdBackup")
@@ -132,7 +131,7 @@ class Tour:
     def restore(self):
         program = Program(self.station)
         try:
-            main = program.window("frmMain")
+            main = program.main_window()
             main.press("optRestaure")
             main.press("cmdBackup")
             window = program.window("frmRestaureCD")

@@ -1,0 +1,131 @@
+// Runs the archiver command lines of a backup or a restore, copies the two files, and prints the milliseconds it took:
+//   floor backup|restore DRIVE PASSWORD LISTFILE
+// The list file names one item per line, in UTF-8. The archiver lies beside this program.
+
+#include <windows.h>
+
+#include <shlwapi.h>
+
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::wstring ProgramFolder() {
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const std::wstring whole = path;
+    return whole.substr(0, whole.rfind(L'\\'));
+}
+
+std::vector<std::wstring> ReadItems(const wchar_t* listFile) {
+    char path[MAX_PATH] = {};
+    WideCharToMultiByte(CP_ACP, 0, listFile, -1, path, MAX_PATH, nullptr, nullptr);
+    std::ifstream stream(path);
+    std::vector<std::wstring> items;
+    for (std::string line; std::getline(stream, line);) {
+        wchar_t wide[1024] = {};
+        MultiByteToWideChar(CP_UTF8, 0, line.c_str(), -1, wide, 1024);
+        items.emplace_back(wide);
+    }
+    return items;
+}
+
+std::wstring Quoted(const std::wstring& path) {
+    std::wstring quoted;
+    std::size_t start = 0;
+    for (bool isFirst = true;; isFirst = false) {
+        const std::size_t end = path.find(L'\\', start);
+        const std::wstring piece = path.substr(start, end == std::wstring::npos ? end : end - start);
+        quoted += isFirst ? piece : L'"' + piece + L'"';
+        if (end == std::wstring::npos) return quoted;
+        quoted += L'\\';
+        start = end + 1;
+    }
+}
+
+void Run(std::wstring commandLine) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS, nullptr, nullptr,
+                        &startup, &started)) {
+        std::fprintf(stderr, "cannot start: error %lu\n", GetLastError());
+        ExitProcess(1);
+    }
+    WaitForSingleObject(started.hProcess, INFINITE);
+    CloseHandle(started.hThread);
+    CloseHandle(started.hProcess);
+}
+
+void CopyToMedium(const std::wstring& source, const std::wstring& target) {
+    if (!CopyFileW(source.c_str(), target.c_str(), FALSE)) {
+        std::fprintf(stderr, "cannot copy: error %lu\n", GetLastError());
+        ExitProcess(1);
+    }
+    const HANDLE file = CreateFileW(target.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    FlushFileBuffers(file);
+    CloseHandle(file);
+}
+
+std::wstring InnerName(std::size_t position) {
+    wchar_t name[16] = {};
+    std::swprintf(name, 16, L"Zip%04zu", position);
+    return name;
+}
+
+void BackUp(const std::wstring& drive, const std::wstring& password, const std::vector<std::wstring>& items) {
+    const std::wstring folder = ProgramFolder();
+    const std::wstring work = folder + L"\\zip";
+    const std::wstring outer = work + L"\\OKRBACKUP.ZIP";
+    CreateDirectoryW(work.c_str(), nullptr);
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        const std::wstring inner = work + L'\\' + InnerName(index + 1);
+        if (PathIsDirectoryW(items[index].c_str())) {
+            Run(folder + L"\\7Za.exe a -tzip " + Quoted(inner) + L' ' + Quoted(items[index]) + L" -r0");
+        } else {
+            Run(folder + L"\\7Za.exe a -tzip \"" + inner + L"\" \"" + items[index] + L'"');
+        }
+        Run(folder + L"\\7Za.exe a -tzip \"" + outer + L"\" -p" + password + L" \"" + inner + L".zip\"");
+        DeleteFileW((inner + L".zip").c_str());
+    }
+    CopyToMedium(outer, drive + L"OKRBACKUP.ZIP");
+    DeleteFileW(outer.c_str());
+    RemoveDirectoryW(work.c_str());
+}
+
+void Restore(const std::wstring& drive, const std::wstring& password, const std::vector<std::wstring>& items) {
+    const std::wstring folder = ProgramFolder();
+    const std::wstring work = folder + L"\\zip";
+    CreateDirectoryW(work.c_str(), nullptr);
+    Run(folder + L"\\7za x " + drive + L"OKRBACKUP.ZIP -o" + Quoted(work) + L" -aoa -p" + password);
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        const std::wstring inner = work + L'\\' + InnerName(index + 1) + L".zip";
+        const std::wstring parent = items[index].substr(0, items[index].rfind(L'\\'));
+        Run(folder + L"\\7za x " + Quoted(inner) + L" -aoa -o" + Quoted(parent) + L'\\');
+        DeleteFileW(inner.c_str());
+    }
+    RemoveDirectoryW(work.c_str());
+}
+
+} // namespace
+
+int wmain(int argumentCount, wchar_t** arguments) {
+    if (argumentCount != 5) return 2;
+    const std::vector<std::wstring> items = ReadItems(arguments[4]);
+    LARGE_INTEGER start{};
+    LARGE_INTEGER end{};
+    LARGE_INTEGER frequency{};
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&start);
+    if (std::wstring(arguments[1]) == L"backup") {
+        BackUp(arguments[2], arguments[3], items);
+    } else {
+        Restore(arguments[2], arguments[3], items);
+    }
+    QueryPerformanceCounter(&end);
+    std::printf("milliseconds %lld\n", (end.QuadPart - start.QuadPart) * 1000 / frequency.QuadPart);
+    return 0;
+}
