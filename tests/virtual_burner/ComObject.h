@@ -1,0 +1,226 @@
+#pragma once
+
+#include "platform/windows/ComPointer.h"
+
+#include <olectl.h>
+
+#include <atomic>
+#include <cstddef>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+/// How many objects and connections of this server are alive; a test compares it before and after.
+extern std::atomic<long> liveObjects;
+
+/// An object of the server with one main interface. `Other` names further ones.
+template<class Interface>
+class ComObject : public Interface {
+  public:
+    ComObject() { ++liveObjects; }
+    ComObject(const ComObject&) = delete;
+    ComObject& operator=(const ComObject&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (!object) return E_POINTER;
+        *object =
+            id == InterfaceId<IUnknown> || id == InterfaceId<Interface> ? static_cast<Interface*>(this) : Other(id);
+        if (!*object) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+
+  protected:
+    virtual ~ComObject() { --liveObjects; }
+    virtual void* Other(REFIID) { return nullptr; }
+
+  private:
+    std::atomic<ULONG> references_{1};
+};
+
+/// The same for an automation interface, reached through its table only.
+template<class Interface>
+class DispatchObject : public ComObject<Interface> {
+  public:
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (!count) return E_POINTER;
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_NOTIMPL;
+    }
+
+  protected:
+    void* Other(REFIID id) override {
+        return id == InterfaceId<IDispatch> ? static_cast<IDispatch*>(this) : OtherThanDispatch(id);
+    }
+    virtual void* OtherThanDispatch(REFIID) { return nullptr; }
+};
+
+/// The connection point of an object that fires one event interface; a part of that object, which it keeps alive.
+template<class EventInterface>
+class EventSource : public IConnectionPointContainer, public IConnectionPoint {
+  public:
+    explicit EventSource(IUnknown& owner) : owner_(owner) {}
+    virtual ~EventSource() {
+        for (auto& sink : sinks_)
+            if (sink.object) --liveObjects;
+    }
+
+    void* Find(REFIID id) {
+        if (id == InterfaceId<IConnectionPointContainer>) return static_cast<IConnectionPointContainer*>(this);
+        return nullptr;
+    }
+    /// Calls the sinks through Invoke, with the arguments in their natural order.
+    void Fire(DISPID id, std::vector<VARIANT> arguments) {
+        std::vector<VARIANTARG> reversed(arguments.rbegin(), arguments.rend());
+        DISPPARAMS parameters{};
+        parameters.rgvarg = reversed.data();
+        parameters.cArgs = static_cast<UINT>(reversed.size());
+        std::vector<ComPointer<IDispatch>> sinks;
+        {
+            std::lock_guard lock(mutex_);
+            for (auto& sink : sinks_)
+                if (sink.object) sinks.push_back(sink.object);
+        }
+        for (auto& sink : sinks)
+            sink->Invoke(id, GUID{}, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (object && id == InterfaceId<IConnectionPoint>) {
+            *object = static_cast<IConnectionPoint*>(this);
+            AddRef();
+            return S_OK;
+        }
+        return owner_.QueryInterface(id, object);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return owner_.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return owner_.Release(); }
+
+    HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID id, IConnectionPoint** point) override {
+        if (!point) return E_POINTER;
+        *point = id == InterfaceId<EventInterface> ? this : nullptr;
+        if (!*point) return CONNECT_E_NOCONNECTION;
+        AddRef();
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* id) override {
+        if (!id) return E_POINTER;
+        *id = InterfaceId<EventInterface>;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override {
+        if (!container) return E_POINTER;
+        *container = this;
+        AddRef();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override {
+        if (!sink || !cookie) return E_POINTER;
+        IDispatch* object = nullptr;
+        if (FAILED(sink->QueryInterface(InterfaceId<EventInterface>, reinterpret_cast<void**>(&object))))
+            return CONNECT_E_CANNOTCONNECT;
+        std::lock_guard lock(mutex_);
+        ++liveObjects;
+        *cookie = ++lastCookie_;
+        sinks_.push_back({*cookie, ComPointer<IDispatch>(object)});
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override {
+        std::lock_guard lock(mutex_);
+        for (auto& sink : sinks_) {
+            if (sink.cookie != cookie || !sink.object) continue;
+            sink.object.Reset();
+            --liveObjects;
+            return S_OK;
+        }
+        return CONNECT_E_NOCONNECTION;
+    }
+    HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
+
+  private:
+    struct Sink {
+        DWORD cookie;
+        ComPointer<IDispatch> object;
+    };
+
+    IUnknown& owner_;
+    std::mutex mutex_;
+    std::vector<Sink> sinks_;
+    DWORD lastCookie_ = 0;
+};
+
+inline VARIANT Number(LONG value) {
+    VARIANT variant;
+    VariantInit(&variant);
+    variant.vt = VT_I4;
+    variant.lVal = value;
+    return variant;
+}
+
+/// Borrowed: the caller keeps the reference.
+inline VARIANT Object(IDispatch* value) {
+    VARIANT variant;
+    VariantInit(&variant);
+    variant.vt = VT_DISPATCH;
+    variant.pdispVal = value;
+    return variant;
+}
+
+inline HRESULT GiveText(const std::wstring& text, BSTR* value) {
+    if (!value) return E_POINTER;
+    *value = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    return *value ? S_OK : E_OUTOFMEMORY;
+}
+
+template<class Value>
+HRESULT Give(Value given, Value* value) {
+    if (!value) return E_POINTER;
+    *value = given;
+    return S_OK;
+}
+
+inline HRESULT GiveFlag(bool given, VARIANT_BOOL* value) {
+    return Give<VARIANT_BOOL>(given ? VARIANT_TRUE : VARIANT_FALSE, value);
+}
+
+/// An array of variants, each made by `make(index)` and owned by the array.
+template<class Make>
+HRESULT GiveArray(std::size_t count, SAFEARRAY** value, Make make) {
+    if (!value) return E_POINTER;
+    *value = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(count));
+    if (!*value) return E_OUTOFMEMORY;
+    for (LONG index = 0; index < static_cast<LONG>(count); ++index) {
+        VARIANT element = make(static_cast<std::size_t>(index));
+        SafeArrayPutElement(*value, &index, &element);
+        VariantClear(&element);
+    }
+    return S_OK;
+}
+
+inline HRESULT GiveNumbers(const std::vector<LONG>& numbers, SAFEARRAY** value, VARTYPE type = VT_I4) {
+    return GiveArray(numbers.size(), value, [&](std::size_t index) {
+        VARIANT element = Number(numbers[index]);
+        element.vt = type;
+        return element;
+    });
+}
+
+/// The classes' makers, each with one reference for the caller.
+IUnknown* MakeDiscMaster();
+IUnknown* MakeDiscRecorder();
+IUnknown* MakeDataWriter();
+IUnknown* MakeEraser();
+IUnknown* MakeFileSystemImage();

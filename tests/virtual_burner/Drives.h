@@ -1,0 +1,78 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A file of lines "key = value"; lines that begin with "#" are comments.
+class SettingsFile {
+  public:
+    explicit SettingsFile(std::wstring path);
+
+    bool Exists() const { return exists_; }
+    std::string Text(const std::string& key, const std::string& otherwise = {}) const;
+    std::int64_t Number(const std::string& key, std::int64_t otherwise = 0) const;
+    std::optional<std::int64_t> OptionalNumber(const std::string& key) const;
+    bool Flag(const std::string& key) const { return Text(key) == "yes"; }
+    /// Changes one value on disk as well, leaving the other lines as they are.
+    void Set(const std::string& key, const std::string& value);
+
+  private:
+    std::wstring path_;
+    bool exists_ = false;
+    std::vector<std::string> lines_;
+    std::map<std::string, std::string> values_;
+};
+
+/// The folder of a drive and what its drive.ini says.
+struct VirtualDrive {
+    explicit VirtualDrive(const std::wstring& folder);
+
+    std::wstring folder;
+    SettingsFile settings;
+
+    std::wstring DiscFolder() const { return folder + L"\\disc"; }
+    std::vector<LONG> Profiles() const;
+    /// The result with which every question about the disc fails; a success code when none does.
+    HRESULT QueryResult() const;
+};
+
+/// The disc in a drive as its disc.ini says.
+class VirtualDisc {
+  public:
+    explicit VirtualDisc(const VirtualDrive& drive);
+
+    bool IsPresent() const { return settings.Exists(); }
+    LONG MediaType() const;
+    /// As bits of image mastering.
+    LONG State() const;
+    bool IsOverwriteOnly() const;
+    bool IsErasable() const;
+    bool IsDvd() const;
+    LONG TotalSectors() const;
+    LONG FreeSectors() const;
+    /// The first sector after everything that was written.
+    LONG NextSector() const;
+    /// Fastest first, in sectors per second.
+    std::vector<LONG> Speeds() const;
+    bool IsBlank() const { return settings.Text("state") == "blank"; }
+
+    std::wstring ImagePath() const { return folder + L"\\disc.iso"; }
+    std::wstring VolumePath() const { return folder + L"\\volume"; }
+
+    std::wstring folder;
+    SettingsFile settings;
+};
+
+/// The folders of the drives, by name.
+std::vector<std::wstring> DriveFolders();
+
+/// The path of this server.
+std::wstring ServerPath();
+
+std::wstring Wide(const std::string& utf8);
+std::string Narrow(const std::wstring& text);

@@ -1,0 +1,67 @@
+#include "Session.h"
+
+#include "Drives.h"
+
+#include "platform/MasteringCodes.h"
+#include "platform/windows/UniqueHandle.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+constexpr GUID OwnSessionId = {0x6f1d7ad2, 0x3b52, 0x4a57, {0x9c, 0x0e, 0x2b, 0x54, 0x86, 0x1f, 0x70, 0x12}};
+
+} // namespace
+
+void* Session::OtherThanDispatch(REFIID id) {
+    return id == OwnSessionId ? static_cast<IDispatch*>(this) : nullptr;
+}
+
+ComPointer<IDispatch> Session::In(SAFEARRAY* sessions, std::wstring& driveFolder) {
+    LONG first = 0;
+    VARIANT element;
+    VariantInit(&element);
+    ComPointer<IDispatch> session;
+    if (!sessions || FAILED(SafeArrayGetElement(sessions, &first, &element))) return session;
+    if (element.vt == VT_DISPATCH && element.pdispVal &&
+        SUCCEEDED(element.pdispVal->QueryInterface(OwnSessionId, reinterpret_cast<void**>(session.Receive()))))
+        driveFolder = static_cast<Session*>(session.Get())->driveFolder_;
+    VariantClear(&element);
+    return session;
+}
+
+void StartShowingContent(const std::wstring& discFolder) {
+    std::wstring command = L"rundll32.exe \"" + ServerPath() + L"\",ShowContent " + discFolder;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr, nullptr, &startup,
+                        &process))
+        return;
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
+
+void EjectDisc(const std::wstring& driveFolder) {
+    const std::wstring inside = driveFolder + L"\\disc";
+    const std::wstring outside = driveFolder + L"\\ejected";
+    std::error_code ignored;
+    std::filesystem::remove_all(outside, ignored);
+    MoveFileExW(inside.c_str(), outside.c_str(), 0);
+}
+
+HRESULT RepeatDescriptors(HANDLE image, LONG startSector) {
+    constexpr LONG FirstDescriptor = 16;
+    constexpr DWORD DescriptorBytes = 3 * Mastering::SectorBytes;
+    std::vector<char> descriptors(DescriptorBytes);
+    LARGE_INTEGER place{};
+    DWORD count = 0;
+    place.QuadPart = std::int64_t{startSector + FirstDescriptor} * Mastering::SectorBytes;
+    bool isDone = SetFilePointerEx(image, place, nullptr, FILE_BEGIN) &&
+                  ReadFile(image, descriptors.data(), DescriptorBytes, &count, nullptr) && count == DescriptorBytes;
+    place.QuadPart = std::int64_t{FirstDescriptor} * Mastering::SectorBytes;
+    isDone = isDone && SetFilePointerEx(image, place, nullptr, FILE_BEGIN) &&
+             WriteFile(image, descriptors.data(), DescriptorBytes, &count, nullptr);
+    return isDone ? S_OK : static_cast<HRESULT>(Mastering::UnexpectedResponse);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ComObject.h"
+
+#include <string>
+
+/// What the data writer hands to the image so that a new session can follow the ones on the disc.
+class Session : public DispatchObject<IDispatch> {
+  public:
+    explicit Session(std::wstring driveFolder) : driveFolder_(std::move(driveFolder)) {}
+
+    /// The session behind an array of multisession interfaces; null when it holds none of this server.
+    static ComPointer<IDispatch> In(SAFEARRAY* sessions, std::wstring& driveFolder);
+
+  private:
+    void* OtherThanDispatch(REFIID id) override;
+
+    std::wstring driveFolder_;
+};
+
+/// Makes the content of a written disc appear on its drive letter, in a process of its own: that may outlive the
+/// program that wrote the disc, as a drive does.
+void StartShowingContent(const std::wstring& discFolder);
+
+/// Takes the disc out of the drive; it lies beside it in the folder "ejected".
+void EjectDisc(const std::wstring& driveFolder);
+
+/// Puts a copy of a later session's volume descriptors at the start of the image, where readers that know of one
+/// session only look for them.
+HRESULT RepeatDescriptors(HANDLE image, LONG startSector);
