@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,8 +43,10 @@ class Files {
     /// Names, files and folders alike ("." and ".." left out), that match a pattern such as "C:\Data\Rep*".
     virtual std::vector<std::wstring> Find(const std::wstring& pattern) const = 0;
     /// Files and bytes below a folder, sub-folders included. Names that begin with "." are skipped, links are not
-    /// followed, unreadable folders count as empty. A missing folder measures zero.
-    virtual FolderMeasure Measure(const std::wstring& folder) const = 0;
+    /// followed, unreadable folders count as empty. A missing folder measures zero. `stillMeasuring`, where given, is
+    /// called for every folder and every thousand files or so.
+    virtual FolderMeasure Measure(const std::wstring& folder,
+                                  const std::function<void()>& stillMeasuring = {}) const = 0;
     /// The whole file.
     virtual std::string Read(const std::wstring& path) const = 0;
     /// Creates or truncates a file.

@@ -17,6 +17,10 @@ void FormMessageLoop::RunPending() {
     ui::RunPendingMessages();
 }
 
+void FormMessageLoop::Paint() {
+    ui::PaintPendingWindows();
+}
+
 void FormMessageLoop::SetPointer(Pointer pointer) {
     ui::ShowHourglass(pointer == Pointer::Hourglass);
 }

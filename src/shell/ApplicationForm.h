@@ -51,5 +51,6 @@ class ControlProgress final : public ProgressBar {
 class FormMessageLoop final : public MessageLoop {
   public:
     void RunPending() override;
+    void Paint() override;
     void SetPointer(Pointer pointer) override;
 };

@@ -31,6 +31,11 @@ void RunPendingMessages() {
     }
 }
 
+void PaintPendingWindows() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE | PM_QS_PAINT)) DispatchMessageW(&message);
+}
+
 void RunMessagesUntil(const std::function<bool()>& isDone) {
     MSG message;
     while (!isDone()) {

@@ -12,6 +12,9 @@ void Dispatch(MSG& message);
 /// Handles every pending message, then returns. A request to quit stays in the queue for the outermost loop.
 void RunPendingMessages();
 
+/// Paints the windows that wait for it, and handles nothing else.
+void PaintPendingWindows();
+
 /// Waits for messages and handles them until `isDone` says so or the program is asked to quit.
 void RunMessagesUntil(const std::function<bool()>& isDone);
 

@@ -179,15 +179,16 @@ std::vector<std::wstring> FakeFiles::Find(const std::wstring& pattern) const {
     return names;
 }
 
-FolderMeasure FakeFiles::Measure(const std::wstring& folder) const {
+FolderMeasure FakeFiles::Measure(const std::wstring& folder, const std::function<void()>& stillMeasuring) const {
     ++measures;
+    if (stillMeasuring) stillMeasuring();
     FolderMeasure measure;
     const std::wstring key = KeyOf(folder);
     if (failures_.contains(key)) return measure;
     ForEachIn(key, [&](const std::wstring&, const Entry& entry) {
         if (NameOf(entry.path).starts_with(L'.')) return;
         if (entry.isFolder) {
-            const FolderMeasure below = Measure(entry.path);
+            const FolderMeasure below = Measure(entry.path, stillMeasuring);
             measure.fileCount += below.fileCount;
             measure.sizeBytes += below.sizeBytes;
         } else {

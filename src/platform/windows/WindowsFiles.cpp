@@ -74,7 +74,8 @@ class WindowsOutputFile : public OutputFile {
     std::string buffer_;
 };
 
-void AddMeasure(std::wstring& folder, FolderMeasure& measure) {
+void AddMeasure(std::wstring& folder, const std::function<void()>& stillMeasuring, FolderMeasure& measure) {
+    if (stillMeasuring) stillMeasuring();
     const std::size_t length = folder.size();
     folder += L"\\*";
     FolderSearch search(LongPath(folder));
@@ -86,10 +87,10 @@ void AddMeasure(std::wstring& folder, FolderMeasure& measure) {
             if (search.IsLink()) continue;
             folder += L'\\';
             folder += name;
-            AddMeasure(folder, measure);
+            AddMeasure(folder, stillMeasuring, measure);
             folder.resize(length);
         } else {
-            ++measure.fileCount;
+            if (++measure.fileCount % 1024 == 0 && stillMeasuring) stillMeasuring();
             measure.sizeBytes += search.SizeBytes();
         }
     }
@@ -158,11 +159,11 @@ std::vector<std::wstring> WindowsFiles::Find(const std::wstring& pattern) const 
     return names;
 }
 
-FolderMeasure WindowsFiles::Measure(const std::wstring& folder) const {
+FolderMeasure WindowsFiles::Measure(const std::wstring& folder, const std::function<void()>& stillMeasuring) const {
     FolderMeasure measure;
     std::wstring path = folder;
     while (path.ends_with(L'\\')) path.pop_back();
-    AddMeasure(path, measure);
+    AddMeasure(path, stillMeasuring, measure);
     return measure;
 }
 

@@ -11,7 +11,7 @@ class WindowsFiles : public Files {
     std::uint64_t FileSize(const std::wstring& path) const override;
     FolderContents Contents(const std::wstring& folder) const override;
     std::vector<std::wstring> Find(const std::wstring& pattern) const override;
-    FolderMeasure Measure(const std::wstring& folder) const override;
+    FolderMeasure Measure(const std::wstring& folder, const std::function<void()>& stillMeasuring = {}) const override;
     std::string Read(const std::wstring& path) const override;
     std::unique_ptr<OutputFile> Create(const std::wstring& path) override;
     void Copy(const std::wstring& source, const std::wstring& target) override;

@@ -1,0 +1,186 @@
+#include "selection/PredefinedSets.h"
+
+#include "archive/SequentialInput.h"
+#include "archive/UserProfileMarker.h"
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "selection/ItemSpace.h"
+#include "selection/PathRules.h"
+#include "selection/UserProfile.h"
+#include "shell/ErrorReport.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr std::wstring_view MailStore = L"pst";
+
+bool Contains(const std::wstring& text, std::wstring_view part) {
+    return text.find(part) != std::wstring::npos;
+}
+
+std::wstring_view LastFour(std::wstring_view text) {
+    return text.size() <= 4 ? text : text.substr(text.size() - 4);
+}
+
+/// The entry of a list file as an item of the kind that it has on this computer.
+clsFileInfo ItemOf(const Files& files, const std::wstring& entry) {
+    const bool isFolder = !entry.empty() && files.IsDirectory(entry);
+    return isFolder ? clsFileInfo{WithoutTrailingBackslash(entry), KindFolder, {}} : clsFileInfo{entry, KindFile, {}};
+}
+
+std::wstring WithoutWildcards(const std::wstring& pattern) {
+    return Without(Without(pattern, L"*.*"), L"*");
+}
+
+/// Whether a wildcard entry stands for a row that a set brought.
+bool IsMatch(const std::wstring& pattern, const std::wstring& path) {
+    const std::wstring folder = FolderPart(pattern);
+    if (!folder.empty() && path.starts_with(folder)) return true;
+    // "C:\Data\*" stands for the folder itself.
+    if (WithoutWildcards(pattern) == folder && path + L'\\' == folder) return true;
+    return Contains(path, MailStore) && Contains(pattern, MailStore) && LastFour(path) == LastFour(pattern);
+}
+
+} // namespace
+
+std::vector<std::wstring> PredefinedSets::ListFiles(std::int32_t setIndex) const {
+    const std::wstring folder = app_.ListFileFolder();
+    switch (setIndex) {
+    case 0:
+        return {folder + L"vexal.lst", folder + L"brinde.lst"};
+    case 1:
+        return {folder + L"qamor.lst"};
+    case 2:
+        return {folder + L"tarvel.lst"};
+    default:
+        return {folder + (app_.machine.system.Version().IsVistaOrLater() ? L"outlookVista.lst" : L"outlookXP.lst")};
+    }
+}
+
+std::wstring PredefinedSets::TransferList() const {
+    return app_.ListFileFolder() + L"transfert.lst";
+}
+
+std::vector<std::wstring> PredefinedSets::Entries(const std::wstring& listFile) {
+    std::string bytes = app_.machine.files.Read(listFile);
+    // Blanks at the very end would be an input past the end of the file.
+    bytes.resize(bytes.find_last_not_of(" \t") + 1);
+    SequentialInput input(bytes);
+    const bool isOutlook = Contains(listFile, L"outlook");
+    const std::wstring profile = app_.strProfilUtilisateur;
+    if (isOutlook) LireProfilUtilisateur(app_);
+    std::vector<std::wstring> entries;
+    while (!input.IsAtEnd()) entries.push_back(WithUserProfile(input.Field(), app_.strProfilUtilisateur));
+    if (isOutlook) app_.strProfilUtilisateur = profile;
+    return entries;
+}
+
+void PredefinedSets::RemplirArray(const std::wstring& listFile, std::int32_t setIndex) {
+    Guarded(app_, L"RemplirArray, module frmBackupCD", [&] {
+        for (const std::wstring& entry : Entries(listFile)) {
+            FillFrom(entry, setIndex);
+            work_.Continue();
+        }
+    });
+}
+
+void PredefinedSets::FillFrom(const std::wstring& entry, std::int32_t setIndex) {
+    const Files& files = app_.machine.files;
+    if (Contains(entry, MailStore) && Contains(entry, L"*")) AjouteMultiple(entry, setIndex);
+    if (entry.ends_with(L'*')) {
+        AjouteMultiple(entry, setIndex);
+        return;
+    }
+    const clsFileInfo probe = ItemOf(files, entry);
+    if (probe.lngType == KindFile ? files.FileExists(entry) : files.FolderExists(entry)) AddItem(probe, setIndex);
+}
+
+void PredefinedSets::AjouteMultiple(const std::wstring& pattern, std::int32_t setIndex) {
+    Guarded(app_, L"AjouteMultiple, module modFonctionsCommunes", [&] {
+        std::wstring start = WithoutWildcards(pattern);
+        if (start.ends_with(L'\\')) {
+            start.pop_back();
+            AjouteToListAndArray(start, true, setIndex);
+            return;
+        }
+        const std::wstring folder = FolderPart(start);
+        const std::wstring fragment = start.substr(folder.size());
+        if (folder.empty() || !app_.machine.files.FolderExists(folder)) return;
+        const FolderContents contents = app_.machine.files.Contents(folder);
+        for (const std::wstring& name : contents.folders) {
+            if (name.starts_with(fragment)) AjouteToListAndArray(folder + name, true, setIndex);
+        }
+        for (const std::wstring& name : contents.files) {
+            if (name.starts_with(fragment) || name.ends_with(fragment))
+                AjouteToListAndArray(folder + name, false, setIndex);
+        }
+    });
+}
+
+void PredefinedSets::AjouteToListAndArray(const std::wstring& path, bool isFolder, std::int32_t setIndex) {
+    Guarded(app_, L"AjouteToListAndArray, module modFonctionsCommunes", [&] {
+        const Files& files = app_.machine.files;
+        if (isFolder ? files.FolderExists(path) : files.FileExists(path))
+            AddItem({path, isFolder ? KindFolder : KindFile, {}}, setIndex);
+        work_.Continue();
+    });
+}
+
+void PredefinedSets::AddItem(const clsFileInfo& probe, std::int32_t setIndex) {
+    const auto set = static_cast<std::size_t>(setIndex);
+    const bool isFolder = probe.lngType == KindFolder;
+    if (content_.collection->ContainsItem(probe)) {
+        // The row belongs to the last set that named it. A folder that the user added reads "\*.*" and stays theirs.
+        if (SelectionRow* row = content_.rows.Find(probe.strNom); row != nullptr) {
+            row->setIndex = setIndex;
+            row->color = SetRowColor;
+        }
+        return;
+    }
+    content_.collection->Add(probe.strNom, probe.lngType);
+    content_.rows.Add({probe.strNom, isFolder, setIndex, SetRowColor});
+    content_.shownRow = content_.rows.Count() - 1;
+    app_.requiredSpace += SpaceOf(probe.strNom, isFolder);
+    ++content_.arrNbItemsAjoutes[set];
+    ++content_.arrNbItemsRestants[set];
+}
+
+void PredefinedSets::ViderArray(const std::wstring& listFile) {
+    Guarded(app_, L"ViderArray, module frmBackupCD", [&] {
+        for (const std::wstring& entry : Entries(listFile)) {
+            work_.Continue();
+            if (entry.ends_with(L'*') || entry.ends_with(L"*.pst")) {
+                EffacerMultiple(entry);
+                continue;
+            }
+            const clsFileInfo probe = ItemOf(app_.machine.files, entry);
+            if (!content_.collection->ContainsItem(probe)) continue;
+            SelectionRow* row = content_.rows.Find(probe.strNom);
+            if (row != nullptr && row->color == SetRowColor) RemoveItem(*row);
+        }
+    });
+    content_.rows.Sweep();
+}
+
+void PredefinedSets::EffacerMultiple(const std::wstring& pattern) {
+    Guarded(app_, L"EffacerMultiple, module modFonctionsCommunes", [&] {
+        content_.rows.VisitBackwards([&](SelectionRow& row) {
+            if (row.color == SetRowColor && IsMatch(pattern, row.text)) RemoveItem(row);
+            work_.Continue();
+        });
+    });
+}
+
+/// Takes the row and its record out before the measuring, which may fail: what is not shown is not backed up.
+void PredefinedSets::RemoveItem(SelectionRow& row) {
+    const std::wstring path = row.Path();
+    const bool isFolder = row.isFolder;
+    content_.rows.Mark(row);
+    if (content_.collection->Find(path, isFolder ? KindFolder : KindFile) != nullptr) content_.collection->Remove(path);
+    app_.requiredSpace -= SpaceOf(path, isFolder);
+}
+
+Currency PredefinedSets::SpaceOf(const std::wstring& path, bool isFolder) {
+    return ItemSpace(app_, path, isFolder, [this] { work_.Continue(); });
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// The colour of rows that a predefined set brought.
+inline constexpr std::int32_t SetRowColor = 255;
+/// The set index of rows that the user added.
+inline constexpr std::int32_t NoSet = -1;
+
+/// One row of the selection's list as it is shown. Its number is its position.
+struct SelectionRow {
+    std::wstring text; ///< the path; with "\*.*" after it where the user added a folder
+    bool isFolder = false;
+    std::int32_t setIndex = NoSet;
+    std::int32_t color = 0;
+
+    bool IsBold() const { return color != 0; }
+    /// The path without the "\*.*".
+    std::wstring Path() const;
+
+    bool isRemoved = false; ///< marked to go with the next sweep
+};
+
+/// The selection's rows in order. Positions count from 0 here.
+class SelectionRows {
+  public:
+    std::int32_t Count() const { return static_cast<std::int32_t>(rows_.size()); }
+    /// Throws 9 when there is no such row.
+    const SelectionRow& At(std::int32_t position) const;
+
+    /// Appends a row. The reference holds until the row is removed.
+    SelectionRow& Add(SelectionRow row);
+    void Remove(std::int32_t position);
+    void Clear();
+
+    /// A row of this text in any letter case; null when there is none. After the first look-up the time does not grow
+    /// with the number of rows until rows are removed one by one.
+    SelectionRow* Find(const std::wstring& text);
+
+    /// Takes a row out of every look-up; it goes with the next `Sweep`.
+    void Mark(SelectionRow& row);
+    /// Removes all marked rows in one pass.
+    void Sweep();
+    /// Calls `visit` for each row that is not marked, from the last to the first.
+    template<typename Visit>
+    void VisitBackwards(Visit visit) {
+        for (auto row = rows_.rbegin(); row != rows_.rend(); ++row) {
+            if (!(*row)->isRemoved) visit(**row);
+        }
+    }
+
+  private:
+    void EnterInIndex(SelectionRow& row);
+    void DropIndex();
+
+    std::vector<std::unique_ptr<SelectionRow>> rows_;
+    // By the hash of the upper-case text. Only the predefined sets look rows up by text, so it is made when they do.
+    std::unordered_multimap<std::size_t, SelectionRow*> index_;
+    bool isIndexed_ = false;
+    bool hasMarks_ = false;
+};

@@ -1,0 +1,9 @@
+#include "selection/UserProfile.h"
+
+#include "platform/System.h"
+#include "shell/Application.h"
+
+void LireProfilUtilisateur(Application& app) {
+    app.strProfilUtilisateur = app.machine.system.ProfileFolder();
+    app.strNomUtilisateur = app.strProfilUtilisateur.substr(app.strProfilUtilisateur.find_last_of(L'\\') + 1);
+}
