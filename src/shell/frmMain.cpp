@@ -24,6 +24,8 @@ constexpr std::array Captions = {
     ui::Caption{IDC_lblDetecte, 129},
     ui::Caption{IDC_cmdAide, 170},
     ui::Caption{IDC_optDisqueExterne, 171},
+    ui::Caption{IDC_removableDriveName, 127},
+    ui::Caption{IDC_externalDriveName, 171},
 };
 
 constexpr int ProgramIcon = 1;

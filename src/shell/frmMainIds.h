@@ -22,3 +22,5 @@
 #define IDC_cmdSortie 1018
 #define IDC_cmdAide 1019
 #define IDC_pgbInit 1020
+#define IDC_removableDriveName 1021
+#define IDC_externalDriveName 1022

@@ -38,7 +38,7 @@ std::wstring FakeSystem::ProfileString(const std::wstring& file, const std::wstr
 
 void FakeSystem::Sleep(std::uint32_t milliseconds) {
     ++sleeps;
-    secondsSinceMidnight += milliseconds / 1000.0;
+    secondsSinceMidnight += clockSpeed * milliseconds / 1000.0;
 }
 
 std::unique_ptr<Hold> FakeSystem::KeepAwake() {

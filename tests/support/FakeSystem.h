@@ -21,6 +21,7 @@ class FakeSystem : public System {
     std::wstring programFolder = L"C:\\Valcoreaux\\Backup";
     LocalTime now = {2026, 3, 14, 15, 9, 26};
     double secondsSinceMidnight = 54566.0; ///< Sleep moves it on
+    double clockSpeed = 1;                 ///< how many times its length a Sleep takes
 
     int sleeps = 0;
     int awakeHolds = 0;      ///< alive now

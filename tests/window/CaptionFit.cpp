@@ -1,0 +1,142 @@
+#include "CaptionFit.h"
+
+#include "platform/Text.h"
+
+#include <commctrl.h>
+
+namespace {
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
+std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+SIZE Measured(HWND control, const std::wstring& text, UINT format, int width) {
+    const HDC screen = GetDC(control);
+    const HGDIOBJ previous = SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    RECT place{0, 0, width, 0};
+    DrawTextW(screen, text.c_str(), -1, &place, format | DT_CALCRECT);
+    SelectObject(screen, previous);
+    ReleaseDC(control, screen);
+    return {place.right, place.bottom};
+}
+
+/// What a button's caption takes beside its text: the frame, or the mark before it.
+int ButtonExtras(LONG_PTR style, int dotsPerInch) {
+    int pixels = 0;
+    switch (style & BS_TYPEMASK) {
+    case BS_PUSHBUTTON:
+    case BS_DEFPUSHBUTTON:
+    case BS_GROUPBOX:
+        pixels = 12;
+        break;
+    default:
+        pixels = 13 + 4;
+        break;
+    }
+    return MulDiv(pixels, dotsPerInch, 96);
+}
+
+int DotsPerInchOf(HWND window) {
+    const HDC screen = GetDC(window);
+    const int dots = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(window, screen);
+    return dots;
+}
+
+struct Needs {
+    SIZE size;
+    bool isMeasured;
+};
+
+Needs NeedsOf(HWND control, const std::wstring& text, int width) {
+    const LONG_PTR style = GetWindowLongPtrW(control, GWL_STYLE);
+    const std::wstring className = ClassOf(control);
+    if (className == L"Button") {
+        const int extras = ButtonExtras(style, DotsPerInchOf(control));
+        const bool wraps = (style & BS_MULTILINE) != 0;
+        SIZE size = Measured(control, text, wraps ? DT_WORDBREAK : DT_SINGLELINE, width - extras);
+        size.cx += extras;
+        if ((style & BS_TYPEMASK) == BS_GROUPBOX) size.cy = 0;
+        return {size, true};
+    }
+    if (className == L"Static") {
+        const LONG_PTR type = style & SS_TYPEMASK;
+        const bool isText = type <= SS_RIGHT || type == SS_SIMPLE || type == SS_LEFTNOWORDWRAP;
+        if (!isText || (style & SS_ELLIPSISMASK) != 0) return {{}, false};
+        UINT format = type == SS_SIMPLE || type == SS_LEFTNOWORDWRAP ? DT_SINGLELINE : DT_WORDBREAK;
+        if (style & SS_NOPREFIX) format |= DT_NOPREFIX;
+        return {Measured(control, text, format | DT_EXPANDTABS, width), true};
+    }
+    return {{}, false};
+}
+
+/// A label that lies under its field is never seen: it only names the field.
+bool IsNameOnly(HWND control) {
+    const HWND field = GetWindow(control, GW_HWNDNEXT);
+    RECT label{}, place{}, common{};
+    GetWindowRect(control, &label);
+    GetWindowRect(field, &place);
+    return field && ClassOf(control) == L"Static" && IntersectRect(&common, &label, &place) &&
+           (GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) == 0;
+}
+
+BOOL CALLBACK CheckCaption(HWND control, LPARAM parameter) {
+    const std::wstring text = TextOf(control);
+    if (text.empty() || IsNameOnly(control)) return TRUE;
+    RECT inner{};
+    GetClientRect(control, &inner);
+    const Needs needs = NeedsOf(control, text, inner.right);
+    if (needs.isMeasured && (needs.size.cx > inner.right || needs.size.cy > inner.bottom)) {
+        reinterpret_cast<std::vector<std::string>*>(parameter)->push_back(
+            std::to_string(GetDlgCtrlID(control)) + " \"" + ToAnsi(text) + "\" needs " + std::to_string(needs.size.cx) +
+            " x " + std::to_string(needs.size.cy) + ", has " + std::to_string(inner.right) + " x " +
+            std::to_string(inner.bottom));
+    }
+    return TRUE;
+}
+
+bool IsFrame(HWND control) {
+    return ClassOf(control) == L"Button" && (GetWindowLongPtrW(control, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+}
+
+void CheckSiblings(HWND parent, std::vector<std::string>& found) {
+    std::vector<HWND> controls;
+    for (HWND control = GetWindow(parent, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(control)) continue;
+        if (GetWindowLongPtrW(control, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) CheckSiblings(control, found);
+        if (!IsFrame(control)) controls.push_back(control);
+    }
+    for (std::size_t first = 0; first < controls.size(); ++first) {
+        for (std::size_t second = first + 1; second < controls.size(); ++second) {
+            RECT one{}, other{}, common{};
+            GetWindowRect(controls[first], &one);
+            GetWindowRect(controls[second], &other);
+            if (IntersectRect(&common, &one, &other)) {
+                found.push_back(std::to_string(GetDlgCtrlID(controls[first])) + " and " +
+                                std::to_string(GetDlgCtrlID(controls[second])));
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::vector<std::string> ClippedCaptions(HWND form) {
+    std::vector<std::string> clipped;
+    EnumChildWindows(form, CheckCaption, reinterpret_cast<LPARAM>(&clipped));
+    return clipped;
+}
+
+std::vector<std::string> OverlappingControls(HWND form) {
+    std::vector<std::string> found;
+    CheckSiblings(form, found);
+    return found;
+}
