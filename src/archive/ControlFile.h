@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// One line of a control file, ready to be restored.
+struct ControlFileRecord {
+    std::wstring restorePath; ///< where the item goes back to; mail stores go to a folder of their own
+    std::wstring kind;        ///< as read: "32", "16" or "-1"
+    std::wstring innerArchive;
+};
+
+/// Appends the records of a control file to `records`, those without a path left out. `bytes` is the whole file; the
+/// number of commas on its first line tells three fields (two commas) from the older form with two. Throws 62 when the
+/// last record lacks a field; the records before it are there then.
+void ReadControlFile(std::string_view bytes, const std::wstring& profileFolder,
+                     std::vector<ControlFileRecord>& records);
+
+/// Where mail stores are restored to, with a trailing backslash.
+inline constexpr const wchar_t* MailStoreFolder = L"c:\\ValcoreauxTechno\\OutlookBK\\";

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "shell/Application.h"
+
+#include <cstdint>
+#include <string>
+
+/// Opens the two levels of a backup's archive.
+namespace modGestionRestaure {
+
+/// What the archiver answers when the password is wrong.
+constexpr std::int32_t WrongPassword = 2;
+
+/// Extracts the outer archive `nom` of a drive root such as "E:\" into the work folder with the backup password, over
+/// whatever is there. Gives the archiver's exit code; 0 after a failure, which is reported.
+std::int32_t UnZipOkrBackup(Application& app, const std::wstring& lecteur, const std::wstring& nom);
+
+/// Extracts an inner archive from the work folder into the folder that holds `cheminRestauration`. Gives the archiver's
+/// exit code; 0 after a failure, which is reported.
+std::int32_t UnZipIntermediaire(Application& app, const std::wstring& cheminRestauration,
+                                const std::wstring& nomArchive);
+
+/// Makes the work folder anew. Throws what deleting or creating it meets.
+void ResetWorkFolder(Application& app);
+
+/// Deletes the work folder when it is there. Throws what deleting it meets.
+void RemoveWorkFolder(Application& app);
+
+/// Whether the volume of a drive letter such as "E" can be opened: it tells a CD/DVD-ROM drive from a CD writer.
+bool CanOpenDrive(const Application& app, const std::wstring& letter);
+
+} // namespace modGestionRestaure

@@ -1,0 +1,77 @@
+#include "archive/CommandLines.h"
+#include "archive/modGestionRestaure.h"
+#include "support/CommandLineParts.h"
+#include "support/FakeMachine.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Parts = std::vector<std::wstring>;
+
+TEST(Extraction, OuterArchiveIsOpenedWithThePasswordIntoTheWorkFolder) {
+    FakeMachine machine;
+    machine.app.backupPassword = L"Abcdefg1";
+    machine.processes.exitCodes = {2};
+    EXPECT_EQ(modGestionRestaure::UnZipOkrBackup(machine.app, L"E:\\", L"OKRBACKUP.ZIP"), 2);
+    const std::wstring command = machine.processes.commandLines.at(0);
+    EXPECT_EQ(command, L"C:\\Valcoreaux\\Backup\\7za x E:\\OKRBACKUP.ZIP -oC:\\\"Valcoreaux\"\\\"Backup\"\\\"zip\" "
+                       L"-aoa -pAbcdefg1");
+    EXPECT_EQ(PartsOf(command), (Parts{L"C:\\Valcoreaux\\Backup\\7za", L"x", L"E:\\OKRBACKUP.ZIP",
+                                       L"-oC:\\Valcoreaux\\Backup\\zip", L"-aoa", L"-pAbcdefg1"}));
+}
+
+TEST(Extraction, InnerArchiveIsOpenedIntoTheFolderThatHoldsTheItem) {
+    FakeMachine machine;
+    machine.processes.exitCodes = {1};
+    EXPECT_EQ(modGestionRestaure::UnZipIntermediaire(machine.app, L"C:\\Docs\\Mes lettres\\a.doc", L"Zip0001"), 1);
+    const std::wstring command = machine.processes.commandLines.at(0);
+    EXPECT_EQ(command, L"C:\\Valcoreaux\\Backup\\7za x C:\\\"Valcoreaux\"\\\"Backup\"\\zip\\Zip0001.zip -aoa "
+                       L"-oC:\\\"Docs\"\\\"Mes lettres\"\\");
+    EXPECT_EQ(PartsOf(command),
+              (Parts{L"C:\\Valcoreaux\\Backup\\7za", L"x", L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip", L"-aoa",
+                     L"-oC:\\Docs\\Mes lettres\\"}));
+}
+
+TEST(Extraction, ItemAtADrivesRootGoesToTheDriveAlone) {
+    EXPECT_EQ(SegmentQuotedFolderOf(L"D:\\a.txt"), L"D:\\");
+}
+
+TEST(Extraction, FolderGoesToItsParent) {
+    EXPECT_EQ(SegmentQuotedFolderOf(L"C:\\Docs\\Lettres"), L"C:\\\"Docs\"\\");
+}
+
+TEST(Extraction, PasswordWithABlankBreaksTheLineAsItDidWhenTheArchiveWasMade) {
+    const Parts parts =
+        PartsOf(UnpackOuterCommand(L"C:\\Program", L"E:\\OKRBACKUP.ZIP", L"C:\\Program\\zip", L"Ab1 defgh"));
+    EXPECT_EQ(parts.at(5), L"-pAb1");
+    EXPECT_EQ(parts.at(6), L"defgh");
+}
+
+TEST(Extraction, WorkFolderIsMadeWhenMissingAndEmptiedWhenThere) {
+    FakeMachine machine;
+    machine.files.AddFolder(L"C:\\Valcoreaux\\Backup");
+    modGestionRestaure::ResetWorkFolder(machine.app);
+    EXPECT_TRUE(machine.files.FolderExists(L"C:\\Valcoreaux\\Backup\\zip"));
+    machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip");
+    modGestionRestaure::ResetWorkFolder(machine.app);
+    EXPECT_TRUE(machine.files.Contents(L"C:\\Valcoreaux\\Backup\\zip").files.empty());
+}
+
+TEST(Extraction, WorkFolderCanBeRemovedTwice) {
+    FakeMachine machine;
+    machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip");
+    modGestionRestaure::RemoveWorkFolder(machine.app);
+    modGestionRestaure::RemoveWorkFolder(machine.app);
+    EXPECT_FALSE(machine.files.FolderExists(L"C:\\Valcoreaux\\Backup\\zip"));
+}
+
+TEST(Extraction, DriveProbeTellsWhetherTheVolumeOpens) {
+    FakeMachine machine;
+    machine.drives.Add(L"D:\\", DriveType::CdRom).canOpenVolume = false;
+    machine.drives.Add(L"E:\\", DriveType::CdRom);
+    EXPECT_FALSE(modGestionRestaure::CanOpenDrive(machine.app, L"D"));
+    EXPECT_TRUE(modGestionRestaure::CanOpenDrive(machine.app, L"E"));
+}
+
+} // namespace
