@@ -49,6 +49,15 @@ void Form::CreateChild(Form& parent, const RECT& place) {
                  SWP_NOZORDER | SWP_SHOWWINDOW);
 }
 
+void Form::CreateChild(Form& parent, int placeholderId) {
+    HWND placeholder = parent.ControlHandle(placeholderId);
+    RECT place{};
+    GetWindowRect(placeholder, &place);
+    MapWindowPoints(nullptr, parent.Handle(), reinterpret_cast<POINT*>(&place), 2);
+    Create(&parent);
+    SetWindowPos(window_, placeholder, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_SHOWWINDOW);
+}
+
 void Form::Show() {
     ShowWindow(window_, SW_SHOWNORMAL);
     UpdateWindow(window_);

@@ -34,6 +34,8 @@ class Form {
     void Create(Form* owner = nullptr);
     /// Creates the window as a visible child of `parent`, at a place in pixels of the parent's inside, and loads it.
     void CreateChild(Form& parent, const RECT& place);
+    /// The same where a control of `parent` holds the place, and next to it in the tab order; in its template's size.
+    void CreateChild(Form& parent, int placeholderId);
     /// Shows a created window and activates it.
     void Show();
     /// Creates, shows and runs the window until it is unloaded; `owner` is disabled meanwhile and activated after.

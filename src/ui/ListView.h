@@ -39,6 +39,8 @@ class ListView : public Control {
     void Redraw();
     /// Makes one row the selected and focused one (-1: none) and scrolls it into view.
     void Select(int row);
+    /// Scrolls one row into view.
+    void ShowRow(int row) { Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE); }
     /// The focused selected row; -1 when none is.
     int Selected() const;
     /// A tick box was clicked, or the space bar pressed on the focused row.

@@ -1,0 +1,27 @@
+#include "selection/ctlScan.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::array Captions = {ui::Caption{IDC_lblScan, 672}};
+
+} // namespace
+
+ctlScan::ctlScan(Application& app) : ApplicationForm(app, IDD_ctlScan, L"ctlScan") {}
+
+void ctlScan::OnLoad() {
+    Guarded(L"UserControl_Initialize, module ctlScan", [this] { InitCaptions(); });
+}
+
+void ctlScan::InitCaptions() {
+    Guarded(L"InitCaptions, module ctlScan", [this] { SetCaptions(Captions); });
+}
+
+bool ctlScan::Enabled() const {
+    return IsWindowEnabled(Handle()) != FALSE;
+}
+
+void ctlScan::SetEnabled(bool bEnabled) {
+    EnableWindow(Handle(), bEnabled);
+}

@@ -1,0 +1,200 @@
+#include "selection/ctlSelectionFichiers.h"
+
+#include "platform/Processes.h"
+#include "platform/System.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::array Captions = {
+    ui::Caption{IDC_frmFileView, 225},
+    ui::Caption{IDC_cmdAjouterFichier, 226},
+    ui::Caption{IDC_cmdAjouterRep, 227},
+    ui::Caption{IDC_frmSauvegardeOKR, 228},
+    ui::Caption{IDC_chkSauvOKR0, 230},
+    ui::Caption{IDC_chkSauvOKR1, 231},
+    ui::Caption{IDC_chkSauvOKR2, 229},
+    ui::Caption{IDC_frmDView, 232},
+    ui::Caption{IDC_cmdOuvrirExplorer, 233},
+    ui::Caption{IDC_cmdEffacerTouteListe, 234},
+    ui::Caption{IDC_cmdEffacerFichierListe, 235},
+};
+
+constexpr int NumberHeader = 287;
+constexpr int PathHeader = 288;
+constexpr int TypeHeader = 289;
+constexpr int FolderKind = 822;
+constexpr int FileKind = 823;
+
+constexpr int NumberWidthTwips = 900;
+constexpr int PathWidthTwips = 8400;
+constexpr int TypeWidthTwips = 1500;
+
+} // namespace
+
+ctlSelectionFichiers::ctlSelectionFichiers(Application& app, SelectionEvents& host)
+    : ApplicationForm(app, IDD_ctlSelectionFichiers, L"frmBackupCD"), host_(host),
+      list_(NewList()), browser_(app.machine.files) {}
+
+std::unique_ptr<SelectionList> ctlSelectionFichiers::NewList() {
+    SelectionView& view = *this;
+    return std::make_unique<SelectionList>(app_, host_, view);
+}
+
+void ctlSelectionFichiers::OnLoad() {
+    Guarded(L"Form_Load, module frmBackupCD", [this] {
+        list_ = NewList();
+        isEnabled_ = true;
+        InitCaptions();
+        ConnectControls();
+        for (const std::wstring& choice : DriveChoices(app_)) dlbSelectLecteur.Add(choice);
+        list_->LoadSets();
+        OpenFolder(StartFolder(app_).value_or(app_.ProgramFolder()));
+        ShowDrive();
+    });
+}
+
+void ctlSelectionFichiers::InitCaptions() {
+    Guarded(L"InitCaptions, module frmBackupCD", [this] {
+        SetCaptions(Captions);
+        chkSauvOKR[3].SetText(L"Outlook");
+        lvFichRep.Attach(*this, false);
+        lvFichRep.AddColumn(Text(NumberHeader), NumberWidthTwips);
+        lvFichRep.AddColumn(Text(PathHeader), PathWidthTwips);
+        lvFichRep.AddColumn(Text(TypeHeader), TypeWidthTwips);
+        lvFichRep.AddColumn(L"", 0);
+    });
+}
+
+void ctlSelectionFichiers::ConnectControls() {
+    dlbSelectLecteur.OnSelect([this] { dlbSelectLecteur_Change(); });
+    dlbSelectRep.OnSelect([this] { dlbSelectRep_Click(); });
+    flbSelectFichier.OnDoubleClick(
+        [this] { Guarded(L"flbSelectFichier_DblClick, module frmBackupCD", [this] { AjouterFichier(); }); });
+    cmdAjouterFichier.OnClick(
+        [this] { Guarded(L"cmdAjouterFichier_Click, module frmBackupCD", [this] { AjouterFichier(); }); });
+    cmdAjouterRep.OnClick([this] { cmdAjouterRep_Click(); });
+    for (std::int32_t index = 0; index < SetCount; ++index) {
+        chkSauvOKR[static_cast<std::size_t>(index)].OnClick([this, index] { list_->ClickBox(index); });
+        BoxChanged(index);
+    }
+    lvFichRep.OnDrop([this](const std::vector<std::wstring>& paths) { list_->AddDropped(paths); });
+    cmdOuvrirExplorer.OnClick([this] { cmdOuvrirExplorer_Click(); });
+    cmdEffacerTouteListe.OnClick([this] { list_->EffacerTouteListe(); });
+    cmdEffacerFichierListe.OnClick([this] { list_->EffacerFichierListe(lvFichRep.Selected()); });
+}
+
+const std::shared_ptr<clsColFileInfo>& ctlSelectionFichiers::ArrayFichier() const {
+    return list_->ArrayFichier();
+}
+
+void ctlSelectionFichiers::SetArrayFichier(std::shared_ptr<clsColFileInfo> collection) {
+    list_->SetArrayFichier(std::move(collection));
+}
+
+void ctlSelectionFichiers::SetEnabled(bool isEnabled) {
+    Guarded(L"Enabled, module frmBackupCD", [&] {
+        isEnabled_ = isEnabled;
+        for (ui::Control* control : std::initializer_list<ui::Control*>{
+                 &frmFileView, &dlbSelectLecteur, &dlbSelectRep, &flbSelectFichier, &cmdAjouterFichier, &cmdAjouterRep,
+                 &frmSauvegardeOKR, &frmDView, &lvFichRep, &cmdOuvrirExplorer, &cmdEffacerTouteListe,
+                 &cmdEffacerFichierListe})
+            control->Enable(isEnabled);
+        EnableWindow(Handle(), isEnabled);
+    });
+}
+
+bool ctlSelectionFichiers::IsWinVista() const {
+    return app_.machine.system.Version().IsVistaOrLater();
+}
+
+void ctlSelectionFichiers::dlbSelectLecteur_Change() {
+    Guarded(L"dlbSelectLecteur_Change, module frmBackupCD", [this] {
+        const std::wstring drive = DriveOfChoice(dlbSelectLecteur.SelectedText());
+        if (!IsFloppyDrive(drive)) OpenFolder(drive);
+    });
+}
+
+void ctlSelectionFichiers::dlbSelectRep_Click() {
+    Guarded(L"dlbSelectRep_Click, module frmBackupCD", [this] {
+        if (std::exchange(isKeyMove_, false)) return;
+        const auto row = static_cast<std::size_t>(dlbSelectRep.Selected());
+        if (row < browser_.Folders().size()) OpenFolder(browser_.Folders()[row].path);
+    });
+}
+
+void ctlSelectionFichiers::dlbSelectRep_Change() {
+    Guarded(L"dlbSelectRep_Change, module frmBackupCD", [this] { flbSelectFichier.SetItems(browser_.FileNames()); });
+}
+
+void ctlSelectionFichiers::OpenFolder(const std::wstring& path) {
+    browser_.Open(path);
+    std::vector<std::wstring> lines;
+    for (const BrowsedFolder& folder : browser_.Folders())
+        lines.push_back(std::wstring(static_cast<std::size_t>(folder.level) * 2, L' ') + folder.name);
+    dlbSelectRep.SetItems(lines);
+    dlbSelectRep.Select(static_cast<int>(browser_.OpenIndex()));
+    dlbSelectRep_Change();
+}
+
+void ctlSelectionFichiers::ShowDrive() {
+    const std::wstring drive = UpperCase(browser_.Path().substr(0, 2));
+    for (int row = 0; row < dlbSelectLecteur.Count(); ++row) {
+        if (DriveOfChoice(dlbSelectLecteur.Item(row)) == drive) dlbSelectLecteur.Select(row);
+    }
+}
+
+void ctlSelectionFichiers::cmdAjouterRep_Click() {
+    Guarded(L"cmdAjouterRep_Click, module frmBackupCD", [this] {
+        const std::wstring parent = list_->AddFolder(browser_.Path());
+        if (!parent.empty()) OpenFolder(parent);
+    });
+}
+
+void ctlSelectionFichiers::AjouterFichier() {
+    std::vector<std::wstring> names;
+    for (const int row : flbSelectFichier.SelectedRows())
+        names.push_back(browser_.FileNames().at(static_cast<std::size_t>(row)));
+    list_->AddFiles(browser_.Path(), names);
+}
+
+void ctlSelectionFichiers::cmdOuvrirExplorer_Click() {
+    Guarded(L"cmdOuvrirExplorer_Click, module frmBackupCD", [this] {
+        app_.machine.processes.Start(app_.machine.system.Environment(L"Windir").value_or(L"") + L"\\explorer.exe");
+    });
+}
+
+void ctlSelectionFichiers::RowsChanged(std::int32_t selected, std::int32_t shown) {
+    lvFichRep.RowsChanged();
+    if (selected >= 0) lvFichRep.Select(selected);
+    if (shown >= 0) lvFichRep.ShowRow(shown);
+}
+
+void ctlSelectionFichiers::BoxChanged(std::int32_t index) {
+    const SetBox& state = list_->Box(index);
+    ui::CheckButton& shown = chkSauvOKR[static_cast<std::size_t>(index)];
+    shown.SetState(static_cast<int>(state.state));
+    shown.Enable(state.isEnabled);
+}
+
+std::wstring ctlSelectionFichiers::Cell(int row, int column) const {
+    const SelectionRow& item = list_->Row(row);
+    switch (column) {
+    case 0:
+        return std::to_wstring(row + 1);
+    case 1:
+        return item.text;
+    case 2:
+        return app_.Text(item.isFolder ? FolderKind : FileKind);
+    default:
+        return item.setIndex == NoSet ? std::wstring() : std::to_wstring(item.setIndex);
+    }
+}
+
+ui::RowStyle ctlSelectionFichiers::Style(int row) const {
+    const SelectionRow& item = list_->Row(row);
+    return {static_cast<COLORREF>(item.color), item.IsBold()};
+}
