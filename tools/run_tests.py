@@ -54,7 +54,8 @@ def google_test(tally, name, command, report, **options):
     passed = failed = skipped = 0
     for suite in json.loads(report.read_text(encoding="utf-8", errors="replace"))["testsuites"]:
         for test in suite["testsuite"]:
-            label = f"{name}: {suite['name']}.{test['name']}"
+            test_name = f"{suite['name']}.{test['name']}"
+            label = f"{name}: {test_name}"
             if test.get("failures"):
                 failed += 1
                 print(f"FAILED {label}")
@@ -62,7 +63,7 @@ def google_test(tally, name, command, report, **options):
                     print("    " + failure["failure"].replace("\n", "\n    "))
             elif test["status"] == "NOTRUN" or test.get("result") == "SKIPPED":
                 skipped += 1
-                print(f"SKIPPED {label}: {skip_reason(log, test['name'])}")
+                print(f"SKIPPED {label}: {skip_reason(log, test_name)}")
             else:
                 passed += 1
     tally.add(name, passed, failed, skipped, started)
@@ -72,7 +73,7 @@ def google_test(tally, name, command, report, **options):
 
 
 def skip_reason(log, test):
-    found = re.search(rf"\[ RUN      \] \S*{re.escape(test)}\n(.*?)\[  SKIPPED", log.read_text(errors="replace"), re.S)
+    found = re.search(rf"\[ RUN      \] {re.escape(test)}\r?\n(.*?)\[  SKIPPED", log.read_text(errors="replace"), re.S)
     return " ".join(found.group(1).split()) if found else "disabled"
 
 
