@@ -6,6 +6,7 @@ import subprocess
 import sys
 
 import tour
+from burner import Burner, install_image_mastering
 from samples import write_samples
 from workstation import BUILD, CannotHave, Workstation, prepare
 
@@ -33,9 +34,13 @@ def start():
     station = Workstation(STATION, language=user_language(), display=os.environ["DISPLAY"], keep=not is_new)
     if is_new:
         station.add_drive("e", label="SAUVEGARDE")
+        install_image_mastering(station)
+        Burner(station, "g", "cd").insert("CD-RW")
+        Burner(station, "h", "dvd").insert("DVD+R")
         write_samples(station.documents)
         LAID_OUT.touch()
     print(f"== the workstation's drive C: is {station.path('C:')}, its removable disk E: is {station.path('E:')}")
+    print("== G: is a virtual CD writer and H: a virtual DVD writer, with a disc in each")
     print("== the program is open; this command ends when it is closed", flush=True)
     try:
         return subprocess.run(station.wine_command(station.program_folder + r"\Backup.exe"), env=station.environment,

@@ -77,15 +77,16 @@ def skip_reason(log, test):
     return " ".join(found.group(1).split()) if found else "disabled"
 
 
-def windows_google_test(tally, name, program, with_display):
-    """Runs one of the Windows test programs on a workstation with a removable drive."""
+def windows_google_test(tally, name, program, with_display, beside=()):
+    """Runs one of the Windows test programs, with the files it needs beside it, on a workstation with a removable drive."""
     folder = BUILD / "workstation" / program
     shutil.rmtree(folder, ignore_errors=True)
     display = Display() if with_display else None
     station = Workstation(folder, language="fr", display=display)
     try:
         station.add_drive("e", label="SAUVEGARDE")
-        shutil.copy2(workstation.BINARIES / f"{program}.exe", station.path(rf"C:\Tools\{program}.exe"))
+        for file in (f"{program}.exe", *beside):
+            shutil.copy2(workstation.BINARIES / file, station.path(r"C:\Tools") / file)
         google_test(tally, name,
                     station.wine_command(rf"C:\Tools\{program}.exe", r"--gtest_output=json:C:\Tools\report.json"),
                     station.path(r"C:\Tools\report.json"), env=station.environment, cwd=station.path(r"C:\Tools"))
@@ -151,6 +152,7 @@ def unit_layer(tally):
 
 def window_layer(tally):
     windows_google_test(tally, "window", "window_tests", with_display=True)
+    windows_google_test(tally, "window, discs", "disc_tests", with_display=False, beside=["VirtualBurner.dll"])
 
 
 def system_layer(tally):

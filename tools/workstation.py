@@ -187,7 +187,7 @@ class Workstation:
         self.documents = self.profile / "Documents"
         self.temp = self.profile / "Temp"
         if scale_percent != 100:
-            self._set_registry("user.reg", r"Control Panel\Desktop",
+            self.set_registry("user.reg", r"Control Panel\Desktop",
                                f'"LogPixels"=dword:{96 * scale_percent // 100:08x}')
         self.install()
 
@@ -223,11 +223,11 @@ class Workstation:
 
     def set_windows_version(self, name):
         """The reported version: winxp64, win7, win10 and so on."""
-        self._set_registry("user.reg", r"Software\Wine", f'"Version"="{name}"')
+        self.set_registry("user.reg", r"Software\Wine", f'"Version"="{name}"')
 
     def add_usb_storage(self, device="Disk&Ven_Valcoreaux&Prod_Stick", instance="0001&0"):
         """A USB mass-storage device among the machine's devices."""
-        self._set_registry("system.reg", rf"System\CurrentControlSet\Enum\USBSTOR\{device}\{instance}",
+        self.set_registry("system.reg", rf"System\CurrentControlSet\Enum\USBSTOR\{device}\{instance}",
                            '"Service"="USBSTOR"', '"ClassGUID"="{4d36e967-e325-11ce-bfc1-08002be10318}"')
 
     def add_drive(self, letter, kind="removable", label=None, size_megabytes=None):
@@ -244,7 +244,7 @@ class Workstation:
         return folder
 
     def declare_drive(self, letter, kind):
-        self._set_registry("system.reg", r"Software\Wine\Drives", f'"{letter.lower()}:"="{DRIVE_KINDS[kind]}"')
+        self.set_registry("system.reg", r"Software\Wine\Drives", f'"{letter.lower()}:"="{DRIVE_KINDS[kind]}"')
 
     def plug_in(self, letter):
         (self.prefix / "dosdevices" / f"{letter.lower()}:").symlink_to(f"../drive_{letter.lower()}")
@@ -264,7 +264,8 @@ class Workstation:
             raise CannotHave(f"a small disk cannot be mounted here: {done.stderr.strip()}")
         self._mounts.append(folder)
 
-    def _set_registry(self, file, key, *lines):
+    def set_registry(self, file, key, *lines):
+        """Adds values to a hive, in the form of its file. Before the start."""
         # The hive is a text file that is read when the server starts; a key given twice is merged.
         escaped = key.replace("\\", "\\\\")
         with open(self.prefix / file, "a", encoding="utf-8") as hive:

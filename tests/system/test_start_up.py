@@ -2,6 +2,7 @@
 
 import unittest
 
+from burner import Burner, install_image_mastering
 from system_test import SystemTest
 
 FRENCH_TITLE = "Copies de sécurité - Version 2.2.0"
@@ -77,6 +78,16 @@ class MediaTest(SystemTest):
         main = program.main_window()
         self.assertEqual((main.text("lblDetRemDisk"), main.control("optDisqueAmovible").checked), ("Oui", 1))
         self.assertEqual(main.chosen("cboDrive"), ["E:\\"])
+
+    def test_a_cd_writer_is_detected_and_comes_first(self):
+        self.disk()
+        install_image_mastering(self.station)
+        Burner(self.station, "g", "cd")
+        program = self.start()
+        self.assertEqual(self.media(program),
+                         {"optCD": True, "optDVD": False, "optDisqueAmovible": True, "optDisqueExterne": False})
+        main = program.main_window()
+        self.assertEqual((main.text("lblDetCD"), main.control("optCD").checked), ("Oui", 1))
 
     def test_three_removable_disks_are_listed_and_the_first_is_chosen(self):
         for letter in "fge":
