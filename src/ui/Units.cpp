@@ -1,5 +1,7 @@
 #include "ui/Units.h"
 
+#include <initializer_list>
+
 namespace ui {
 
 int DotsPerInch(HWND window) {
@@ -27,8 +29,19 @@ BoundsTwips BoundsOf(HWND window) {
 }
 
 void MoveTo(HWND window, const BoundsTwips& bounds) {
-    MoveWindow(window, PixelsFromTwips(bounds.left, window), PixelsFromTwips(bounds.top, window),
-               PixelsFromTwips(bounds.width, window), PixelsFromTwips(bounds.height, window), TRUE);
+    HWND parent = GetAncestor(window, GA_PARENT);
+    RECT before{};
+    GetWindowRect(window, &before);
+    SetWindowPos(window, nullptr, PixelsFromTwips(bounds.left, window), PixelsFromTwips(bounds.top, window),
+                 PixelsFromTwips(bounds.width, window), PixelsFromTwips(bounds.height, window),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    // A frame does not paint its inside: its old edges would stay, were the parent not painted anew.
+    RECT after{};
+    GetWindowRect(window, &after);
+    for (RECT place : {before, after}) {
+        MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+        RedrawWindow(parent, &place, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    }
 }
 
 } // namespace ui

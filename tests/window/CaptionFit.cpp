@@ -109,10 +109,22 @@ bool IsFrame(HWND control) {
 
 void CheckSiblings(HWND parent, std::vector<std::string>& found) {
     std::vector<HWND> controls;
+    std::vector<HWND> frames;
     for (HWND control = GetWindow(parent, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
         if (!IsWindowVisible(control)) continue;
         if (GetWindowLongPtrW(control, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) CheckSiblings(control, found);
-        if (!IsFrame(control)) controls.push_back(control);
+        (IsFrame(control) ? frames : controls).push_back(control);
+    }
+    for (const HWND frame : frames) {
+        for (const HWND control : controls) {
+            RECT outer{}, inner{}, common{};
+            GetWindowRect(frame, &outer);
+            GetWindowRect(control, &inner);
+            if (IntersectRect(&common, &outer, &inner) && !EqualRect(&common, &inner)) {
+                found.push_back(std::to_string(GetDlgCtrlID(control)) + " and the edge of " +
+                                std::to_string(GetDlgCtrlID(frame)));
+            }
+        }
     }
     for (std::size_t first = 0; first < controls.size(); ++first) {
         for (std::size_t second = first + 1; second < controls.size(); ++second) {

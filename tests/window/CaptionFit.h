@@ -9,5 +9,5 @@
 /// the control's number, its text and what it needs against what it has, in pixels. Empty when all fit.
 std::vector<std::string> ClippedCaptions(HWND form);
 
-/// The pairs of visible controls that lie over each other, frames apart. Empty when there are none.
+/// The visible controls that lie over each other or across the edge of a frame. Empty when there are none.
 std::vector<std::string> OverlappingControls(HWND form);

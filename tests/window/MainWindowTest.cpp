@@ -158,6 +158,8 @@ TEST_F(MainWindowTest, EveryCaptionFitsInFrench) {
     Start();
     EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>{});
     EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>{});
+    Click(IDC_optRestaure);
+    EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>{});
 }
 
 TEST_F(MainWindowTest, EveryCaptionFitsInEnglish) {
@@ -445,6 +447,22 @@ TEST_F(MainWindowTest, RestoreHidesTheMediaAndWidensTheActionWithoutDetecting) {
     EXPECT_TRUE(IsVisible(IDC_optCD));
     EXPECT_EQ(Text(IDC_cmdBackup), L"&Suivant...");
     EXPECT_EQ(machine.discWriters.cdRecord.created, created + 1);
+}
+
+TEST_F(MainWindowTest, WidenedActionFrameLeavesNoTraceOfItsOldEdge) {
+    Start();
+    ui::RunPendingMessages();
+    RECT frame{};
+    GetWindowRect(At(IDC_frmAction), &frame);
+    MapWindowPoints(nullptr, form.Handle(), reinterpret_cast<POINT*>(&frame), 2);
+    Click(IDC_optRestaure);
+    ui::RunPendingMessages();
+    const HDC screen = GetDC(form.Handle());
+    const int row = frame.bottom - 10;
+    const COLORREF inside = GetPixel(screen, frame.right - 20, row);
+    for (int column = frame.right - 6; column < frame.right + 2; ++column)
+        EXPECT_EQ(GetPixel(screen, column, row), inside) << column;
+    ReleaseDC(form.Handle(), screen);
 }
 
 TEST_F(MainWindowTest, EachMediumIsHandedOverWithItsCodeAndDrive) {
