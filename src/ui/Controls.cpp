@@ -1,6 +1,43 @@
 #include "ui/Controls.h"
 
+#include <memory>
+
 namespace ui {
+
+namespace {
+
+constexpr UINT_PTR EnterSubclass = 1;
+
+LRESULT CALLBACK EnterProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR reference) {
+    auto* handler = reinterpret_cast<std::function<void()>*>(reference);
+    switch (message) {
+    case WM_GETDLGCODE:
+        if (wParam == VK_RETURN) return DLGC_WANTMESSAGE | DefSubclassProc(window, message, wParam, lParam);
+        break;
+    case WM_KEYDOWN:
+        // Some versions press the default button here; the character of the key comes all the same.
+        if (wParam == VK_RETURN) return 0;
+        break;
+    case WM_CHAR: {
+        if (wParam != VK_RETURN) break;
+        // The handler may close the form, and this window with it. What it throws is the form's to report.
+        const auto steps = *handler;
+        Form* form = Form::Of(GetParent(window));
+        if (form != nullptr) form->RunGuarded(steps);
+        return 0;
+    }
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(window, EnterProcedure, EnterSubclass);
+        delete handler;
+        break;
+    default:
+        break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+} // namespace
 
 LRESULT Control::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
     return SendMessageW(Handle(), message, wParam, lParam);
@@ -71,6 +108,12 @@ void Option::SelectNone(Form& form, int firstId, int lastId) {
         // An option that is cleared is no tab stop, because the selected one is.
         SetWindowLongPtrW(option, GWL_STYLE, GetWindowLongPtrW(option, GWL_STYLE) | WS_TABSTOP);
     }
+}
+
+void TextBox::OnEnter(std::function<void()> handler) {
+    auto owned = std::make_unique<std::function<void()>>(std::move(handler));
+    if (SetWindowSubclass(Handle(), EnterProcedure, EnterSubclass, reinterpret_cast<DWORD_PTR>(owned.get())))
+        static_cast<void>(owned.release()); // given back with the window
 }
 
 void ComboBox::Add(const std::wstring& text) {

@@ -84,6 +84,9 @@ class TextBox : public Control {
     using Control::Control;
     void SetMaxLength(int characters) { Send(EM_SETLIMITTEXT, static_cast<WPARAM>(characters)); }
     void OnChange(std::function<void()> handler) { Owner().On(Id(), EN_CHANGE, std::move(handler)); }
+    /// Runs `handler` when Enter is pressed in the box; the default button does not see the key then. On a loaded form
+    /// only, once per loading.
+    void OnEnter(std::function<void()> handler);
 };
 
 /// A drop-down list. Rows count from 0; -1 is no row.

@@ -2,6 +2,7 @@
 
 #include "ui/MessagePump.h"
 
+#include <algorithm>
 #include <string>
 
 namespace ui {
@@ -129,7 +130,22 @@ void Form::SetHeightTwips(int heightTwips) {
     const int frame = (outer.bottom - outer.top) - inner.bottom;
     const int eraFrame = PixelsFromTwips(EraFrameTwips, window_);
     const int height = PixelsFromTwips(heightTwips, window_) + (frame > eraFrame ? frame - eraFrame : 0);
-    SetWindowPos(window_, nullptr, 0, 0, outer.right - outer.left, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &screen);
+    const int top =
+        std::max(std::min(outer.top, screen.rcWork.bottom - height), std::min(outer.top, screen.rcWork.top));
+    SetWindowPos(window_, nullptr, outer.left, top, outer.right - outer.left, height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::SetInnerWidthTwips(int widthTwips) {
+    RECT outer{};
+    RECT inner{};
+    GetWindowRect(window_, &outer);
+    GetClientRect(window_, &inner);
+    const int frame = (outer.right - outer.left) - inner.right;
+    SetWindowPos(window_, nullptr, 0, 0, PixelsFromTwips(widthTwips, window_) + frame, outer.bottom - outer.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Form::On(int controlId, int code, std::function<void()> handler) {
@@ -211,12 +227,16 @@ std::optional<LRESULT> Form::OnMessage(UINT, WPARAM, LPARAM) {
     return std::nullopt;
 }
 
-void Form::RaiseActivate() {
+void Form::RunGuarded(const std::function<void()>& steps) noexcept {
     try {
-        if (window_ != nullptr) OnActivate();
+        steps();
     } catch (...) {
         OnUnhandledException();
     }
+}
+
+void Form::RaiseActivate() {
+    if (window_ != nullptr) RunGuarded([this] { OnActivate(); });
 }
 
 INT_PTR CALLBACK Form::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -55,12 +55,17 @@ class Form {
     void Refresh();
     /// Sets the outer height. Heights were made for a caption and frame of 375 twips; where the system's are taller
     /// the difference is added, so that no control is cut.
+    /// The window is moved up where it would not end on the screen.
     void SetHeightTwips(int heightTwips);
+    void SetInnerWidthTwips(int widthTwips);
 
     /// Runs `handler` when a control sends the notification `code` by WM_COMMAND.
     void On(int controlId, int code, std::function<void()> handler);
     /// Runs `handler` when a control sends the notification `code` by WM_NOTIFY; its value is the answer.
     void OnNotify(int controlId, UINT code, std::function<LRESULT(NMHDR&)> handler);
+
+    /// Runs `steps`; what they let through is handed to `OnUnhandledException`.
+    void RunGuarded(const std::function<void()>& steps) noexcept;
 
     /// Runs `task` once the messages already sent have been handled; dropped when the form is unloaded first.
     void Post(std::function<void()> task);

@@ -1,0 +1,244 @@
+#include "archive/frmMotPasse.h"
+
+#include "archive/modGestionMotPasse.h"
+#include "platform/MessageBoxes.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::array Captions = {
+    ui::Caption{IDC_lblTitre, 902},   ui::Caption{IDC_lblConfirmation, 917}, ui::Caption{IDC_lblNotaBene, 903},
+    ui::Caption{IDC_cmdOK, 502},      ui::Caption{IDC_cmdCancel, 904},       ui::Caption{IDC_cmdAideMax, 905},
+    ui::Caption{IDC_cmdAideMin, 906}, ui::Caption{IDC_lblTitreLabel, 907},
+};
+constexpr int WindowCaption = 901;
+constexpr std::array CriterionTexts = {908, 909, 910};
+constexpr std::array CategoryTexts = {911, 912, 913, 914};
+
+constexpr int InvalidPassword = 915;
+constexpr int InvalidPasswordTitle = 916;
+constexpr int DifferentPasswords = 919;
+constexpr int DifferentPasswordsTitle = 918;
+
+// All sizes are in twips.
+constexpr int InnerWidth = 7300;
+constexpr int LeftEdge = 120;
+constexpr int FieldWidth = 3000;
+constexpr int ButtonWidth = 1215;
+constexpr int EntryTop = 60;
+constexpr int EntryGap = 15;
+constexpr int EntryHeight = 270;
+constexpr int LabelHeight = 195;
+constexpr int FrameLeft = 1455;
+constexpr int FrameWidth = 5725;
+constexpr int FrameHeight = 3900;
+constexpr int FrameTopWhileHidden = 2280;
+
+struct HelpHeights {
+    int shown;
+    int hidden;
+};
+constexpr HelpHeights EntryHeights{5525, 1800};
+constexpr HelpHeights CreationHeights{6525, 2865};
+
+constexpr const HelpHeights& HeightsOf(bool isCreation) {
+    return isCreation ? CreationHeights : EntryHeights;
+}
+
+std::wstring WithoutBlanksAround(const std::wstring& text) {
+    const std::size_t first = text.find_first_not_of(L' ');
+    if (first == std::wstring::npos) return {};
+    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+} // namespace
+
+frmMotPasse::frmMotPasse(Application& app) : ApplicationForm(app, IDD_frmMotPasse, L"frmMotPasse") {}
+
+void frmMotPasse::OnLoad() {
+    SetCancelButton(IDC_cmdCancel);
+    SetFrame(IDC_frameAide, {IDC_lblTitreLabel, IDC_lblCritere, IDC_lblAlphaNum});
+    cmdOK.OnClick([this] { cmdOK_Click(); });
+    cmdCancel.OnClick([this] { cmdCancel_Click(); });
+    cmdAideMax.OnClick([this] { cmdAideMax_Click(); });
+    cmdAideMin.OnClick([this] { cmdAideMin_Click(); });
+    txtMotPasse.OnEnter([this] { txtMotPasse_KeyPress(); });
+    txtConfirmation.OnEnter([this] { txtConfirmation_KeyPress(); });
+    Form_Load();
+}
+
+void frmMotPasse::OnUnload() {
+    // Nothing of a password stays in the boxes' memory.
+    for (ui::TextBox* box : {&txtMotPasse, &txtConfirmation}) {
+        box->SetText(std::wstring(box->Text().size(), L' '));
+        box->SetText(L"");
+    }
+}
+
+void frmMotPasse::Form_Load() {
+    Guarded(L"Form_Load, module frmMotPasse", [this] {
+        InitCaptionsMotPasse();
+        SetInnerWidthTwips(InnerWidth);
+        if (IsCreation())
+            LayOutForCreation();
+        else
+            LayOutForEntry();
+        SetHeightTwips(HeightsOf(IsCreation()).hidden);
+        cmdAideMin.Move(cmdAideMax.Bounds());
+        ShowHelp(false, FrameTopWhileHidden);
+    });
+}
+
+void frmMotPasse::InitCaptionsMotPasse() {
+    Guarded(L"InitCaptionsMotPasse, module modGestionMotPasse", [this] {
+        const auto lines = [this](const auto& textIds) {
+            std::wstring text;
+            for (const int textId : textIds) text += (text.empty() ? L"" : L"\r\n") + Text(textId);
+            return text;
+        };
+        SetTitle(Text(WindowCaption));
+        SetCaptions(Captions);
+        lblCritere.SetText(lines(CriterionTexts));
+        lblAlphaNum.SetText(lines(CategoryTexts));
+    });
+}
+
+void frmMotPasse::LayOutForCreation() {
+    constexpr int FieldLeft = 2400;
+    constexpr int ButtonHeight = 345;
+    constexpr int RightEdge = FrameLeft + FrameWidth;
+    lblNotaBene.Move({LeftEdge, 60, RightEdge - LeftEdge, 600});
+    lblTitre.Move({LeftEdge, 765, FieldLeft - LeftEdge, LabelHeight});
+    txtMotPasse.Move({FieldLeft, 720, FieldWidth, 285});
+    lblConfirmation.Move({LeftEdge, 1110, FieldLeft - LeftEdge, LabelHeight});
+    txtConfirmation.Move({FieldLeft, 1065, FieldWidth, 285});
+    cmdOK.Move({RightEdge - 2 * ButtonWidth - 120, 1530, ButtonWidth, ButtonHeight});
+    cmdCancel.Move({RightEdge - ButtonWidth, 1530, ButtonWidth, ButtonHeight});
+    cmdAideMax.Move({LeftEdge, 2040, ButtonWidth, ButtonHeight});
+    cmdCancel.Show(true);
+    lblConfirmation.Show(true);
+    txtConfirmation.Show(true);
+    txtConfirmation.Enable(true);
+}
+
+void frmMotPasse::LayOutForEntry() {
+    lblConfirmation.Show(false);
+    txtConfirmation.Show(false);
+    lblNotaBene.Show(false);
+    lblTitre.Move({LeftEdge, EntryTop, FieldWidth, LabelHeight});
+    txtMotPasse.Move({LeftEdge, EntryTop + LabelHeight + EntryGap, FieldWidth, EntryHeight});
+    int top = EntryTop + LabelHeight + EntryGap + EntryHeight + EntryGap;
+    for (ui::Button* button : {&cmdCancel, &cmdOK, &cmdAideMax}) {
+        button->Move({LeftEdge, top, ButtonWidth, EntryHeight});
+        top += EntryHeight + EntryGap;
+    }
+}
+
+void frmMotPasse::cmdOK_Click() {
+    Guarded(L"cmdOK_Click, module frmMotPasse", [this] {
+        if (IsCreation()) {
+            CheckNewPassword();
+            app_.machine.messageLoop.RunPending();
+            if (!IsLoaded()) return;
+        } else {
+            app_.passwordResult = 1;
+        }
+        if (app_.passwordResult != 1) return;
+        app_.backupPassword = txtMotPasse.Text();
+        Unload();
+    });
+}
+
+void frmMotPasse::CheckNewPassword() {
+    if (VerifierComplexiteMotPasse()) {
+        app_.passwordResult = 1;
+        if (!txtConfirmation.IsVisible() || IsConfirmed()) return;
+        app_.passwordResult = 0;
+        app_.ShowMessage(DifferentPasswords, DifferentPasswordsTitle, box::Information);
+        txtConfirmation.SetText(L"");
+        txtConfirmation.SetFocus();
+        return;
+    }
+    app_.passwordResult = 0;
+    app_.ShowMessage(InvalidPassword, InvalidPasswordTitle, box::Information);
+    txtMotPasse.SetText(L"");
+    txtConfirmation.SetText(L"");
+    cmdAideMax_Click();
+    txtMotPasse.SetFocus();
+}
+
+bool frmMotPasse::VerifierComplexiteMotPasse() {
+    return Guarded(L"VerifierComplexiteMotPasse, module frmMotPasse", [this] {
+        std::wstring password = txtMotPasse.Text();
+        const bool isComplex = modGestionMotPasse::VerifierComplexiteMotPasse(password, app_.accountName);
+        modGestionMotPasse::Forget(password);
+        return isComplex;
+    });
+}
+
+bool frmMotPasse::IsConfirmed() {
+    return modGestionMotPasse::MotsPasseIdentiques(WithoutBlanksAround(txtMotPasse.Text()),
+                                                   WithoutBlanksAround(txtConfirmation.Text()));
+}
+
+void frmMotPasse::cmdCancel_Click() {
+    Guarded(L"cmdCancel_Click, module frmMotPasse", [this] {
+        app_.passwordResult = 0;
+        Unload();
+    });
+}
+
+void frmMotPasse::txtMotPasse_KeyPress() {
+    Guarded(L"txtMotPasse_KeyPress, module frmMotPasse", [this] {
+        if (txtConfirmation.IsVisible())
+            txtConfirmation.SetFocus();
+        else
+            cmdOK_Click();
+        app_.machine.messageLoop.RunPending();
+    });
+}
+
+void frmMotPasse::txtConfirmation_KeyPress() {
+    Guarded(L"txtConfirmation_KeyPress, module frmMotPasse", [this] { cmdOK_Click(); });
+}
+
+void frmMotPasse::cmdAideMax_Click() {
+    Guarded(L"cmdAideMax_Click, module frmMotPasse", [this] {
+        SetHeightTwips(HeightsOf(IsCreation()).shown);
+        ShowHelp(true, cmdAideMax.Bounds().top);
+    });
+}
+
+void frmMotPasse::cmdAideMin_Click() {
+    Guarded(L"cmdAideMin_Click, module frmMotPasse", [this] {
+        SetHeightTwips(HeightsOf(IsCreation()).hidden);
+        ShowHelp(false, FrameTopWhileHidden);
+    });
+}
+
+/// Moves the help to where it is seen or, shut, does not show at the window's edge.
+void frmMotPasse::ShowHelp(bool isShown, int topTwips) {
+    frameAide.Move({FrameLeft, topTwips, FrameWidth, FrameHeight});
+    lblTitreLabel.Move({FrameLeft + 120, topTwips + 180, FrameWidth - 240, 975});
+    lblCritere.Move({FrameLeft + 120, topTwips + 1170, FrameWidth - 240, 1365});
+    lblAlphaNum.Move({FrameLeft + 360, topTwips + 2565, FrameWidth - 480, 1170});
+    frameAide.Show(isShown);
+    // The key that opened the help shuts it: the focus goes from one button to the other.
+    ui::Button& shown = isShown ? cmdAideMin : cmdAideMax;
+    ui::Button& hidden = isShown ? cmdAideMax : cmdAideMin;
+    const bool hadFocus = hidden.HasFocus();
+    shown.Show(true);
+    if (hadFocus) shown.SetFocus();
+    hidden.Show(false);
+}
+
+bool modGestionMotPasse::DemanderMotPasse(Application& app, ui::Form* owner, PasswordMode mode) {
+    return Guarded(app, L"DemanderMotPasse, module modGestionMotPasse", [&] {
+        app.passwordResult = 0;
+        Forget(app.backupPassword);
+        app.passwordMode = mode;
+        frmMotPasse(app).ShowModal(owner);
+        return app.passwordResult > 0;
+    });
+}

@@ -1,0 +1,335 @@
+#include "CaptionFit.h"
+#include "KeyboardReach.h"
+#include "archive/frmMotPasse.h"
+#include "platform/MessageBoxes.h"
+#include "support/FakeMachine.h"
+#include "ui/MessagePump.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using Ids = std::vector<int>;
+
+constexpr const wchar_t* GoodPassword = L"Abcdefg1";
+
+BOOL CALLBACK CloseForm(HWND window, LPARAM) {
+    if (ui::Form::Of(window) != nullptr) SendMessageW(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
+void CALLBACK CloseTheDialog(HWND, UINT, UINT_PTR, DWORD) {
+    EnumThreadWindows(GetCurrentThreadId(), CloseForm, 0);
+}
+
+class PasswordDialog : public testing::Test {
+  protected:
+    void Open(PasswordMode mode) {
+        machine.app.passwordMode = mode;
+        form.Create();
+        form.Show();
+        ui::RunPendingMessages();
+    }
+    void OpenInEnglish(PasswordMode mode) {
+        machine.app.lngLangue = 10000;
+        Open(mode);
+    }
+
+    HWND At(int id) const { return GetDlgItem(form.Handle(), id); }
+    bool IsVisible(int id) const { return IsWindowVisible(At(id)) != FALSE; }
+    bool HasFocus(int id) const { return GetFocus() == At(id); }
+    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
+    void Type(int id, const wchar_t* text) const { SetWindowTextW(At(id), text); }
+    void Press(int id, WPARAM key) const {
+        PostMessageW(At(id), WM_KEYDOWN, key, 0);
+        ui::RunPendingMessages();
+    }
+    std::wstring Text(int id) const {
+        wchar_t text[512] = {};
+        GetWindowTextW(At(id), text, 512);
+        return text;
+    }
+    RECT Place(int id) const {
+        RECT place{};
+        GetWindowRect(At(id), &place);
+        MapWindowPoints(nullptr, form.Handle(), reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+    int TopTwips(int id) const { return ui::TwipsFromPixels(Place(id).top, form.Handle()); }
+    RECT Inner() const {
+        RECT inner{};
+        GetClientRect(form.Handle(), &inner);
+        return inner;
+    }
+    /// What the window's height must be for a height of the time when caption and frame took 375 twips.
+    int HeightPixels(int twips) const {
+        RECT outer{};
+        GetWindowRect(form.Handle(), &outer);
+        const int frame = (outer.bottom - outer.top) - Inner().bottom;
+        return ui::PixelsFromTwips(twips, form.Handle()) + std::max(0, frame - ui::PixelsFromTwips(375, form.Handle()));
+    }
+    int OuterHeight() const {
+        RECT outer{};
+        GetWindowRect(form.Handle(), &outer);
+        return outer.bottom - outer.top;
+    }
+
+    FormMessageLoop messages;
+    FakeMachine machine{&messages};
+    frmMotPasse form{machine.app};
+};
+
+TEST_F(PasswordDialog, FrenchCaptions) {
+    Open(PasswordMode::Creation);
+    EXPECT_EQ(form.Title(), L"Mot de passe - copie de sécurité");
+    EXPECT_EQ(Text(IDC_lblTitre), L"Entrer mot de passe");
+    EXPECT_EQ(Text(IDC_lblConfirmation), L"Confirmer mot de passe");
+    EXPECT_EQ(Text(IDC_lblNotaBene), machine.app.Text(903));
+    EXPECT_EQ(Text(IDC_cmdOK), L"&Ok");
+    EXPECT_EQ(Text(IDC_cmdCancel), L"&Annuler");
+    EXPECT_EQ(Text(IDC_cmdAideMax), L"A&ide >>");
+    EXPECT_EQ(Text(IDC_cmdAideMin), L"<< A&ide");
+    EXPECT_EQ(Text(IDC_lblTitreLabel), machine.app.Text(907));
+    EXPECT_EQ(Text(IDC_lblCritere),
+              machine.app.Text(908) + L"\r\n" + machine.app.Text(909) + L"\r\n" + machine.app.Text(910));
+    EXPECT_EQ(Text(IDC_lblAlphaNum), machine.app.Text(911) + L"\r\n" + machine.app.Text(912) + L"\r\n" +
+                                         machine.app.Text(913) + L"\r\n" + machine.app.Text(914));
+}
+
+TEST_F(PasswordDialog, EnglishCaptions) {
+    OpenInEnglish(PasswordMode::Creation);
+    EXPECT_EQ(form.Title(), L"Password - backup");
+    EXPECT_EQ(Text(IDC_lblTitre), L"Enter password");
+    EXPECT_EQ(Text(IDC_lblConfirmation), L"Confirm password");
+    EXPECT_EQ(Text(IDC_cmdCancel), L"&Cancel");
+    EXPECT_EQ(Text(IDC_cmdAideMax), L"&Help >>");
+    EXPECT_EQ(Text(IDC_cmdAideMin), L"<< &Help");
+}
+
+TEST_F(PasswordDialog, EveryCaptionFitsInBothLanguagesAndModes) {
+    for (const int language : {0, 10000}) {
+        for (const PasswordMode mode : {PasswordMode::Creation, PasswordMode::Entry}) {
+            machine.app.lngLangue = language;
+            Open(mode);
+            EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>());
+            EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
+            Click(IDC_cmdAideMax);
+            EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
+            EXPECT_EQ(AccessKeyClashes(form.Handle()), L"");
+            form.Unload();
+        }
+    }
+}
+
+TEST_F(PasswordDialog, EveryControlIsReachedByKeyboardAndNamed) {
+    Open(PasswordMode::Creation);
+    EXPECT_EQ(TabOrder(form.Handle()),
+              (Ids{IDC_txtMotPasse, IDC_txtConfirmation, IDC_cmdOK, IDC_cmdCancel, IDC_cmdAideMax}));
+    EXPECT_EQ(UnreachableControls(form.Handle()), Ids());
+    EXPECT_EQ(UnlabelledFields(form.Handle()), Ids());
+}
+
+TEST_F(PasswordDialog, EverythingThatShowsLiesInsideTheWindow) {
+    for (const PasswordMode mode : {PasswordMode::Creation, PasswordMode::Entry}) {
+        for (const bool isHelpShown : {false, true}) {
+            Open(mode);
+            if (isHelpShown) Click(IDC_cmdAideMax);
+            for (int id = IDC_lblNotaBene; id <= IDC_lblAlphaNum; ++id) {
+                if (!IsVisible(id)) continue;
+                const RECT place = Place(id);
+                EXPECT_LE(place.bottom, Inner().bottom) << id;
+                EXPECT_LE(place.right, Inner().right) << id;
+                EXPECT_GE(place.top, 0) << id;
+            }
+            form.Unload();
+        }
+    }
+}
+
+TEST_F(PasswordDialog, CreationShowsTheConfirmationAndTheExplanation) {
+    Open(PasswordMode::Creation);
+    for (const int id : {IDC_lblNotaBene, IDC_lblConfirmation, IDC_txtConfirmation, IDC_cmdCancel, IDC_cmdAideMax})
+        EXPECT_TRUE(IsVisible(id)) << id;
+    EXPECT_TRUE(IsWindowEnabled(At(IDC_txtConfirmation)));
+    for (const int id : {IDC_frameAide, IDC_lblCritere, IDC_cmdAideMin}) EXPECT_FALSE(IsVisible(id)) << id;
+    EXPECT_EQ(OuterHeight(), HeightPixels(2865));
+}
+
+TEST_F(PasswordDialog, EntryStacksWhatItNeedsUnderItsTitle) {
+    Open(PasswordMode::Entry);
+    for (const int id : {IDC_lblNotaBene, IDC_lblConfirmation, IDC_txtConfirmation}) EXPECT_FALSE(IsVisible(id)) << id;
+    EXPECT_EQ(TopTwips(IDC_lblTitre), 60);
+    int bottom = Place(IDC_lblTitre).bottom;
+    for (const int id : {IDC_txtMotPasse, IDC_cmdCancel, IDC_cmdOK, IDC_cmdAideMax}) {
+        EXPECT_TRUE(IsVisible(id)) << id;
+        EXPECT_GE(Place(id).top, bottom) << id;
+        bottom = Place(id).bottom;
+    }
+    EXPECT_EQ(OuterHeight(), HeightPixels(1800));
+}
+
+TEST_F(PasswordDialog, HelpOpensAndShutsByModesHeights) {
+    Open(PasswordMode::Creation);
+    Click(IDC_cmdAideMax);
+    EXPECT_EQ(OuterHeight(), HeightPixels(6525));
+    EXPECT_EQ(TopTwips(IDC_frameAide), TopTwips(IDC_cmdAideMax));
+    EXPECT_TRUE(IsVisible(IDC_cmdAideMin));
+    EXPECT_FALSE(IsVisible(IDC_cmdAideMax));
+    EXPECT_TRUE(IsVisible(IDC_lblAlphaNum));
+    Click(IDC_cmdAideMin);
+    EXPECT_EQ(OuterHeight(), HeightPixels(2865));
+    EXPECT_EQ(TopTwips(IDC_frameAide), 2280);
+    EXPECT_FALSE(IsVisible(IDC_cmdAideMin));
+    EXPECT_TRUE(IsVisible(IDC_cmdAideMax));
+    form.Unload();
+    Open(PasswordMode::Entry);
+    Click(IDC_cmdAideMax);
+    EXPECT_EQ(OuterHeight(), HeightPixels(5525));
+    EXPECT_EQ(TopTwips(IDC_frameAide), TopTwips(IDC_cmdAideMax));
+    Click(IDC_cmdAideMin);
+    EXPECT_EQ(OuterHeight(), HeightPixels(1800));
+}
+
+TEST_F(PasswordDialog, HelpOpenedByKeyboardKeepsTheKeyboard) {
+    Open(PasswordMode::Creation);
+    SetFocus(At(IDC_cmdAideMax));
+    Click(IDC_cmdAideMax);
+    EXPECT_TRUE(HasFocus(IDC_cmdAideMin));
+}
+
+TEST_F(PasswordDialog, PasswordsAreMaskedAndTheFocusStartsInTheFirst) {
+    Open(PasswordMode::Creation);
+    EXPECT_NE(SendMessageW(At(IDC_txtMotPasse), EM_GETPASSWORDCHAR, 0, 0), 0);
+    EXPECT_NE(SendMessageW(At(IDC_txtConfirmation), EM_GETPASSWORDCHAR, 0, 0), 0);
+    EXPECT_TRUE(HasFocus(IDC_txtMotPasse));
+    form.Unload();
+    Open(PasswordMode::Entry);
+    EXPECT_TRUE(HasFocus(IDC_txtMotPasse));
+}
+
+TEST_F(PasswordDialog, EnterInThePasswordBoxMovesToTheConfirmation) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, GoodPassword);
+    Press(IDC_txtMotPasse, VK_RETURN);
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_TRUE(HasFocus(IDC_txtConfirmation));
+    EXPECT_TRUE(machine.messageBoxes.shown.empty());
+}
+
+TEST_F(PasswordDialog, EnterInTheConfirmationAccepts) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, GoodPassword);
+    Type(IDC_txtConfirmation, GoodPassword);
+    Press(IDC_txtConfirmation, VK_RETURN);
+    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_EQ(machine.app.passwordResult, 1);
+    EXPECT_EQ(machine.app.backupPassword, GoodPassword);
+}
+
+TEST_F(PasswordDialog, EnterInEntryModeAccepts) {
+    Open(PasswordMode::Entry);
+    Type(IDC_txtMotPasse, L"x");
+    Press(IDC_txtMotPasse, VK_RETURN);
+    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_EQ(machine.app.backupPassword, L"x");
+}
+
+TEST_F(PasswordDialog, EscapeCancels) {
+    Open(PasswordMode::Creation);
+    machine.app.passwordResult = 1;
+    Press(IDC_txtMotPasse, VK_ESCAPE);
+    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_EQ(machine.app.passwordResult, 0);
+}
+
+TEST_F(PasswordDialog, OkIsTheDefaultButton) {
+    Open(PasswordMode::Creation);
+    EXPECT_EQ(LOWORD(SendMessageW(form.Handle(), DM_GETDEFID, 0, 0)), IDC_cmdOK);
+}
+
+TEST_F(PasswordDialog, WeakPasswordIsRefusedAndTheHelpOpens) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, L"abcdefg1");
+    Type(IDC_txtConfirmation, L"abcdefg1");
+    Click(IDC_cmdOK);
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(915));
+    EXPECT_EQ(machine.messageBoxes.shown[0].title, L"Mot de passe invalide");
+    EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Information);
+    EXPECT_EQ(Text(IDC_txtMotPasse), L"");
+    EXPECT_EQ(Text(IDC_txtConfirmation), L"");
+    EXPECT_TRUE(IsVisible(IDC_cmdAideMin));
+    EXPECT_TRUE(HasFocus(IDC_txtMotPasse));
+    EXPECT_EQ(machine.app.passwordResult, 0);
+}
+
+TEST_F(PasswordDialog, EmptyConfirmationIsRefusedAndAskedForAgain) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, GoodPassword);
+    Click(IDC_cmdOK);
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(919));
+    EXPECT_EQ(machine.messageBoxes.shown[0].title, L"Mot de passe pas identique");
+    EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Information);
+    EXPECT_EQ(Text(IDC_txtMotPasse), GoodPassword);
+    EXPECT_TRUE(HasFocus(IDC_txtConfirmation));
+    EXPECT_EQ(machine.app.passwordResult, 0);
+    EXPECT_TRUE(form.IsLoaded());
+}
+
+TEST_F(PasswordDialog, DifferentConfirmationIsEmptied) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, GoodPassword);
+    Type(IDC_txtConfirmation, L"abcdefg1");
+    Click(IDC_cmdOK);
+    EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_EQ(Text(IDC_txtConfirmation), L"");
+}
+
+TEST_F(PasswordDialog, ConfirmationMayDifferByBlanksAroundAndThePasswordKeepsItsOwn) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, L" Abcdefg1  ");
+    Type(IDC_txtConfirmation, L"Abcdefg1");
+    Click(IDC_cmdOK);
+    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_EQ(machine.app.backupPassword, L" Abcdefg1  ");
+}
+
+TEST_F(PasswordDialog, EntryModeChecksNothing) {
+    Open(PasswordMode::Entry);
+    Click(IDC_cmdOK);
+    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_EQ(machine.app.passwordResult, 1);
+    EXPECT_EQ(machine.app.backupPassword, L"");
+}
+
+TEST_F(PasswordDialog, AskingForgetsTheFormerPasswordAndSaysNoWhenCancelled) {
+    machine.app.backupPassword = L"former";
+    machine.app.passwordResult = 1;
+    const UINT_PTR closing = SetTimer(nullptr, 0, 20, CloseTheDialog);
+    EXPECT_FALSE(modGestionMotPasse::DemanderMotPasse(machine.app, nullptr, PasswordMode::Entry));
+    KillTimer(nullptr, closing);
+    EXPECT_EQ(machine.app.backupPassword, L"");
+    EXPECT_EQ(machine.app.passwordMode, PasswordMode::Entry);
+}
+
+TEST_F(PasswordDialog, LeavesNoWindowAndNoGdiObjectBehind) {
+    Open(PasswordMode::Creation);
+    form.Unload();
+    const DWORD gdiObjects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    const DWORD userObjects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    for (int round = 0; round < 20; ++round) {
+        Open(round % 2 == 0 ? PasswordMode::Creation : PasswordMode::Entry);
+        Click(IDC_cmdAideMax);
+        form.Unload();
+    }
+    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdiObjects);
+    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), userObjects);
+}
+
+} // namespace
