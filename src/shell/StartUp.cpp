@@ -4,6 +4,7 @@
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
+#include "selection/UserProfile.h"
 
 std::wstring ParentFolder(const std::wstring& folder) {
     const auto lastBackslash = folder.rfind(L'\\');
@@ -16,8 +17,7 @@ double MeasureProgramDrive(const Application& app) {
 }
 
 void ReadUser(Application& app) {
-    app.strProfilUtilisateur = app.machine.system.ProfileFolder();
-    app.strNomUtilisateur = app.strProfilUtilisateur.substr(app.strProfilUtilisateur.rfind(L'\\') + 1);
+    LireProfilUtilisateur(app);
     app.accountName = app.machine.system.AccountName();
 }
 

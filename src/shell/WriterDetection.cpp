@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::uint32_t PauseMilliseconds = 10;
+constexpr std::uint32_t PauseMilliseconds = 1;
 
 } // namespace
 

@@ -35,7 +35,7 @@ class MainWindowTest : public testing::Test {
                                                  }}) {
         machine.drives.Add(L"C:\\", DriveType::Fixed, L"", {12345678, 2e9});
         machine.usb.busTypes[L"C:"] = 11;
-        machine.system.clockSpeed = 20;
+        machine.system.clockSpeed = 200;
     }
 
     void Start() {

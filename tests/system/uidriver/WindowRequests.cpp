@@ -77,6 +77,16 @@ Rows ListControls(const Row& fields) {
     return rows;
 }
 
+// glance WINDOW ID: text, is enabled, is visible of a control as the system keeps them; the program is not asked, so
+// that it may be busy and is not held up
+Rows Glance(const Row& fields) {
+    const HWND control = GetDlgItem(WindowAt(fields, 1), static_cast<int>(NumberAt(fields, 2)));
+    if (control == nullptr) throw RequestError("no such control");
+    wchar_t text[512] = {};
+    InternalGetWindowText(control, text, 512);
+    return {{text, Number(IsWindowEnabled(control)), Number(IsWindowVisible(control))}};
+}
+
 Rows Text(const Row& fields) {
     return {{TextOf(WindowAt(fields, 1))}};
 }
@@ -156,6 +166,7 @@ Rows Drop(const Row& fields) {
 
 void AddWindowRequests(RequestTable& table) {
     table[L"windows"] = ListWindows;
+    table[L"glance"] = Glance;
     table[L"controls"] = ListControls;
     table[L"text"] = Text;
     table[L"settext"] = SetText;
