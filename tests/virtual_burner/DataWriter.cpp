@@ -305,17 +305,18 @@ HRESULT DataWriter::Record(IStream* data, const VirtualDrive& drive, VirtualDisc
     const auto capacity = static_cast<std::uint64_t>(disc.settings.Number("capacity"));
     disc.settings.Set("used", std::to_string(used));
     disc.settings.Set("speed", std::to_string(Settled(disc.Speeds())));
+    disc.settings.Set("writes", std::to_string(disc.settings.Number("writes") + 1));
     disc.settings.Set("content", "pending");
     const bool isFull = !isOverwritten && used + capacity / 50 > capacity;
     disc.settings.Set("state", mustClose_ || isFull ? "closed" : "open");
     Tell(Mastering::ActionCompleted, sizeBytes);
-    StartShowingContent(disc.folder);
+    if (drive.settings.Text("shows content", "yes") == "yes") StartShowingContent(disc.folder);
     return S_OK;
 }
 
 HRESULT DataWriter::RecordData(IStream* data, const VirtualDrive& drive, const VirtualDisc& disc,
                                std::uint64_t sizeBytes) {
-    constexpr ULONG PieceBytes = 1 << 20;
+    constexpr ULONG PieceBytes = 1 << 17;
     const auto seconds = static_cast<double>(drive.settings.Number("write milliseconds")) / 1000;
     const std::int64_t failAt = drive.settings.Number("fail at", -1);
     const std::int64_t ejectAt = drive.settings.Number("eject at", -1);

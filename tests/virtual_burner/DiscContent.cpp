@@ -181,6 +181,7 @@ std::optional<DiscVolume> ReadDiscVolume(const std::wstring& imagePath) {
 
 bool ShowDiscContent(const std::wstring& discFolder) {
     namespace fs = std::filesystem;
+    const ProcessLock lock(L"VirtualBurnerContent");
     SettingsFile settings(discFolder + L"\\disc.ini");
     const std::wstring imagePath = discFolder + L"\\disc.iso";
     const fs::path volumePath(discFolder + L"\\volume");
@@ -198,6 +199,8 @@ bool ShowDiscContent(const std::wstring& discFolder) {
     }
     fs::remove_all(volumePath, ignored);
     fs::rename(preparedPath, volumePath, ignored);
-    settings.Set("content", isWhole ? "shown" : "unreadable");
+    // A later write has its own showing to come.
+    if (SettingsFile(discFolder + L"\\disc.ini").Text("writes") == settings.Text("writes"))
+        settings.Set("content", isWhole ? "shown" : "unreadable");
     return isWhole;
 }

@@ -76,7 +76,21 @@ std::string Narrow(const std::wstring& text) {
     return utf8;
 }
 
+ProcessLock::ProcessLock(const wchar_t* name) : mutex_(CreateMutexW(nullptr, FALSE, name)) {
+    WaitForSingleObject(mutex_.Get(), INFINITE);
+}
+
+ProcessLock::~ProcessLock() {
+    ReleaseMutex(mutex_.Get());
+}
+
 SettingsFile::SettingsFile(std::wstring path) : path_(std::move(path)) {
+    Load();
+}
+
+void SettingsFile::Load() {
+    lines_.clear();
+    values_.clear();
     std::ifstream file(std::filesystem::path(path_), std::ios::binary);
     exists_ = static_cast<bool>(file);
     for (std::string line; std::getline(file, line);) {
@@ -102,6 +116,8 @@ std::int64_t SettingsFile::Number(const std::string& key, std::int64_t otherwise
 }
 
 void SettingsFile::Set(const std::string& key, const std::string& value) {
+    const ProcessLock lock(L"VirtualBurnerSettings");
+    Load();
     values_[key] = value;
     const std::string line = key + " = " + value;
     const auto found =

@@ -1,12 +1,24 @@
 #pragma once
 
-#include <windows.h>
+#include "platform/windows/UniqueHandle.h"
 
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
+
+/// Keeps other processes of the burner out for as long as it lives.
+class ProcessLock {
+  public:
+    explicit ProcessLock(const wchar_t* name);
+    ~ProcessLock();
+    ProcessLock(const ProcessLock&) = delete;
+    ProcessLock& operator=(const ProcessLock&) = delete;
+
+  private:
+    UniqueObject mutex_;
+};
 
 /// A file of lines "key = value"; lines that begin with "#" are comments.
 class SettingsFile {
@@ -18,10 +30,12 @@ class SettingsFile {
     std::int64_t Number(const std::string& key, std::int64_t otherwise = 0) const;
     std::optional<std::int64_t> OptionalNumber(const std::string& key) const;
     bool Flag(const std::string& key) const { return Text(key) == "yes"; }
-    /// Changes one value on disk as well, leaving the other lines as they are.
+    /// Changes one value on disk as well, leaving the other lines as they are by now.
     void Set(const std::string& key, const std::string& value);
 
   private:
+    void Load();
+
     std::wstring path_;
     bool exists_ = false;
     std::vector<std::string> lines_;

@@ -71,6 +71,28 @@ bool Writes(IDiscRecorder2* recorder, DiscFamily family) {
     return isFound;
 }
 
+/// Whether the drive leaves it open how much of the disc is used.
+bool NeedsVolume(const DriveAnswers& answers) {
+    if (FAILED(static_cast<HRESULT>(answers.sizesResult))) return true;
+    return (answers.mediaState & Mastering::StateOverwriteOnly) && !answers.isHeuristicallyBlank;
+}
+
+struct FindTraits {
+    using Type = HANDLE;
+    static Type Invalid() { return INVALID_HANDLE_VALUE; }
+    static void Close(Type find) { FindClose(find); }
+};
+
+std::uint64_t RootFileBytes(const std::wstring& root) {
+    WIN32_FIND_DATAW found{};
+    std::uint64_t sizeBytes = 0;
+    const UniqueHandle<FindTraits> find(FindFirstFileW((root + L"*").c_str(), &found));
+    for (BOOL isFound = static_cast<bool>(find); isFound; isFound = FindNextFileW(find.Get(), &found))
+        if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+            sizeBytes += std::uint64_t{found.nFileSizeHigh} << 32 | found.nFileSizeLow;
+    return sizeBytes;
+}
+
 ComPointer<IDiscRecorder2> OpenRecorder(const std::wstring& id) {
     HRESULT result = S_OK;
     auto recorder = CreateObject<IDiscRecorder2>(CLSID_MsftDiscRecorder2, result);
@@ -138,29 +160,34 @@ const DriveSnapshot& ImapiDrive::Read() {
     DriveAnswers answers = Ask();
     // Another program's write locks the drive; what was read before still holds.
     if (answers.mediaTypeResult == Mastering::RecorderLocked && answers_) return snapshot_;
-    if (answers_) {
+    if (answers_ && !isStale_) {
         DriveAnswers quickAnswers = *answers_;
         quickAnswers.isHeuristicallyBlank = false;
-        if (quickAnswers == answers) return snapshot_;
+        // A disc that was just written is mounted some time later.
+        const bool isVolumeAwaited = NeedsVolume(*answers_) && snapshot_.disc.usedBytes == 0;
+        if (quickAnswers == answers && !isVolumeAwaited) return snapshot_;
     }
-    const bool isOverwriteOnly =
-        (answers.mediaState & Mastering::StateOverwriteOnly) && !(answers.mediaState & Mastering::StateBlank);
-    if (isOverwriteOnly) {
+    if (answers.mediaState & Mastering::StateOverwriteOnly) {
         VARIANT_BOOL isBlank = VARIANT_FALSE;
         answers.isHeuristicallyBlank =
             SUCCEEDED(data_->get_MediaHeuristicallyBlank(&isBlank)) && isBlank != VARIANT_FALSE;
     }
     answers_ = answers;
-    const bool needsVolume = isOverwriteOnly || FAILED(static_cast<HRESULT>(answers.sizesResult));
-    snapshot_.disc = DiscBehind(answers, needsVolume ? MountedVolumeBytes() : 0);
+    isStale_ = false;
+    const std::uint64_t discBytes = DiscBehind(answers, 0).totalBytes;
+    snapshot_.disc = DiscBehind(answers, NeedsVolume(answers) ? MountedVolumeBytes(discBytes) : 0);
     snapshot_.speeds = snapshot_.disc.presence == DiscPresence::Ready ? AskSpeeds() : std::vector<std::uint32_t>();
     return snapshot_;
 }
 
-std::uint64_t ImapiDrive::MountedVolumeBytes() const {
+std::uint64_t ImapiDrive::MountedVolumeBytes(std::uint64_t discBytes) const {
     ULARGE_INTEGER total{};
-    if (root_.empty() || !GetDiskFreeSpaceExW(root_.c_str(), nullptr, &total, nullptr)) return 0;
-    return total.QuadPart;
+    ULARGE_INTEGER free{};
+    if (root_.empty() || !GetDiskFreeSpaceExW(root_.c_str(), nullptr, &total, &free)) return 0;
+    // A mastered disc has no free space. Where the letter leads to a larger volume, such as a folder that stands for
+    // the disc, the files are what is on it.
+    if (free.QuadPart == 0 || total.QuadPart <= discBytes) return total.QuadPart - free.QuadPart;
+    return RootFileBytes(root_);
 }
 
 std::vector<std::uint32_t> ImapiDrive::AskSpeeds() const {

@@ -30,16 +30,18 @@ class ImapiDrive {
     /// Asks the drive about its disc. Slow questions are asked again only when the quick ones have another answer.
     const DriveSnapshot& Read();
     /// Makes the next `Read` ask everything.
-    void Forget() { answers_.reset(); }
+    void Forget() { isStale_ = true; }
 
   private:
     DriveAnswers Ask() const;
-    std::uint64_t MountedVolumeBytes() const;
+    /// What the volume mounted from a disc of `discBytes` takes of it; 0 when none is.
+    std::uint64_t MountedVolumeBytes(std::uint64_t discBytes) const;
     std::vector<std::uint32_t> AskSpeeds() const;
 
     ComPointer<IDiscRecorder2> recorder_;
     ComPointer<IDiscFormat2Data> data_;
     std::wstring root_;
     std::optional<DriveAnswers> answers_;
+    bool isStale_ = false;
     DriveSnapshot snapshot_;
 };
