@@ -36,8 +36,8 @@ constexpr int TypeWidthTwips = 1500;
 } // namespace
 
 ctlSelectionFichiers::ctlSelectionFichiers(Application& app, SelectionEvents& host)
-    : ApplicationForm(app, IDD_ctlSelectionFichiers, L"frmBackupCD"), host_(host),
-      list_(NewList()), browser_(app.machine.files) {}
+    : ApplicationForm(app, IDD_ctlSelectionFichiers, L"frmBackupCD"), host_(host), list_(NewList()),
+      browser_(app.machine.files) {}
 
 std::unique_ptr<SelectionList> ctlSelectionFichiers::NewList() {
     SelectionView& view = *this;
