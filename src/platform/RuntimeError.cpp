@@ -30,6 +30,8 @@ std::wstring DescriptionOf(std::int32_t number) {
         return L"Path/File access error";
     case ErrorNumber::PathNotFound:
         return L"Path not found";
+    case ErrorNumber::ObjectNotSet:
+        return L"Object variable or With block variable not set";
     case ErrorNumber::CannotCreateObject:
         return L"ActiveX component can't create object";
     case ErrorNumber::KeyAlreadyPresent:

@@ -19,6 +19,7 @@ enum class ErrorNumber : std::int32_t {
     DiskNotReady = 71,
     PathFileAccessError = 75,
     PathNotFound = 76,
+    ObjectNotSet = 91,
     CannotCreateObject = 429,
     KeyAlreadyPresent = 457,
 };

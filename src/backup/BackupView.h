@@ -1,0 +1,66 @@
+#pragma once
+
+#include "archive/ProgressBar.h"
+#include "backup/MediumReport.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+/// The backup window as its run and its disc side see it. On a window that has been unloaded every call is without
+/// effect and everything reads as empty.
+class BackupView {
+  public:
+    virtual ~BackupView() = default;
+
+    /// Shows the progress instead of the settings, or the other way round, and lets messages run once.
+    virtual void AfficherProgression(bool isBusy) = 0;
+    virtual void ActiverControles(bool isEnabled) = 0;
+    virtual void MajBoutonLancer() = 0;
+    /// Writes the three space figures.
+    virtual void AfficherEspaces() = 0;
+    virtual void AfficherEspaceRequis() = 0;
+    /// Colours the figure of the work space: red when it is used up.
+    virtual void MarkWorkSpace(bool isUsedUp) = 0;
+    virtual void ShowPanels(const MediumReport& report) = 0;
+    virtual void ShowEraseButton(bool isVisible, bool isEnabled) = 0;
+    virtual void Refresh() = 0;
+
+    /// The line above the bar of the single steps.
+    virtual std::wstring RunStatus() const = 0;
+    virtual void SetRunStatus(const std::wstring& text) = 0;
+    /// The line above the bar of the whole.
+    virtual void SetWriterStatus(const std::wstring& text) = 0;
+    virtual ProgressBar& StepProgress() = 0;
+    virtual ProgressBar& TotalProgress() = 0;
+    /// Takes the bar of the single steps away, for media that have none.
+    virtual void HideStepProgress() = 0;
+
+    /// The selected entry of the list of drives.
+    virtual std::wstring SelectedDrive() const = 0;
+    /// The selected write speed; nothing when the list is empty.
+    virtual std::optional<double> SelectedSpeed() const = 0;
+    virtual std::wstring DiscLabel() const = 0;
+
+    virtual void ShowEraseProgress(std::int16_t percent) = 0;
+    /// Shows the erase window until it is closed.
+    virtual void ShowEraseWindow() = 0;
+    /// Closes the window, and the program with it.
+    virtual void EndProgram() = 0;
+};
+
+/// The steps of a backup that other units do. All but the first may let messages run.
+class BackupSteps {
+  public:
+    virtual ~BackupSteps() = default;
+    virtual bool ValidZipApp() = 0;
+    virtual std::wstring GetZipAppName() = 0;
+    /// Asks for a new password; false when the user gives none.
+    virtual bool DemanderMotPasse() = 0;
+    virtual std::int32_t SelectedCount() const = 0;
+    virtual void EnregistrerListeFichiers() = 0;
+    /// Builds the archive; false when it is not complete.
+    virtual bool CopierListeFichiers() = 0;
+    /// Copies the result to a drive root; false when it could not.
+    virtual bool CopierUSB(const std::wstring& root) = 0;
+};

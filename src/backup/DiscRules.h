@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/DiscWriter.h"
+#include "shell/Application.h"
+#include "shell/MediumOffer.h"
+
+#include <string>
+
+/// A disc's kind as the windows name it; empty for a kind they have no name for.
+std::wstring KindName(const Application& app, MediaKind kind);
+
+/// Which kinds count differs from question to question, and is meant to.
+
+/// Whether a backup on `medium` can be written to a disc of this kind, which its writer says it can write to.
+bool IsKindWritable(Medium medium, MediaKind kind, bool writerCanWrite);
+/// Whether the disc belongs to the medium that was chosen at all.
+bool IsKindOfMedium(Medium medium, MediaKind kind);
+/// Whether a disc of this kind can be erased.
+bool IsKindErasable(Medium medium, MediaKind kind);
+
+/// What the user is told about a disc that does not belong to the chosen medium.
+std::wstring WrongKindText(const Application& app, Medium medium, MediaKind kind);

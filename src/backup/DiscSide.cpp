@@ -1,0 +1,271 @@
+#include "backup/DiscSide.h"
+
+#include "archive/clsListe.h"
+#include "backup/DiscRules.h"
+#include "platform/Files.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessageLoop.h"
+#include "platform/RuntimeError.h"
+#include "platform/System.h"
+#include "shell/ErrorReport.h"
+
+#include <utility>
+
+namespace {
+
+constexpr const wchar_t* TransferListName = L"transfert.lst";
+
+} // namespace
+
+DiscSide::DiscSide(Application& app, BackupState& state, BackupView& view) : app_(app), state_(state), view_(view) {}
+
+DiscSide::~DiscSide() {
+    if (writer_) writer_->SetEvents(nullptr);
+}
+
+void DiscSide::CreateWriter() {
+    app_.hasWriterError = false;
+    writer_ = app_.machine.discWriters.Create(state_.miTypeMedia == Medium::Cd ? DiscFamily::Cd : DiscFamily::Dvd);
+    writer_->SetEvents(this);
+}
+
+void DiscSide::ReleaseWriter() {
+    // The shut-down lets messages run; nothing may find the writer any more.
+    const std::unique_ptr<DiscWriter> writer = std::move(writer_);
+    if (writer) writer->ShutDown();
+}
+
+std::vector<std::wstring> DiscSide::WriterNames() const {
+    return writer_ ? writer_->WriterNames() : std::vector<std::wstring>();
+}
+
+std::vector<WriteSpeed> DiscSide::ProbeSpeeds() {
+    if (!writer_) return {};
+    return state_.miTypeMedia == Medium::Cd ? ProbeCdSpeeds(*writer_)
+                                            : ProbeDvdSpeeds(*writer_, app_.machine.system.DecimalSeparator());
+}
+
+MediumReport DiscSide::Report() const {
+    return state_.IsDiscMedium() ? ReportOnDisc(app_, state_.miTypeMedia, writer_.get())
+                                 : ReportOnDisk(app_, state_.miTypeMedia, state_.mstrDrive);
+}
+
+void DiscSide::RefreshDiscInfo() {
+    app_.availableSpace = {};
+    state_.disc = {};
+    Guarded(app_, L"RefreshDiscInfo, module frmBackupCD", [this] {
+        const MediumReport report = Report();
+        app_.availableSpace = report.available;
+        state_.disc = report.disc;
+        view_.ShowPanels(report);
+        view_.ShowEraseButton(state_.IsDiscMedium(), report.isErasable);
+    });
+    view_.AfficherEspaces();
+    view_.MajBoutonLancer();
+}
+
+std::wstring DiscSide::DiscMediaTypeString() const {
+    return KindName(app_, state_.disc.kind);
+}
+
+bool DiscSide::flNoDisc() const {
+    return state_.disc.presence == DiscPresence::None;
+}
+
+bool DiscSide::flMediaUnrecognized() const {
+    return state_.disc.presence == DiscPresence::Unrecognized;
+}
+
+bool DiscSide::flDiscWritable() const {
+    return state_.disc.isWritable;
+}
+
+bool DiscSide::flDiscErasable() const {
+    return state_.disc.presence == DiscPresence::Ready && IsKindErasable(state_.miTypeMedia, state_.disc.kind);
+}
+
+void DiscSide::CheckKind() {
+    if (!state_.IsDiscMedium() || state_.disc.presence != DiscPresence::Ready) return;
+    if (IsKindOfMedium(state_.miTypeMedia, state_.disc.kind)) return;
+    app_.ShowMessage(WrongKindText(app_, state_.miTypeMedia, state_.disc.kind), 268, box::Exclamation);
+}
+
+bool DiscSide::IsDiscAccepted() {
+    return state_.miTypeMedia == Medium::Cd ? DiscWritableCD() : DiscWritableDVD();
+}
+
+bool DiscSide::DiscWritableCD() {
+    return Guarded(app_, L"DiscWritableCD, module frmBackupCD", [this] {
+        const DiscState disc = Report().disc;
+        if (disc.presence == DiscPresence::None) {
+            app_.ShowMessage(145, 0, box::Ok);
+            return false;
+        }
+        if (!disc.isWritable) {
+            app_.ShowMessage(267, 0, box::Ok);
+            return false;
+        }
+        return true;
+    });
+}
+
+bool DiscSide::DiscWritableDVD() {
+    return Guarded(app_, L"DiscWritableDVD, module frmBackupCD", [this] {
+        const DiscState disc = Report().disc;
+        return disc.presence != DiscPresence::None && IsKindOfMedium(Medium::Dvd, disc.kind);
+    });
+}
+
+void DiscSide::SetWriteOptions() {
+    app_.hasWriterError = false;
+    RequiredWriter().SetDiscLabel(view_.DiscLabel());
+    if (const auto speed = view_.SelectedSpeed()) writer_->SetWriteSpeed(*speed);
+}
+
+void DiscSide::StartWrite() {
+    RequiredWriter().StartWrite();
+}
+
+DiscWriter& DiscSide::RequiredWriter() {
+    if (!writer_) throw RuntimeError(ErrorNumber::ObjectNotSet);
+    return *writer_;
+}
+
+void DiscSide::AjouterFichiers() {
+    Guarded(app_, L"AjouterFichiers, module frmBackupCD", [this] {
+        const std::wstring folder = app_.WorkFolder() + L"\\";
+        const std::wstring files[] = {folder + ControlFileName, folder + ArchiveName};
+        const std::wstring status = view_.RunStatus();
+        view_.SetRunStatus(L"Construction de la liste des fichiers.");
+        ProgressBar& progress = view_.StepProgress();
+        progress.SetRange(0, static_cast<std::int32_t>(std::size(files)));
+        progress.SetValue(0);
+        for (const std::wstring& file : files) {
+            if (!writer_) return;
+            writer_->AddFile(file);
+            progress.SetValue(progress.Value() + 1);
+            if (!app_.areFileMessagesHeld) app_.machine.messageLoop.RunPending();
+        }
+        view_.SetRunStatus(status);
+    });
+}
+
+void DiscSide::AfficherOperationEnCours(std::int16_t percent) {
+    Guarded(app_, L"AfficherOperationEnCours, module frmBackupCD", [&] {
+        if (!state_.isOperationInProgress || app_.isCancelRequested) {
+            ArreterEcriture();
+        } else if (writer_) {
+            ShowWriting(percent);
+        }
+    });
+}
+
+void DiscSide::ShowWriting(std::int16_t percent) {
+    constexpr int StageTexts[] = {283, 284, 285};
+    switch (writer_->CurrentOperation()) {
+    case DiscOperation::Erasing:
+        view_.SetWriterStatus(app_.Text(709));
+        break;
+    case DiscOperation::Preparing:
+        view_.SetWriterStatus(app_.Text(269));
+        break;
+    case DiscOperation::Writing:
+        view_.SetWriterStatus(app_.Text(StageTexts[static_cast<std::size_t>(writer_->CurrentStage())]));
+        view_.TotalProgress().SetValue(percent);
+        break;
+    case DiscOperation::Finished:
+        EndWriting();
+        break;
+    case DiscOperation::None:
+    case DiscOperation::EraseInProgress:
+        break;
+    }
+}
+
+void DiscSide::EndWriting() {
+    state_.isOperationInProgress = false;
+    view_.StepProgress().SetValue(view_.StepProgress().Max());
+    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.ShowMessage(263, 264, box::Exclamation);
+    DeleteTransferList();
+    FinEcriture();
+    view_.AfficherProgression(false);
+    view_.EndProgram();
+}
+
+void DiscSide::DeleteTransferList() {
+    const std::wstring path = app_.ListFileFolder() + TransferListName;
+    if (app_.machine.files.FileExists(path)) app_.machine.files.Delete(path);
+}
+
+void DiscSide::ArreterEcriture() {
+    Guarded(app_, L"ArreterEcriture, module frmBackupCD", [this] {
+        // The external disk has no writer to stop: this fails, and the failure is reported.
+        RequiredWriter().Abort();
+        FinEcriture();
+    });
+}
+
+void DiscSide::FinEcriture() {
+    Guarded(app_, L"FinEcriture, module frmBackupCD", [this] {
+        view_.SetRunStatus(app_.Text(282));
+        view_.StepProgress().SetValue(view_.StepProgress().Min());
+        view_.TotalProgress().SetValue(view_.TotalProgress().Min());
+        state_.awake.reset();
+        RefreshDiscInfo();
+        view_.AfficherProgression(false);
+        view_.ActiverControles(true);
+        view_.MajBoutonLancer();
+        app_.machine.messageLoop.SetPointer(Pointer::Default);
+    });
+}
+
+void DiscSide::EffacerDisque() {
+    if (state_.disc.status == DiscStatus::Unknown) {
+        app_.ShowMessage(259, 260, box::Exclamation);
+        return;
+    }
+    view_.ActiverControles(false);
+    state_.isErasing = true;
+    view_.ShowEraseWindow();
+    state_.isErasing = false;
+    view_.ActiverControles(true);
+    RefreshDiscInfo();
+}
+
+void DiscSide::ErrorEx(std::int32_t errCode, const std::wstring& errDescr) {
+    Guarded(app_, Label(L"objGraveurCD_ErrorEx, module frmBackupCD", L"objGraveurDVD_ErrorEx, module frmBackupCD"),
+            [&] {
+                app_.hasWriterError = true;
+                if (errCode == DiscErrorAborted || errCode == DiscErrorNoDisc) return;
+                app_.ShowMessage(L"Error: " + std::to_wstring(errCode) + L". " + errDescr, 0, box::Ok);
+            });
+}
+
+void DiscSide::MediaChange() {
+    Guarded(app_,
+            Label(L"objGraveurCD_MediaChange, module frmBackupCD", L"objGraveurDVD_MediaChange, module frmBackupCD"),
+            [this] {
+                RefreshDiscInfo();
+                CheckKind();
+            });
+}
+
+void DiscSide::OperationProgress(std::int16_t percent) {
+    Guarded(app_,
+            Label(L"objGraveurCD_OperationProgress, module frmBackupCD",
+                  L"objGraveurDVD_OperationProgress, module frmBackupCD"),
+            [&] {
+                if (!writer_) return;
+                if (writer_->CurrentOperation() == DiscOperation::EraseInProgress) {
+                    view_.ShowEraseProgress(percent);
+                } else {
+                    AfficherOperationEnCours(percent);
+                }
+                app_.machine.messageLoop.RunPending();
+            });
+}
+
+const wchar_t* DiscSide::Label(const wchar_t* forCd, const wchar_t* forDvd) const {
+    return state_.miTypeMedia == Medium::Cd ? forCd : forDvd;
+}

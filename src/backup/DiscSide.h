@@ -1,0 +1,74 @@
+#pragma once
+
+#include "backup/BackupState.h"
+#include "backup/BackupView.h"
+#include "backup/WriteSpeeds.h"
+#include "platform/DiscWriter.h"
+#include "shell/Application.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What the backup window does with its medium: reads it, burns it, erases it. Of a USB disk it only reads the state.
+/// Procedures report their own failures, unless told otherwise. Everything runs on the user-interface thread, and
+/// wherever messages run the window may be closed.
+class DiscSide final : private DiscWriterEvents {
+  public:
+    DiscSide(Application& app, BackupState& state, BackupView& view);
+    ~DiscSide() override;
+    DiscSide(const DiscSide&) = delete;
+    DiscSide& operator=(const DiscSide&) = delete;
+
+    /// Makes the writer component of the medium. Throws 429 when it cannot be made; the medium then has no writer.
+    void CreateWriter();
+    /// Shuts the writer down and releases it.
+    void ReleaseWriter();
+    /// Null when the medium has none.
+    DiscWriter* Writer() { return writer_.get(); }
+
+    std::vector<std::wstring> WriterNames() const;
+    /// The speeds that the current writer takes.
+    std::vector<WriteSpeed> ProbeSpeeds();
+
+    /// Reads the medium again: state, panels, available space and what depends on them.
+    void RefreshDiscInfo();
+    std::wstring DiscMediaTypeString() const;
+    bool flNoDisc() const;
+    bool flMediaUnrecognized() const;
+    bool flDiscWritable() const;
+    bool flDiscErasable() const;
+    /// Tells the user when the disc does not belong to the medium chosen.
+    void CheckKind();
+
+    /// The check of the disc before a burn.
+    bool IsDiscAccepted();
+    /// Throws 91 without a writer, like `StartWrite`.
+    void SetWriteOptions();
+    void AjouterFichiers();
+    void StartWrite();
+    void AfficherOperationEnCours(std::int16_t percent);
+    void ArreterEcriture();
+    void FinEcriture();
+    /// Lets its failures out.
+    void EffacerDisque();
+
+  private:
+    void ErrorEx(std::int32_t errCode, const std::wstring& errDescr) override;
+    void MediaChange() override;
+    void OperationProgress(std::int16_t percent) override;
+
+    DiscWriter& RequiredWriter();
+    bool DiscWritableCD();
+    bool DiscWritableDVD();
+    MediumReport Report() const;
+    void ShowWriting(std::int16_t percent);
+    void EndWriting();
+    void DeleteTransferList();
+    const wchar_t* Label(const wchar_t* forCd, const wchar_t* forDvd) const;
+
+    Application& app_;
+    BackupState& state_;
+    BackupView& view_;
+    std::unique_ptr<DiscWriter> writer_;
+};

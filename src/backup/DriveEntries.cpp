@@ -1,0 +1,32 @@
+#include "backup/DriveEntries.h"
+
+#include <algorithm>
+
+int MediumLabelId(Medium medium) {
+    switch (medium) {
+    case Medium::Cd:
+        return 136;
+    case Medium::Dvd:
+        return 137;
+    case Medium::RemovableDisk:
+        return 138;
+    case Medium::ExternalDisk:
+        return 172;
+    }
+    return 0;
+}
+
+std::wstring DriveEntry(const std::wstring& root, const std::wstring& label) {
+    return L"(" + root + L") " + label;
+}
+
+std::wstring DrivePart(const std::wstring& entry) {
+    return entry.empty() ? std::wstring() : entry.substr(1, 3);
+}
+
+int EntryToSelect(const std::vector<std::wstring>& entries, const std::wstring& preselectedRoot) {
+    if (entries.empty()) return -1;
+    const auto wanted = std::find_if(entries.rbegin(), entries.rend(),
+                                     [&](const std::wstring& entry) { return DrivePart(entry) == preselectedRoot; });
+    return wanted == entries.rend() ? 0 : static_cast<int>(entries.rend() - wanted) - 1;
+}

@@ -1,0 +1,100 @@
+#include "backup/MediumReport.h"
+
+#include "backup/DiscRules.h"
+#include "backup/DriveEntries.h"
+#include "platform/Drives.h"
+#include "platform/System.h"
+#include "shell/NumberFormat.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::uint64_t MegabyteBytes = 1048576;
+constexpr std::uint64_t LargestCdMegabytes = 700;
+constexpr int UnitWord = 139;
+
+std::wstring Amount(const Application& app, double bytes, const wchar_t* picture, const std::wstring& unit) {
+    return FormatNumber(Megabytes(bytes), picture, app.machine.system.DecimalSeparator()) + L" " + unit;
+}
+
+std::wstring Amount(const Application& app, double bytes) {
+    return Amount(app, bytes, MegabytePicture, app.Text(UnitWord));
+}
+
+void ReportCdSpace(const Application& app, const DiscWriter& writer, MediumReport& report) {
+    if (!report.disc.isWritable) return;
+    report[Panel::UsedSpace] = Amount(app, static_cast<double>(writer.UsedBytes()), L"000.00", L"MB");
+    report[Panel::TotalSpace] = Amount(app, static_cast<double>(writer.TotalBytes()), MegabytePicture, L"MB");
+    report.available = Currency::FromDouble(static_cast<double>(CdFreeMegabytes(writer.FreeBytes()) * MegabyteBytes));
+}
+
+void ReportDvdSpace(const Application& app, const DiscWriter& writer, MediumReport& report) {
+    report[Panel::UsedSpace] = Amount(app, static_cast<double>(writer.UsedBytes()));
+    report[Panel::TotalSpace] = Amount(app, static_cast<double>(writer.TotalBytes()));
+    const DiscState& disc = report.disc;
+    if (disc.isDvdReady && disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam)
+        report.available = Currency::FromDouble(static_cast<double>(writer.FreeBytes()));
+}
+
+/// The text of the disc's state; 0 for a state without one.
+int StatusText(Medium medium, DiscStatus status, std::uint64_t usedBytes) {
+    switch (status) {
+    case DiscStatus::Blank:
+        return 277;
+    case DiscStatus::Open:
+        return medium == Medium::Dvd && usedBytes == 0 ? 277 : 278;
+    case DiscStatus::Closed:
+        return 279;
+    case DiscStatus::Unknown:
+        return 276;
+    }
+    return 0;
+}
+
+} // namespace
+
+std::uint64_t CdFreeMegabytes(std::uint64_t freeBytes) {
+    return std::min(freeBytes / MegabyteBytes, LargestCdMegabytes);
+}
+
+MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWriter* writer) {
+    MediumReport report;
+    DiscState& disc = report.disc;
+    if (writer != nullptr) disc.presence = writer->Presence();
+    if (disc.presence == DiscPresence::None) {
+        report[Panel::Type] = app.Text(163);
+        return report;
+    }
+    if (disc.presence == DiscPresence::Unrecognized) {
+        report[Panel::Type] = app.Text(164);
+        return report;
+    }
+    disc.kind = writer->Kind();
+    disc.status = writer->Status();
+    disc.isDvdReady = writer->IsDvdReady();
+    disc.isWritable = IsKindWritable(medium, disc.kind, writer->IsWritable());
+    report.isErasable = IsKindErasable(medium, disc.kind);
+    report[Panel::Type] = KindName(app, disc.kind);
+    if (medium == Medium::Cd) ReportCdSpace(app, *writer, report);
+    if (medium == Medium::Dvd) ReportDvdSpace(app, *writer, report);
+    if (const int text = StatusText(medium, disc.status, writer->UsedBytes()); text != 0)
+        report[Panel::Status] = app.Text(text);
+    if (disc.status == DiscStatus::Unknown) report.available = Currency();
+    return report;
+}
+
+MediumReport ReportOnDisk(const Application& app, Medium medium, const std::wstring& root) {
+    MediumReport report;
+    report[Panel::Type] = app.Text(MediumLabelId(medium));
+    if (!app.machine.drives.Exists(root)) {
+        report[Panel::Status] = app.Text(141);
+        return report;
+    }
+    const DriveSpace space = app.machine.drives.Space(root);
+    report[Panel::Status] = app.Text(140);
+    report[Panel::UsedSpace] = Amount(app, space.freeBytes);
+    report[Panel::TotalSpace] = Amount(app, space.totalBytes);
+    report.available = Currency::FromDouble(space.freeBytes);
+    return report;
+}

@@ -1,0 +1,63 @@
+#include "backup/SelectionWatch.h"
+
+#include "backup/SpaceFigures.h"
+#include "platform/MessageBoxes.h"
+#include "shell/ErrorReport.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int CapacityTitle = 146;
+
+} // namespace
+
+SelectionWatch::SelectionWatch(Application& app, BackupView& view, Measure measure)
+    : app_(app), view_(view), measure_(std::move(measure)) {}
+
+void SelectionWatch::OnAddFile(const std::wstring& path) {
+    Guarded(app_, L"ctlSelectionFichiers_OnAddFile, module frmBackupCD", [&] {
+        app_.requiredSpace += measure_(path);
+        view_.AfficherEspaces();
+        view_.MajBoutonLancer();
+        if (SpacesOf(app_).IsMediumFull()) {
+            app_.ShowMessage(147, CapacityTitle, box::Exclamation);
+        } else {
+            CheckWorkSpace();
+        }
+    });
+}
+
+void SelectionWatch::OnRemoveFile(const std::wstring& path) {
+    Guarded(app_, L"ctlSelectionFichiers_OnRemoveFile, module frmBackupCD", [&] {
+        // Measured again: a folder that has changed since it was added leaves the difference behind.
+        app_.requiredSpace -= measure_(path);
+        ShowRemoval();
+    });
+}
+
+void SelectionWatch::OnRemoveAllFile() {
+    Guarded(app_, L"ctlSelectionFichiers_OnRemoveAllFile, module frmBackupCD", [this] {
+        app_.requiredSpace = {};
+        ShowRemoval();
+    });
+}
+
+void SelectionWatch::OnRefreshSpace() {
+    Guarded(app_, L"ctlSelectionFichiers_OnRefreshSpace, module frmBackupCD", [this] {
+        view_.AfficherEspaces();
+        view_.MajBoutonLancer();
+    });
+}
+
+void SelectionWatch::ShowRemoval() {
+    view_.AfficherEspaceRequis();
+    view_.MarkWorkSpace(CheckWorkSpace());
+    view_.MajBoutonLancer();
+}
+
+bool SelectionWatch::CheckWorkSpace() {
+    if (!SpacesOf(app_).IsWorkSpaceFull()) return false;
+    app_.ShowMessage(166, CapacityTitle, box::Exclamation);
+    return true;
+}

@@ -1,0 +1,26 @@
+#include "backup/SpaceFigures.h"
+
+#include "platform/System.h"
+#include "shell/NumberFormat.h"
+
+namespace {
+
+constexpr int UnitWord = 139;
+
+} // namespace
+
+Spaces SpacesOf(const Application& app) {
+    return {app.requiredSpace, app.availableSpace, app.dblEspaceDisponible};
+}
+
+std::wstring SpaceFigure(const Application& app, int captionId, double bytes) {
+    return app.Text(captionId) + L" " +
+           FormatNumber(Megabytes(bytes), MegabytePicture, app.machine.system.DecimalSeparator()) + L" " +
+           app.Text(UnitWord);
+}
+
+bool FitsMedium(std::int64_t archiveSizeBytes, Currency available) {
+    constexpr std::int64_t Units = 10000;
+    // Whole bytes against a figure with decimals: the part below one byte holds no byte.
+    return archiveSizeBytes <= available.TenThousandths() / Units;
+}

@@ -1,0 +1,29 @@
+#include "backup/StartCondition.h"
+
+namespace {
+
+bool IsCdReady(const DiscState& disc) {
+    return disc.presence == DiscPresence::Ready && (disc.kind == MediaKind::CdR || disc.kind == MediaKind::CdRw) &&
+           disc.status < DiscStatus::Closed && disc.isWritable;
+}
+
+bool IsDvdReady(const DiscState& disc) {
+    return disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam && disc.isDvdReady && disc.isWritable;
+}
+
+} // namespace
+
+bool CanStartBackup(Medium medium, const DiscState& disc, const Spaces& spaces) {
+    if (spaces.IsMediumFull() || spaces.IsWorkSpaceFull()) return false;
+    switch (medium) {
+    case Medium::Cd:
+        return IsCdReady(disc) && spaces.required > Currency();
+    case Medium::Dvd:
+        return IsDvdReady(disc) && spaces.required > Currency();
+    case Medium::RemovableDisk:
+    case Medium::ExternalDisk:
+        // A folder that shrank after it was added can leave a figure below zero.
+        return spaces.required != Currency();
+    }
+    return false;
+}

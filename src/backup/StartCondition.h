@@ -1,0 +1,17 @@
+#pragma once
+
+#include "backup/SpaceFigures.h"
+#include "platform/DiscWriter.h"
+#include "shell/MediumOffer.h"
+
+/// What the backup window knows of the disc, as it read it last.
+struct DiscState {
+    DiscPresence presence = DiscPresence::None;
+    MediaKind kind = MediaKind::CdRom;
+    DiscStatus status = DiscStatus::Blank;
+    bool isDvdReady = false;
+    bool isWritable = false;
+};
+
+/// Whether the start button can be pressed. The disc counts for CD and DVD only.
+bool CanStartBackup(Medium medium, const DiscState& disc, const Spaces& spaces);

@@ -1,0 +1,71 @@
+#include "discutil/DiscInformation.h"
+
+#include "backup/DiscRules.h"
+#include "backup/DriveEntries.h"
+#include "backup/MediumReport.h"
+#include "platform/Drives.h"
+#include "platform/System.h"
+#include "shell/NumberFormat.h"
+
+#include <cmath>
+
+namespace {
+
+/// What a DVD is taken to hold, below what is printed on it.
+constexpr double DvdMegabytes = 4300;
+constexpr int UnitWord = 290;
+
+std::wstring Amount(const Application& app, double megabytes) {
+    return FormatNumber(megabytes, MegabytePicture, app.machine.system.DecimalSeparator()) + L" " + app.Text(UnitWord);
+}
+
+void ApplyStatus(const Application& app, DiscStatus status, DiscInformation& information) {
+    // A point in both languages, unlike the figures that are measured.
+    const std::wstring nothing = L"0.000 " + app.Text(UnitWord);
+    switch (status) {
+    case DiscStatus::Blank:
+        information.status = app.Text(277);
+        information.used = nothing;
+        break;
+    case DiscStatus::Open:
+        information.status = app.Text(278);
+        break;
+    case DiscStatus::Closed:
+        information.status = app.Text(279);
+        break;
+    case DiscStatus::Unknown:
+        information.status = app.Text(276);
+        information.used = nothing;
+        information.estimate = nothing;
+        break;
+    }
+}
+
+} // namespace
+
+DiscInformation InformationOnDisc(const Application& app, Medium medium, const DiscWriter& writer) {
+    DiscInformation information;
+    const double usedMegabytes = Megabytes(static_cast<double>(writer.UsedBytes()));
+    information.type = KindName(app, writer.Kind());
+    information.used = Amount(app, usedMegabytes);
+    information.estimate =
+        Amount(app, medium == Medium::Dvd ? DvdMegabytes - usedMegabytes
+                                          : static_cast<double>(CdFreeMegabytes(writer.FreeBytes())));
+    ApplyStatus(app, writer.Status(), information);
+    return information;
+}
+
+DiscInformation InformationOnDisk(const Application& app, Medium medium, const std::wstring& root,
+                                  const std::wstring& requiredText) {
+    DiscInformation information;
+    information.type = app.Text(MediumLabelId(medium));
+    information.estimate = requiredText;
+    if (!app.machine.drives.Exists(root)) {
+        information.status = app.Text(141);
+        return information;
+    }
+    const DriveSpace space = app.machine.drives.Space(root);
+    information.status = app.Text(140);
+    information.used = std::to_wstring(std::llrint(Megabytes(space.totalBytes - space.freeBytes)));
+    return information;
+}

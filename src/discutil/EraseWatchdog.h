@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/System.h"
+
+#include <cstdint>
+
+/// Notices an erase that stays at 99 % for ever. The time is counted as the difference between two fourteen-digit
+/// stamps (yyyymmddhhnnss), which counts seconds within a minute and jumps at its end.
+class EraseWatchdog {
+  public:
+    /// Takes note of the progress seen now; true when the erase is to be taken as finished.
+    bool IsStalled(std::int16_t percent, const LocalTime& now);
+
+    static std::int64_t Stamp(const LocalTime& time);
+
+  private:
+    std::int16_t lastPercent_ = 0;
+    std::int64_t lastStamp_ = 0;
+};

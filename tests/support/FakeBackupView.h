@@ -1,0 +1,67 @@
+#pragma once
+
+#include "backup/BackupView.h"
+#include "support/FakeProgressBar.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// Records what the backup window is told, in order.
+class FakeBackupView : public BackupView {
+  public:
+    std::vector<std::wstring> calls;
+    std::vector<std::wstring> runStatuses;
+    std::vector<std::wstring> writerStatuses;
+    MediumReport report;
+    bool isEraseVisible = false;
+    bool isEraseEnabled = false;
+    bool isWorkSpaceMarked = false;
+    bool hasEnded = false;
+    FakeProgressBar step;
+    FakeProgressBar total;
+    std::wstring drive;
+    std::optional<double> speed;
+    std::wstring label;
+    std::vector<std::int16_t> erasePercents;
+    /// Runs while the window lets messages run.
+    std::function<void(bool isBusy)> whenBusyChanges;
+    std::function<void()> whileErasing;
+
+    void AfficherProgression(bool isBusy) override {
+        calls.push_back(isBusy ? L"busy" : L"idle");
+        if (whenBusyChanges) whenBusyChanges(isBusy);
+    }
+    void ActiverControles(bool isEnabled) override { calls.push_back(isEnabled ? L"enable" : L"disable"); }
+    void MajBoutonLancer() override { calls.push_back(L"start button"); }
+    void AfficherEspaces() override { calls.push_back(L"spaces"); }
+    void AfficherEspaceRequis() override { calls.push_back(L"required"); }
+    void MarkWorkSpace(bool isUsedUp) override { isWorkSpaceMarked = isUsedUp; }
+    void ShowPanels(const MediumReport& newReport) override {
+        calls.push_back(L"panels");
+        report = newReport;
+    }
+    void ShowEraseButton(bool isVisible, bool isEnabled) override {
+        isEraseVisible = isVisible;
+        isEraseEnabled = isEnabled;
+    }
+    void Refresh() override { calls.push_back(L"refresh"); }
+    std::wstring RunStatus() const override { return runStatuses.empty() ? L"" : runStatuses.back(); }
+    void SetRunStatus(const std::wstring& text) override { runStatuses.push_back(text); }
+    void SetWriterStatus(const std::wstring& text) override { writerStatuses.push_back(text); }
+    ProgressBar& StepProgress() override { return step; }
+    ProgressBar& TotalProgress() override { return total; }
+    void HideStepProgress() override { calls.push_back(L"hide step"); }
+    std::wstring SelectedDrive() const override { return drive; }
+    std::optional<double> SelectedSpeed() const override { return speed; }
+    std::wstring DiscLabel() const override { return label; }
+    void ShowEraseProgress(std::int16_t percent) override { erasePercents.push_back(percent); }
+    void ShowEraseWindow() override {
+        calls.push_back(L"erase window");
+        if (whileErasing) whileErasing();
+    }
+    void EndProgram() override {
+        calls.push_back(L"end");
+        hasEnded = true;
+    }
+};
