@@ -134,7 +134,7 @@ ImapiDrive::ImapiDrive(const std::wstring& id) : recorder_(OpenRecorder(id)) {
     if (data_ && FAILED(data_->put_Recorder(recorder_.Get()))) data_.Reset();
 }
 
-DriveAnswers ImapiDrive::Ask() const {
+DriveAnswers ImapiDrive::AskQuickly() const {
     DriveAnswers answers;
     LONG value = 0;
     answers.mediaTypeResult = static_cast<std::uint32_t>(data_->get_CurrentPhysicalMediaType(&value));
@@ -142,6 +142,10 @@ DriveAnswers ImapiDrive::Ask() const {
     value = 0;
     answers.mediaStateResult = static_cast<std::uint32_t>(data_->get_CurrentMediaStatus(&value));
     answers.mediaState = value;
+    return answers;
+}
+
+void ImapiDrive::AskTheRest(DriveAnswers& answers) const {
     LONG total = 0;
     LONG free = 0;
     HRESULT result = data_->get_TotalSectorsOnMedia(&total);
@@ -149,7 +153,23 @@ DriveAnswers ImapiDrive::Ask() const {
     answers.sizesResult = static_cast<std::uint32_t>(result);
     answers.totalSectors = total;
     answers.freeSectors = free;
-    return answers;
+    if (answers.mediaState & Mastering::StateOverwriteOnly) {
+        VARIANT_BOOL isBlank = VARIANT_FALSE;
+        answers.isHeuristicallyBlank =
+            SUCCEEDED(data_->get_MediaHeuristicallyBlank(&isBlank)) && isBlank != VARIANT_FALSE;
+    }
+}
+
+bool ImapiDrive::IsReadFor(const DriveAnswers& quickAnswers) const {
+    if (!answers_) return false;
+    // Another program's write locks the drive; what was read before still holds.
+    if (quickAnswers.mediaTypeResult == Mastering::RecorderLocked) return true;
+    // A disc that was just written is mounted some time later.
+    const bool isVolumeAwaited = NeedsVolume(*answers_) && snapshot_.disc.usedBytes == 0;
+    return !isStale_ && !isVolumeAwaited && quickAnswers.mediaTypeResult == answers_->mediaTypeResult &&
+           quickAnswers.mediaType == answers_->mediaType &&
+           quickAnswers.mediaStateResult == answers_->mediaStateResult &&
+           quickAnswers.mediaState == answers_->mediaState;
 }
 
 const DriveSnapshot& ImapiDrive::Read() {
@@ -157,21 +177,9 @@ const DriveSnapshot& ImapiDrive::Read() {
         snapshot_ = {};
         return snapshot_;
     }
-    DriveAnswers answers = Ask();
-    // Another program's write locks the drive; what was read before still holds.
-    if (answers.mediaTypeResult == Mastering::RecorderLocked && answers_) return snapshot_;
-    if (answers_ && !isStale_) {
-        DriveAnswers quickAnswers = *answers_;
-        quickAnswers.isHeuristicallyBlank = false;
-        // A disc that was just written is mounted some time later.
-        const bool isVolumeAwaited = NeedsVolume(*answers_) && snapshot_.disc.usedBytes == 0;
-        if (quickAnswers == answers && !isVolumeAwaited) return snapshot_;
-    }
-    if (answers.mediaState & Mastering::StateOverwriteOnly) {
-        VARIANT_BOOL isBlank = VARIANT_FALSE;
-        answers.isHeuristicallyBlank =
-            SUCCEEDED(data_->get_MediaHeuristicallyBlank(&isBlank)) && isBlank != VARIANT_FALSE;
-    }
+    DriveAnswers answers = AskQuickly();
+    if (IsReadFor(answers)) return snapshot_;
+    AskTheRest(answers);
     answers_ = answers;
     isStale_ = false;
     const std::uint64_t discBytes = DiscBehind(answers, 0).totalBytes;

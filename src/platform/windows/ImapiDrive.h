@@ -33,7 +33,10 @@ class ImapiDrive {
     void Forget() { isStale_ = true; }
 
   private:
-    DriveAnswers Ask() const;
+    /// What a drive answers at once, every second.
+    DriveAnswers AskQuickly() const;
+    void AskTheRest(DriveAnswers& answers) const;
+    bool IsReadFor(const DriveAnswers& quickAnswers) const;
     /// What the volume mounted from a disc of `discBytes` takes of it; 0 when none is.
     std::uint64_t MountedVolumeBytes(std::uint64_t discBytes) const;
     std::vector<std::uint32_t> AskSpeeds() const;
