@@ -160,26 +160,31 @@ def system_layer(tally):
 
 
 def fuzz_layer(tally):
-    """A short run of each fuzzer, from the inputs that once broke its reader and from what earlier runs found."""
+    """A short run of each fuzzer."""
     started = time.monotonic()
     passed = failed = 0
-    for target in sorted((BUILD / "fuzz" / "bin").glob("*Fuzzer")):
-        kept = PROJECT / "tests" / "fuzz" / "corpus" / target.name
-        found = BUILD / "fuzz" / "corpus" / target.name
-        found.mkdir(parents=True, exist_ok=True)
-        log = LOGS / f"{target.name}.log"
-        corpora = [str(folder) for folder in (found, kept) if folder.is_dir()]
-        with open(log, "wb") as output:
-            code = subprocess.run([target, f"-max_total_time={FUZZ_SECONDS}", "-timeout=10", "-print_final_stats=1",
-                                   f"-artifact_prefix={BUILD / 'fuzz'}/{target.name}-", *corpora],
-                                  stdout=output, stderr=subprocess.STDOUT, check=False).returncode
-        if code == 0:
-            passed += 1
-        else:
-            failed += 1
-            print(f"FAILED fuzz: {target.name} ended with {code}")
-            print(log.read_text(encoding="utf-8", errors="replace")[-3000:])
+    with ProcessPoolExecutor(os.cpu_count()) as pool:
+        for name, code, text in pool.map(run_fuzzer, sorted((BUILD / "fuzz" / "bin").glob("*Fuzzer"))):
+            if code == 0:
+                passed += 1
+            else:
+                failed += 1
+                print(f"FAILED fuzz: {name} ended with {code}\n{text}")
     tally.add("fuzz", passed, failed, 0, started)
+
+
+def run_fuzzer(target):
+    """Starts from the inputs that once broke the reader and from what earlier runs found."""
+    kept = PROJECT / "tests" / "fuzz" / "corpus" / target.name
+    found = BUILD / "fuzz" / "corpus" / target.name
+    found.mkdir(parents=True, exist_ok=True)
+    log = LOGS / f"{target.name}.log"
+    corpora = [str(folder) for folder in (found, kept) if folder.is_dir()]
+    with open(log, "wb") as output:
+        code = subprocess.run([target, f"-max_total_time={FUZZ_SECONDS}", "-timeout=10", "-print_final_stats=1",
+                               f"-artifact_prefix={BUILD / 'fuzz'}/{target.name}-", *corpora],
+                              stdout=output, stderr=subprocess.STDOUT, check=False).returncode
+    return target.name, code, log.read_text(encoding="utf-8", errors="replace")[-3000:]
 
 
 def lint_layer(tally):
