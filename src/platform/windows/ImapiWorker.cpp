@@ -41,8 +41,7 @@ std::wstring SystemText(HRESULT result, DWORD source, HMODULE module) {
 
 std::wstring TextOfFailure(HRESULT result) {
     for (const wchar_t* library : {L"imapi2.dll", L"imapi2fs.dll"}) {
-        const UniqueHandle<ModuleTraits> module(
-            LoadLibraryExW(library, nullptr, LOAD_LIBRARY_AS_DATAFILE));
+        const UniqueHandle<ModuleTraits> module(LoadLibraryExW(library, nullptr, LOAD_LIBRARY_AS_DATAFILE));
         if (!module) continue;
         std::wstring text = SystemText(result, FORMAT_MESSAGE_FROM_HMODULE, module.Get());
         if (!text.empty()) return text;
