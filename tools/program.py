@@ -369,6 +369,17 @@ class Program:
         self.wait(lambda: self.exit_code() is not None, "the end of the program", seconds)
         return self.exit_code()
 
+    def pull_out(self, letter):
+        """A disk goes while the program runs; what is on it stays and comes back with plug_in. The program is told
+        nothing."""
+        self.driver.call("drive", letter)
+
+    def plug_in(self, letter):
+        """A removable disk comes while the program runs. The program is told nothing."""
+        folder = self.workstation.path(f"{letter}:")
+        folder.mkdir(exist_ok=True)
+        self.driver.call("drive", letter, folder)
+
     def usage(self):
         """Private bytes now and at their peak, handles, GDI objects and user objects."""
         return tuple(int(number) for number in self.driver.call("usage", self.process_id)[0])

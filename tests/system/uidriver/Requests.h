@@ -18,6 +18,7 @@ void AddProcessRequests(RequestTable& table);
 void AddWindowRequests(RequestTable& table);
 void AddListRequests(RequestTable& table);
 void AddMessageBoxRequests(RequestTable& table);
+void AddDriveRequests(RequestTable& table);
 
 /// The number in a field, decimal or 0x; throws RequestError for anything else or a missing field.
 std::int64_t NumberAt(const Row& fields, std::size_t index);

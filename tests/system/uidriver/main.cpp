@@ -52,6 +52,7 @@ int wmain() {
     uidriver::AddWindowRequests(table);
     uidriver::AddListRequests(table);
     uidriver::AddMessageBoxRequests(table);
+    uidriver::AddDriveRequests(table);
     for (std::string line; std::getline(std::cin, line);) {
         std::cout << uidriver::Answer(table, line) << std::flush;
     }
