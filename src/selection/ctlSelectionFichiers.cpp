@@ -1,5 +1,6 @@
 #include "selection/ctlSelectionFichiers.h"
 
+#include "platform/Files.h"
 #include "platform/Processes.h"
 #include "platform/System.h"
 #include "platform/Text.h"
@@ -21,6 +22,8 @@ constexpr std::array Captions = {
     ui::Caption{IDC_cmdOuvrirExplorer, 233},
     ui::Caption{IDC_cmdEffacerTouteListe, 234},
     ui::Caption{IDC_cmdEffacerFichierListe, 235},
+    ui::Caption{IDC_lblSelectRep, 822},
+    ui::Caption{IDC_lblSelectFichier, 823},
 };
 
 constexpr int NumberHeader = 287;
@@ -30,8 +33,8 @@ constexpr int FolderKind = 822;
 constexpr int FileKind = 823;
 
 constexpr int NumberWidthTwips = 900;
-constexpr int PathWidthTwips = 8400;
 constexpr int TypeWidthTwips = 1500;
+constexpr int ScrollBarWidthTwips = 360;
 
 } // namespace
 
@@ -52,8 +55,7 @@ void ctlSelectionFichiers::OnLoad() {
         ConnectControls();
         for (const std::wstring& choice : DriveChoices(app_)) dlbSelectLecteur.Add(choice);
         list_->LoadSets();
-        OpenFolder(StartFolder(app_).value_or(app_.ProgramFolder()));
-        ShowDrive();
+        OpenStartFolder();
     });
 }
 
@@ -63,7 +65,8 @@ void ctlSelectionFichiers::InitCaptions() {
         chkSauvOKR[3].SetText(L"Outlook");
         lvFichRep.Attach(*this, false);
         lvFichRep.AddColumn(Text(NumberHeader), NumberWidthTwips);
-        lvFichRep.AddColumn(Text(PathHeader), PathWidthTwips);
+        const int rest = lvFichRep.Bounds().width - NumberWidthTwips - TypeWidthTwips - ScrollBarWidthTwips;
+        lvFichRep.AddColumn(Text(PathHeader), rest);
         lvFichRep.AddColumn(Text(TypeHeader), TypeWidthTwips);
         lvFichRep.AddColumn(L"", 0);
     });
@@ -71,11 +74,11 @@ void ctlSelectionFichiers::InitCaptions() {
 
 void ctlSelectionFichiers::ConnectControls() {
     dlbSelectLecteur.OnSelect([this] { dlbSelectLecteur_Change(); });
-    dlbSelectRep.OnSelect([this] { dlbSelectRep_Click(); });
-    flbSelectFichier.OnDoubleClick(
-        [this] { Guarded(L"flbSelectFichier_DblClick, module frmBackupCD", [this] { AjouterFichier(); }); });
-    cmdAjouterFichier.OnClick(
-        [this] { Guarded(L"cmdAjouterFichier_Click, module frmBackupCD", [this] { AjouterFichier(); }); });
+    dlbSelectRep.Attach();
+    dlbSelectRep.OnOpen([this] { dlbSelectRep_Click(); });
+    flbSelectFichier.OnDoubleClick([this] { AjouterFichier(L"flbSelectFichier_DblClick, module frmBackupCD"); });
+    fileKeys_.On(VK_RETURN, [this] { AjouterFichier(L"flbSelectFichier_DblClick, module frmBackupCD"); });
+    cmdAjouterFichier.OnClick([this] { AjouterFichier(L"cmdAjouterFichier_Click, module frmBackupCD"); });
     cmdAjouterRep.OnClick([this] { cmdAjouterRep_Click(); });
     for (std::int32_t index = 0; index < SetCount; ++index) {
         chkSauvOKR[static_cast<std::size_t>(index)].OnClick([this, index] { list_->ClickBox(index); });
@@ -84,7 +87,8 @@ void ctlSelectionFichiers::ConnectControls() {
     lvFichRep.OnDrop([this](const std::vector<std::wstring>& paths) { list_->AddDropped(paths); });
     cmdOuvrirExplorer.OnClick([this] { cmdOuvrirExplorer_Click(); });
     cmdEffacerTouteListe.OnClick([this] { list_->EffacerTouteListe(); });
-    cmdEffacerFichierListe.OnClick([this] { list_->EffacerFichierListe(lvFichRep.Selected()); });
+    cmdEffacerFichierListe.OnClick([this] { RemoveSelectedRow(); });
+    rowKeys_.On(VK_DELETE, [this] { RemoveSelectedRow(); });
 }
 
 const std::shared_ptr<clsColFileInfo>& ctlSelectionFichiers::ArrayFichier() const {
@@ -114,13 +118,15 @@ bool ctlSelectionFichiers::IsWinVista() const {
 void ctlSelectionFichiers::dlbSelectLecteur_Change() {
     Guarded(L"dlbSelectLecteur_Change, module frmBackupCD", [this] {
         const std::wstring drive = DriveOfChoice(dlbSelectLecteur.SelectedText());
-        if (!IsFloppyDrive(drive)) OpenFolder(drive);
+        if (IsFloppyDrive(drive)) return;
+        Guarded(L"dlbSelectLecteur_Change, module frmBackupCD", [&] { OpenFolder(drive); });
+        // A drive that cannot be read is not the one whose folders are shown.
+        ShowDrive();
     });
 }
 
 void ctlSelectionFichiers::dlbSelectRep_Click() {
     Guarded(L"dlbSelectRep_Click, module frmBackupCD", [this] {
-        if (std::exchange(isKeyMove_, false)) return;
         const auto row = static_cast<std::size_t>(dlbSelectRep.Selected());
         if (row < browser_.Folders().size()) OpenFolder(browser_.Folders()[row].path);
     });
@@ -130,13 +136,19 @@ void ctlSelectionFichiers::dlbSelectRep_Change() {
     Guarded(L"dlbSelectRep_Change, module frmBackupCD", [this] { flbSelectFichier.SetItems(browser_.FileNames()); });
 }
 
+void ctlSelectionFichiers::OpenStartFolder() {
+    const auto start = StartFolder(app_);
+    if (start || app_.machine.files.FolderExists(app_.ProgramFolder()))
+        OpenFolder(start.value_or(app_.ProgramFolder()));
+    ShowDrive();
+}
+
 void ctlSelectionFichiers::OpenFolder(const std::wstring& path) {
     browser_.Open(path);
-    std::vector<std::wstring> lines;
+    std::vector<ui::FolderLine> lines;
     for (const BrowsedFolder& folder : browser_.Folders())
-        lines.push_back(std::wstring(static_cast<std::size_t>(folder.level) * 2, L' ') + folder.name);
-    dlbSelectRep.SetItems(lines);
-    dlbSelectRep.Select(static_cast<int>(browser_.OpenIndex()));
+        lines.push_back({folder.name, folder.level, lines.size() <= browser_.OpenIndex()});
+    dlbSelectRep.SetLines(std::move(lines), static_cast<int>(browser_.OpenIndex()));
     dlbSelectRep_Change();
 }
 
@@ -154,11 +166,17 @@ void ctlSelectionFichiers::cmdAjouterRep_Click() {
     });
 }
 
-void ctlSelectionFichiers::AjouterFichier() {
-    std::vector<std::wstring> names;
-    for (const int row : flbSelectFichier.SelectedRows())
-        names.push_back(browser_.FileNames().at(static_cast<std::size_t>(row)));
-    list_->AddFiles(browser_.Path(), names);
+void ctlSelectionFichiers::AjouterFichier(const wchar_t* procedure) {
+    Guarded(procedure, [this] {
+        std::vector<std::wstring> names;
+        for (const int row : flbSelectFichier.SelectedRows())
+            names.push_back(browser_.FileNames().at(static_cast<std::size_t>(row)));
+        list_->AddFiles(browser_.Path(), names);
+    });
+}
+
+void ctlSelectionFichiers::RemoveSelectedRow() {
+    list_->EffacerFichierListe(lvFichRep.Selected());
 }
 
 void ctlSelectionFichiers::cmdOuvrirExplorer_Click() {

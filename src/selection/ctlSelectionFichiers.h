@@ -4,7 +4,9 @@
 #include "selection/SelectionList.h"
 #include "selection/ctlSelectionFichiersIds.h"
 #include "shell/ApplicationForm.h"
+#include "ui/ControlKeys.h"
 #include "ui/Controls.h"
+#include "ui/FolderListBox.h"
 #include "ui/ListView.h"
 
 #include <array>
@@ -45,9 +47,11 @@ class ctlSelectionFichiers final : public ApplicationForm, private SelectionView
     void dlbSelectRep_Click();
     void dlbSelectRep_Change();
     void cmdAjouterRep_Click();
-    void AjouterFichier();
+    void AjouterFichier(const wchar_t* procedure);
     void cmdOuvrirExplorer_Click();
+    void RemoveSelectedRow();
 
+    void OpenStartFolder();
     void OpenFolder(const std::wstring& path);
     void ShowDrive();
 
@@ -60,7 +64,7 @@ class ctlSelectionFichiers final : public ApplicationForm, private SelectionView
 
     ui::Frame frmFileView{*this, IDC_frmFileView};
     ui::ComboBox dlbSelectLecteur{*this, IDC_dlbSelectLecteur};
-    ui::ListBox dlbSelectRep{*this, IDC_dlbSelectRep};
+    ui::FolderListBox dlbSelectRep{*this, IDC_dlbSelectRep};
     ui::ListBox flbSelectFichier{*this, IDC_flbSelectFichier};
     ui::Button cmdAjouterFichier{*this, IDC_cmdAjouterFichier};
     ui::Button cmdAjouterRep{*this, IDC_cmdAjouterRep};
@@ -78,5 +82,6 @@ class ctlSelectionFichiers final : public ApplicationForm, private SelectionView
     std::unique_ptr<SelectionList> list_;
     FolderBrowser browser_;
     bool isEnabled_ = true;
-    bool isKeyMove_ = false; ///< the folder list's selection is being moved by the keyboard
+    ui::ControlKeys fileKeys_{*this, IDC_flbSelectFichier};
+    ui::ControlKeys rowKeys_{*this, IDC_lvFichRep};
 };

@@ -18,3 +18,5 @@
 #define IDC_cmdOuvrirExplorer 1614
 #define IDC_cmdEffacerTouteListe 1615
 #define IDC_cmdEffacerFichierListe 1616
+#define IDC_lblSelectRep 1617
+#define IDC_lblSelectFichier 1618

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ui/ControlKeys.h"
+#include "ui/Controls.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+/// A line of a folder list.
+struct FolderLine {
+    std::wstring name;
+    int level = 0;       ///< how far it is indented
+    bool isOpen = false; ///< drawn as an open folder
+};
+
+/// A list of folders with their icons, indented by level. One click opens a line, and so do Enter and the space bar;
+/// the arrow keys only move the selection. The control must be LBS_OWNERDRAWFIXED with LBS_HASSTRINGS.
+class FolderListBox : public ListBox {
+  public:
+    FolderListBox(Form& form, int id);
+    ~FolderListBox();
+
+    /// Connects the control; only on a loaded form.
+    void Attach();
+    /// Replaces all lines and selects one.
+    void SetLines(std::vector<FolderLine> lines, int selected);
+    void OnOpen(std::function<void()> handler);
+
+  private:
+    void Draw(const DRAWITEMSTRUCT& item) const;
+    static LRESULT CALLBACK ListProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    static LRESULT CALLBACK FormProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+
+    std::vector<FolderLine> lines_;
+    ControlKeys keys_;
+    HICON closedIcon_ = nullptr;
+    HICON openIcon_ = nullptr;
+    bool isMovedByKey_ = false;
+};
+
+} // namespace ui

@@ -1,0 +1,79 @@
+#include "CaptionFit.h"
+#include "TestFormIds.h"
+#include "selection/ctlScan.h"
+#include "support/FakeMachine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+class HostForm : public ui::Form {
+  public:
+    HostForm() : ui::Form(IDD_TestForm) {}
+
+  protected:
+    void OnUnhandledException() noexcept override { ADD_FAILURE() << "a handler let something through"; }
+};
+
+class ScanControlTest : public testing::Test {
+  protected:
+    void Open() {
+        parent.Create();
+        scan.CreateChild(parent, IDC_testLabel);
+    }
+    std::wstring Label() const {
+        wchar_t text[256] = {};
+        GetDlgItemTextW(scan.Handle(), IDC_lblScan, text, 256);
+        return text;
+    }
+
+    FakeMachine machine;
+    HostForm parent;
+    ctlScan scan{machine.app};
+};
+
+TEST_F(ScanControlTest, LabelReadsInFrench) {
+    Open();
+    EXPECT_EQ(Label(), L"Scan des bus IDE / SCSI / USB / IEEE1394 en cours");
+    EXPECT_EQ(ClippedCaptions(scan.Handle()), std::vector<std::string>{});
+}
+
+TEST_F(ScanControlTest, LabelReadsInEnglish) {
+    machine.app.lngLangue = 10000;
+    Open();
+    EXPECT_EQ(Label(), L"Scan of the IDE / SCSI / USB / IEEE1394 buses in progress");
+    EXPECT_EQ(ClippedCaptions(scan.Handle()), std::vector<std::string>{});
+}
+
+TEST_F(ScanControlTest, RangeAndPositionAreTheBars) {
+    Open();
+    scan.SetMIN(5);
+    scan.SetMAX(26);
+    scan.SetValue(12);
+    EXPECT_EQ(scan.MIN(), 5);
+    EXPECT_EQ(scan.MAX(), 26);
+    EXPECT_EQ(scan.Value(), 12);
+    EXPECT_EQ(SendDlgItemMessageW(scan.Handle(), IDC_pgbScan, PBM_GETPOS, 0, 0), 12);
+}
+
+TEST_F(ScanControlTest, BarRefusesAPositionOutsideItsRange) {
+    Open();
+    scan.SetMIN(0);
+    scan.SetMAX(26);
+    scan.SetValue(27);
+    EXPECT_EQ(scan.Value(), 26);
+    scan.SetValue(-1);
+    EXPECT_EQ(scan.Value(), 0);
+}
+
+TEST_F(ScanControlTest, CanBeDisabled) {
+    Open();
+    EXPECT_TRUE(scan.Enabled());
+    scan.SetEnabled(false);
+    EXPECT_FALSE(scan.Enabled());
+}
+
+} // namespace
