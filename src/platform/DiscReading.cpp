@@ -92,3 +92,8 @@ DiscState DiscBehind(const DriveAnswers& answers, std::uint64_t volumeBytes) {
         disc.usedBytes = disc.totalBytes - std::min(disc.totalBytes, disc.freeBytes);
     return disc;
 }
+
+bool NeedsUdf(std::uint64_t fileBytes) {
+    constexpr std::uint64_t TwoGib = std::uint64_t{2} << 30;
+    return fileBytes >= TwoGib;
+}

@@ -40,3 +40,6 @@ DiscStatus StatusOf(std::int32_t mediaState, bool isHeuristicallyBlank);
 /// The disc behind a drive's answers. `volumeBytes` is the size of the volume mounted from it, 0 when there is none:
 /// it stands in where the drive gives no figure for what is used.
 DiscState DiscBehind(const DriveAnswers& answers, std::uint64_t volumeBytes);
+
+/// Whether a file of this size needs UDF: the system's ISO 9660, and Joliet with it, holds files below 2 GiB.
+bool NeedsUdf(std::uint64_t fileBytes);

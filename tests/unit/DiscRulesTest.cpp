@@ -143,6 +143,12 @@ TEST(DiscReading, DiscThatTheDriveCannotReadIsUnrecognized) {
     EXPECT_FALSE(disc.isWritable);
 }
 
+TEST(DiscReading, OnlyAFileOfTwoGibOrMoreNeedsUdf) {
+    EXPECT_FALSE(NeedsUdf(0x7FFFFFFF));
+    EXPECT_TRUE(NeedsUdf(0x80000000));
+    EXPECT_TRUE(NeedsUdf(0x100000001));
+}
+
 TEST(DiscSpeeds, ProbingACdWriterFindsWhatItSupports) {
     // 48, 32, 16, 8 and 4 times, the first as a drive that counts in kB/s gives it.
     const DiscSpeeds speeds(DiscFamily::Cd, {300, 3599, 600, 2400, 1200, 600});

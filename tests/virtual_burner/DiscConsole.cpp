@@ -74,10 +74,19 @@ double RunToEnd(ConsoleLoop& loop, const ConsoleEvents& events) {
     return longest;
 }
 
+/// What a write is measured against: the same bytes, copied by the system.
+int Copy(const std::wstring& from, const std::wstring& to) {
+    const ULONGLONG start = GetTickCount64();
+    const bool isCopied = CopyFileW(from.c_str(), to.c_str(), FALSE) != FALSE;
+    std::printf("milliseconds %llu\n", static_cast<unsigned long long>(GetTickCount64() - start));
+    return isCopied ? 0 : 1;
+}
+
 int Usage() {
     std::puts("usage: disc_console cd|dvd INDEX state\n"
               "       disc_console cd|dvd INDEX burn LABEL FILE...\n"
               "       disc_console cd|dvd INDEX erase quick|full\n"
+              "       disc_console copy FROM TO\n"
               "INDEX counts the writers from 0.");
     return 2;
 }
@@ -87,6 +96,7 @@ int Usage() {
 int wmain(int argumentCount, wchar_t** arguments) {
     const std::vector<std::wstring> words(arguments + 1, arguments + argumentCount);
     if (words.size() < 3) return Usage();
+    if (words[0] == L"copy") return Copy(words[1], words[2]);
     ConsoleLoop loop;
     ImapiDiscWriters writers(loop);
     std::unique_ptr<DiscWriter> writer;

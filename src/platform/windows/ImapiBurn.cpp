@@ -12,7 +12,6 @@
 namespace {
 
 constexpr wchar_t ClientName[] = L"Backup";
-constexpr std::uint64_t LargestIsoFileBytes = (std::uint64_t{2} << 30) - 1;
 
 HRESULT AsResult(Mastering::Result code) {
     return static_cast<HRESULT>(code);
@@ -115,9 +114,8 @@ HRESULT BuildImage(const ImapiDrive& drive, const WriteGround& ground, const Bur
         if (FAILED(result = ImportPreviousSession(drive.Data(), image.Get()))) return result;
     } else {
         if (FAILED(result = image->ChooseImageDefaults(drive.Recorder()))) return result;
-        const bool needsUdf = std::any_of(sources.begin(), sources.end(), [](const ImageSource& source) {
-            return source.sizeBytes > LargestIsoFileBytes;
-        });
+        const bool needsUdf = std::any_of(sources.begin(), sources.end(),
+                                          [](const ImageSource& source) { return NeedsUdf(source.sizeBytes); });
         result = image->put_FileSystemsToCreate(needsUdf ? LONG{Mastering::Udf}
                                                          : LONG{Mastering::Iso9660} | Mastering::Joliet);
         if (FAILED(result)) return result;

@@ -1,0 +1,74 @@
+"""Time of writing a 600 MB archive to the virtual burner, against a plain copy of the same bytes by the system, and how
+long the thread of the windows was kept from its messages meanwhile."""
+
+import random
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
+
+from burner import Burner, install_image_mastering  # noqa: E402
+from workstation import BINARIES, BUILD, Workstation  # noqa: E402
+
+ROUNDS = 7
+ARCHIVE_MEGABYTES = 600
+TARGET_RATIO = 1.15
+TARGET_WAIT_MILLISECONDS = 100
+
+
+def run(station, *arguments):
+    done = subprocess.run(station.wine_command(r"C:\Tools\disc_console.exe", *arguments), env=station.environment,
+                          cwd=station.path("C:"), capture_output=True, text=True, encoding="cp1252", check=False)
+    found = re.search(r"milliseconds (\d+)(?: longest wait ([\d.]+))?", done.stdout)
+    if done.returncode or not found:
+        raise RuntimeError(f"{arguments} ended with {done.returncode}: {done.stdout[-500:]}")
+    return int(found.group(1)), float(found.group(2) or 0)
+
+
+def settle(drive):
+    """What was written is shown under the drive's letter by then, so that this does not run into the next round."""
+    while drive.disc_settings().get("content") == "pending":
+        time.sleep(0.05)
+
+
+def main():
+    folder = BUILD / "workstation" / "bench-discs"
+    shutil.rmtree(folder, ignore_errors=True)
+    station = Workstation(folder)
+    try:
+        install_image_mastering(station)
+        drive = Burner(station, "g", "cd")
+        shutil.copy2(BINARIES / "disc_console.exe", station.path(r"C:\Tools\disc_console.exe"))
+        generator = random.Random(4)
+        with open(station.path(r"C:\OKRBACKUP.ZIP"), "wb") as archive:
+            for _ in range(ARCHIVE_MEGABYTES):
+                archive.write(generator.randbytes(2**20))
+        station.path(r"C:\_listFich.lst").write_bytes(b"C:\\Documents\t32\tZip0001.zip\r\n")
+        burns, waits, copies = [], [], []
+        for _ in range(ROUNDS):
+            station.path(r"C:\copy.bin").unlink(missing_ok=True)
+            copies.append(run(station, "copy", r"C:\OKRBACKUP.ZIP", r"C:\copy.bin")[0])
+            station.path(r"C:\copy.bin").unlink()
+            drive.insert("CD-R")
+            elapsed, wait = run(station, "cd", "0", "burn", "21 nov., 2026", r"C:\_listFich.lst", r"C:\OKRBACKUP.ZIP")
+            burns.append(elapsed)
+            waits.append(wait)
+            settle(drive)
+    finally:
+        station.remove()
+    ratio = statistics.median(burns) / statistics.median(copies)
+    print(f"Medians of {ROUNDS} rounds, write and copy in turn.\n")
+    print("| case | write s | copy s | ratio | at most | longest wait ms | at most |")
+    print("|---|---|---|---|---|---|---|")
+    print(f"| {ARCHIVE_MEGABYTES} MB to a CD-R | {statistics.median(burns) / 1000:.2f} | "
+          f"{statistics.median(copies) / 1000:.2f} | {ratio:.3f} | {TARGET_RATIO} | {max(waits):.0f} | "
+          f"{TARGET_WAIT_MILLISECONDS} |", flush=True)
+
+
+if __name__ == "__main__":
+    main()
