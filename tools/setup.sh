@@ -11,6 +11,8 @@ workstationPackages='running Windows programs: wine wine64 locales python3
 a display where there is none, and pictures of it: xvfb openbox imagemagick x11-utils'
 testPackages='native tests and fuzzing: g++ clang libclang-rt-14-dev clang-format
 looking at the results with other tools: 7zip xorriso'
+packagingPackages='the help documents: groff
+the installer: nsis'
 lintPackages='source checks: clang-tidy'
 
 Fail() {

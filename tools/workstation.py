@@ -20,6 +20,7 @@ LOCALES = BUILD / "workstation" / "locale"
 
 ACCOUNT = "agent"
 INSTALL_FOLDER = r"C:\Valcoreaux\Backup"
+HELP_DOCUMENTS = ("Copie de Sauvegarde.pdf", "Backup.pdf")
 LANGUAGES = {"fr": "fr_FR.UTF-8", "en": "en_US.UTF-8"}
 DRIVE_KINDS = {"removable": "floppy", "fixed": "hd", "cdrom": "cdrom", "network": "network"}
 
@@ -197,6 +198,12 @@ class Workstation:
         target.mkdir(parents=True, exist_ok=True)
         for name in ("Backup.exe", "7Za.exe"):
             shutil.copy2(BINARIES / name, target / name)
+        # The program finds its help documents in this folder wherever it lies itself, and does without them.
+        help_folder = self.path(INSTALL_FOLDER)
+        for document in HELP_DOCUMENTS:
+            if (BUILD / "packaging" / document).exists():
+                help_folder.mkdir(parents=True, exist_ok=True)
+                shutil.copy2(BUILD / "packaging" / document, help_folder / document)
         tools = self.path(r"C:\Tools")
         tools.mkdir(exist_ok=True)
         shutil.copy2(BINARIES / "uidriver.exe", tools / "uidriver.exe")
@@ -284,6 +291,10 @@ class Workstation:
         for folder in self._mounts:
             subprocess.run(["umount", "-l", str(folder)], check=False)
         self._mounts.clear()
+
+    def wait_until_idle(self, seconds=60):
+        """Waits until every program on it has ended; what they wrote to the registry is then in its files."""
+        subprocess.run([_wine_tool("wineserver"), "-w"], env=self.environment, check=True, timeout=seconds)
 
     def remove(self):
         """Ends the workstation and deletes it."""
