@@ -1,6 +1,7 @@
 """Runs the layers of tests that are named on the command line and closes with one summary line."""
 
 import json
+import multiprocessing
 import os
 import re
 import shutil
@@ -9,7 +10,8 @@ import subprocess
 import sys
 import time
 import unittest
-from concurrent.futures import ProcessPoolExecutor
+from concurrent.futures import ProcessPoolExecutor, ThreadPoolExecutor
+from functools import partial
 from pathlib import Path
 
 import workstation
@@ -17,68 +19,77 @@ from workstation import BUILD, PROJECT, Display, Workstation
 
 LOGS = BUILD / "logs"
 FUZZ_SECONDS = 8
-SYSTEM_TESTS_AT_ONCE = 2
+# Most tests wait more than they compute; more at once would disturb those that measure time.
+AT_ONCE = 2
+# Parts run in threads beside each other, and a process that was forked while others hold locks may hang.
+SPAWN = multiprocessing.get_context("spawn")
 
 
-class Tally:
-    """What the layers have come to so far."""
+class Report:
+    """What one part of a layer has come to."""
 
-    def __init__(self):
+    def __init__(self, name):
+        self.name = name
         self.passed = self.failed = self.skipped = 0
+        self._lines = []
+        self._started = time.monotonic()
 
-    def add(self, name, passed, failed, skipped, started):
-        self.passed += passed
-        self.failed += failed
-        self.skipped += skipped
-        print(f"-- {name}: {passed} passed, {failed} failed, {skipped} skipped ({time.monotonic() - started:.0f} s)",
-              flush=True)
-        if passed + failed == 0:
-            self.fail(f"{name} ran no test")
+    def count(self, outcome, test="", text=""):
+        setattr(self, outcome, getattr(self, outcome) + 1)
+        if outcome != "passed":
+            indented = text.strip().replace("\n", "\n    ")
+            self._lines.append(f"{outcome.upper()} {self.name}: {test}\n    {indented}")
 
-    def fail(self, reason):
-        self.failed += 1
-        print(f"FAILED {reason}", flush=True)
+    def close(self):
+        """Prints all of it at once; a part that ran no test has failed."""
+        if self.passed + self.failed == 0:
+            self.count("failed", "no test ran")
+        seconds = time.monotonic() - self._started
+        self._lines.append(f"-- {self.name}: {self.passed} passed, {self.failed} failed, {self.skipped} skipped "
+                           f"({seconds:.0f} s)")
+        print("\n".join(self._lines), flush=True)
+        return self
 
 
-def google_test(tally, name, command, report, **options):
-    """Runs a GoogleTest program that writes its report to the given file."""
-    started = time.monotonic()
-    report.unlink(missing_ok=True)
-    log = LOGS / f"{name.replace(', ', '-').lower()}-tests.log"
+def google_test(report, command, result, **options):
+    """Runs a GoogleTest program that writes its results to the given file."""
+    result.unlink(missing_ok=True)
+    log = LOGS / f"{report.name.replace(', ', '-').lower()}-tests.log"
     with open(log, "wb") as output:
         code = subprocess.run(command, stdout=output, stderr=subprocess.STDOUT, check=False, **options).returncode
-    if not report.exists():
-        print(log.read_text(encoding="utf-8", errors="replace")[-4000:])
-        tally.fail(f"{name} ended with {code} and left no report (all of it: {log.relative_to(PROJECT)})")
+    said = log.read_text(encoding="utf-8", errors="replace")
+    where = f"(all of it: {log.relative_to(PROJECT)})"
+    if not result.exists():
+        report.count("failed", f"ended with {code} and left no results {where}", said[-4000:])
         return
-    passed = failed = skipped = 0
-    for suite in json.loads(report.read_text(encoding="utf-8", errors="replace"))["testsuites"]:
+    for suite in json.loads(result.read_text(encoding="utf-8", errors="replace"))["testsuites"]:
         for test in suite["testsuite"]:
-            test_name = f"{suite['name']}.{test['name']}"
-            label = f"{name}: {test_name}"
+            name = f"{suite['name']}.{test['name']}"
             if test.get("failures"):
-                failed += 1
-                print(f"FAILED {label}")
-                for failure in test["failures"]:
-                    print("    " + failure["failure"].replace("\n", "\n    "))
+                report.count("failed", name, "\n".join(failure["failure"] for failure in test["failures"]))
             elif test["status"] == "NOTRUN" or test.get("result") == "SKIPPED":
-                skipped += 1
-                print(f"SKIPPED {label}: {skip_reason(log, test_name)}")
+                report.count("skipped", name, skip_reason(said, name))
             else:
-                passed += 1
-    tally.add(name, passed, failed, skipped, started)
-    if code != 0 and failed == 0:
-        print(log.read_text(encoding="utf-8", errors="replace")[-4000:])
-        tally.fail(f"{name} ended with {code} (all of it: {log.relative_to(PROJECT)})")
+                report.count("passed")
+    if code != 0 and report.failed == 0:
+        report.count("failed", f"ended with {code} {where}", said[-4000:])
 
 
-def skip_reason(log, test):
-    found = re.search(rf"\[ RUN      \] {re.escape(test)}\r?\n(.*?)\[  SKIPPED", log.read_text(errors="replace"), re.S)
+def skip_reason(said, test):
+    found = re.search(rf"\[ RUN      \] {re.escape(test)}\r?\n(.*?)\[  SKIPPED", said, re.S)
     return " ".join(found.group(1).split()) if found else "disabled"
 
 
-def windows_google_test(tally, name, program, with_display, beside=()):
+def native_tests():
+    report = Report("unit, native")
+    result = BUILD / "native" / "unit-report.json"
+    google_test(report, [BUILD / "native" / "bin" / "unit_tests", f"--gtest_output=json:{result}"], result, cwd=PROJECT)
+    return report.close()
+
+
+def windows_tests(name, program, with_display, beside=()):
     """Runs one of the Windows test programs, with the files it needs beside it, on a workstation with a removable drive."""
+    report = Report(name)
     folder = BUILD / "workstation" / program
     shutil.rmtree(folder, ignore_errors=True)
     display = Display() if with_display else None
@@ -87,18 +98,14 @@ def windows_google_test(tally, name, program, with_display, beside=()):
         station.add_drive("e", label="SAUVEGARDE")
         for file in (f"{program}.exe", *beside):
             shutil.copy2(workstation.BINARIES / file, station.path(r"C:\Tools") / file)
-        google_test(tally, name,
+        google_test(report,
                     station.wine_command(rf"C:\Tools\{program}.exe", r"--gtest_output=json:C:\Tools\report.json"),
                     station.path(r"C:\Tools\report.json"), env=station.environment, cwd=station.path(r"C:\Tools"))
     finally:
         station.remove()
         if display:
             display.stop()
-
-
-def load_python_tests(folder):
-    sys.path.insert(0, str(folder))
-    return unittest.defaultTestLoader.discover(str(folder), pattern="test_*.py", top_level_dir=str(folder))
+    return report.close()
 
 
 def flatten(suite):
@@ -124,53 +131,29 @@ def run_python_test(folder, identity):
     return identity, "passed" if result.testsRun else "failed", "" if result.testsRun else "did not run"
 
 
-def python_tests(tally, name, folder, at_once):
-    started = time.monotonic()
-    counts = {"passed": 0, "failed": 0, "skipped": 0}
-    tests = list(flatten(load_python_tests(folder)))
-    broken = [test for test in tests if type(test).__name__ == "_FailedTest"]
-    for test in broken:
-        counts["failed"] += 1
-        print(f"FAILED {name}: {test.id()} cannot be loaded\n{getattr(test, '_exception', '')}")
-    identities = [test.id() for test in tests if test not in broken]
-    with ProcessPoolExecutor(at_once) as pool:
+def python_tests(name, folder):
+    report = Report(name)
+    sys.path.insert(0, str(folder))
+    suite = unittest.defaultTestLoader.discover(str(folder), pattern="test_*.py", top_level_dir=str(folder))
+    identities = []
+    for test in flatten(suite):
+        if type(test).__name__ == "_FailedTest":
+            report.count("failed", f"{test.id()} cannot be loaded", str(getattr(test, "_exception", "")))
+        else:
+            identities.append(test.id())
+    with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
         for identity, outcome, text in pool.map(run_python_test, [folder] * len(identities), identities):
-            counts[outcome] += 1
-            if outcome != "passed":
-                indented = text.strip().replace("\n", "\n    ")
-                print(f"{outcome.upper()} {name}: {identity}\n    {indented}", flush=True)
-    tally.add(name, counts["passed"], counts["failed"], counts["skipped"], started)
+            report.count(outcome, identity, text)
+    return report.close()
 
 
-def unit_layer(tally):
-    python_tests(tally, "source", PROJECT / "tests" / "source", 2)
-    report = BUILD / "native" / "unit-report.json"
-    google_test(tally, "unit, native", [BUILD / "native" / "bin" / "unit_tests", f"--gtest_output=json:{report}"], report,
-                cwd=PROJECT)
-    windows_google_test(tally, "unit, Windows", "unit_tests", with_display=False)
-
-
-def window_layer(tally):
-    windows_google_test(tally, "window", "window_tests", with_display=True)
-    windows_google_test(tally, "window, discs", "disc_tests", with_display=False, beside=["VirtualBurner.dll"])
-
-
-def system_layer(tally):
-    python_tests(tally, "system", PROJECT / "tests" / "system", SYSTEM_TESTS_AT_ONCE)
-
-
-def fuzz_layer(tally):
+def fuzz_tests():
     """A short run of each fuzzer."""
-    started = time.monotonic()
-    passed = failed = 0
-    with ProcessPoolExecutor(os.cpu_count()) as pool:
+    report = Report("fuzz")
+    with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
         for name, code, text in pool.map(run_fuzzer, sorted((BUILD / "fuzz" / "bin").glob("*Fuzzer"))):
-            if code == 0:
-                passed += 1
-            else:
-                failed += 1
-                print(f"FAILED fuzz: {name} ended with {code}\n{text}")
-    tally.add("fuzz", passed, failed, 0, started)
+            report.count("failed" if code else "passed", f"{name} ended with {code}", text)
+    return report.close()
 
 
 def run_fuzzer(target):
@@ -187,18 +170,15 @@ def run_fuzzer(target):
     return target.name, code, log.read_text(encoding="utf-8", errors="replace")[-3000:]
 
 
-def lint_layer(tally):
-    """clang-tidy over every file of the native build."""
-    started = time.monotonic()
+def lint_tests():
+    """clang-tidy over every file of the logic."""
+    report = Report("lint")
     commands = json.loads((BUILD / "native" / "compile_commands.json").read_text(encoding="utf-8"))
     files = sorted({command["file"] for command in commands if Path(command["file"]).is_relative_to(PROJECT / "src")})
-    failed = 0
-    with ProcessPoolExecutor(os.cpu_count()) as pool:
+    with ProcessPoolExecutor(os.cpu_count(), SPAWN) as pool:
         for file, output in pool.map(tidy, files):
-            if output:
-                failed += 1
-                print(f"FAILED lint: {Path(file).relative_to(PROJECT)}\n{output}")
-    tally.add("lint", len(files) - failed, failed, 0, started)
+            report.count("failed" if output else "passed", str(Path(file).relative_to(PROJECT)), output)
+    return report.close()
 
 
 def tidy(file):
@@ -207,22 +187,45 @@ def tidy(file):
     return file, "" if done.returncode == 0 else done.stdout
 
 
-LAYERS = {"unit": unit_layer, "window": window_layer, "system": system_layer, "fuzz": fuzz_layer, "lint": lint_layer}
+LAYERS = {
+    "unit": [partial(python_tests, "source", PROJECT / "tests" / "source"),
+             native_tests,
+             partial(windows_tests, "unit, Windows", "unit_tests", with_display=False)],
+    "window": [partial(windows_tests, "window, discs", "disc_tests", with_display=False, beside=["VirtualBurner.dll"]),
+               partial(windows_tests, "window", "window_tests", with_display=True)],
+    "system": [partial(python_tests, "system", PROJECT / "tests" / "system")],
+    "fuzz": [fuzz_tests],
+    "lint": [lint_tests],
+}
+
+
+def run_part(part):
+    try:
+        return part()
+    except (workstation.CannotHave, OSError, subprocess.SubprocessError) as failure:
+        report = Report(getattr(part, "args", ["part"])[0] if isinstance(part, partial) else part.__name__)
+        report.count("failed", "could not be run", str(failure))
+        return report.close()
 
 
 def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     LOGS.mkdir(parents=True, exist_ok=True)
-    tally = Tally()
-    for name in sys.argv[1:]:
-        try:
-            if name in ("unit", "window", "system"):
-                workstation.prepare()
-            LAYERS[name](tally)
-        except (workstation.CannotHave, OSError) as failure:
-            tally.fail(f"{name}: {failure}")
-    print(f"{tally.passed} passed, {tally.failed} failed, {tally.skipped} skipped")
-    return 1 if tally.failed else 0
+    layers = sys.argv[1:]
+    if {"unit", "window", "system"} & set(layers):
+        workstation.prepare()
+    reports = []
+    # The parts of unit and window need little of the machine and run beside each other; the other layers use all of it.
+    light = [part for layer in layers if layer in ("unit", "window") for part in LAYERS[layer]]
+    with ThreadPoolExecutor(AT_ONCE) as pool:
+        reports += pool.map(run_part, light)
+    for layer in layers:
+        if layer not in ("unit", "window"):
+            reports += map(run_part, LAYERS[layer])
+    passed, failed, skipped = (sum(getattr(report, kind) for report in reports)
+                               for kind in ("passed", "failed", "skipped"))
+    print(f"{passed} passed, {failed} failed, {skipped} skipped")
+    return 1 if failed else 0
 
 
 if __name__ == "__main__":
