@@ -39,10 +39,16 @@ HANDLE StartedProcess(const Row& fields) {
 Rows Start(const Row& fields) {
     if (fields.size() != 3) throw RequestError("start needs a folder and a command line");
     std::wstring commandLine = fields[2];
+    // The driver's own standard handles carry its protocol; what the program's children print must not get into it.
+    SECURITY_ATTRIBUTES isInheritable{sizeof isInheritable, nullptr, TRUE};
+    const Process nowhere(CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      &isInheritable, OPEN_EXISTING, 0, nullptr));
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = startup.hStdOutput = startup.hStdError = nowhere.Get();
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, fields[1].c_str(), &startup,
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, fields[1].c_str(), &startup,
                         &started))
         throw RequestError("cannot start, error " + std::to_string(GetLastError()));
     CloseHandle(started.hThread);
