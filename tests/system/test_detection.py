@@ -5,7 +5,7 @@ import unittest
 from burner import Burner, install_image_mastering
 from program import IDNO, IDYES, Program
 from system_test import SystemTest
-from workstation import Workstation
+from workstation import HELP_DOCUMENTS, INSTALL_FOLDER, Workstation
 
 MEDIA = ("optCD", "optDVD", "optDisqueAmovible", "optDisqueExterne")
 LABELS = ("lblDetCD", "lblDetDVD", "lblDetRemDisk", "lblDetExtDisk")
@@ -238,6 +238,8 @@ class LeavingTest(SystemTest):
 
     def test_missing_help_document_gives_no_message(self):
         install_image_mastering(self.station)
+        for document in HELP_DOCUMENTS:
+            self.station.path(INSTALL_FOLDER).joinpath(document).unlink(missing_ok=True)
         program = self.start()
         main = program.main_window()
         main.press("cmdAide")
