@@ -10,6 +10,9 @@ RequestExecutionLevel admin
 ; A file that cannot be replaced ends the installation; a silent one would otherwise go on without it.
 AllowSkipFiles off
 
+; Without list files nothing takes a stamp.
+!pragma warning disable 6010
+
 !include MUI2.nsh
 !include LogicLib.nsh
 
