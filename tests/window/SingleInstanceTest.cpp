@@ -1,0 +1,62 @@
+#include "platform/windows/SingleInstance.h"
+#include "TestFormIds.h"
+#include "ui/Form.h"
+#include "ui/MessagePump.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+class MarkedForm : public ui::Form {
+  public:
+    MarkedForm() : ui::Form(IDD_TestForm) {
+        Create();
+        Show();
+        ui::RunPendingMessages();
+    }
+
+  protected:
+    void OnUnhandledException() noexcept override {}
+};
+
+TEST(SingleInstance, SecondCopyOfAnInstallationIsNotTheFirstWhateverTheCaseOfItsPath) {
+    const SingleInstance first(L"C:\\Valcoreaux\\Backup");
+    EXPECT_TRUE(first.IsFirst());
+    EXPECT_FALSE(SingleInstance(L"C:\\VALCOREAUX\\backup").IsFirst());
+}
+
+TEST(SingleInstance, CopiesInDifferentFoldersDoNotMeet) {
+    const SingleInstance first(L"C:\\Valcoreaux\\Backup");
+    EXPECT_TRUE(SingleInstance(L"D:\\Valcoreaux\\Backup").IsFirst());
+}
+
+TEST(SingleInstance, CopyAfterTheEndOfTheFirstIsFirst) {
+    auto first = std::make_unique<SingleInstance>(L"C:\\Valcoreaux\\Backup");
+    first.reset();
+    EXPECT_TRUE(SingleInstance(L"C:\\Valcoreaux\\Backup").IsFirst());
+}
+
+TEST(SingleInstance, SecondCopyBringsTheFirstToTheFront) {
+    MarkedForm marked;
+    const SingleInstance first(L"C:\\Valcoreaux\\Backup");
+    first.Mark(marked.Handle());
+    const SingleInstance second(L"C:\\Valcoreaux\\Backup");
+    MarkedForm other;
+    ASSERT_EQ(GetForegroundWindow(), other.Handle());
+    second.ShowFirst();
+    EXPECT_EQ(GetForegroundWindow(), marked.Handle());
+}
+
+TEST(SingleInstance, MinimizedFirstCopyIsRestored) {
+    MarkedForm marked;
+    const SingleInstance first(L"C:\\Valcoreaux\\Backup");
+    first.Mark(marked.Handle());
+    ShowWindow(marked.Handle(), SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(marked.Handle()));
+    SingleInstance(L"C:\\Valcoreaux\\Backup").ShowFirst();
+    EXPECT_FALSE(IsIconic(marked.Handle()));
+}
+
+} // namespace
