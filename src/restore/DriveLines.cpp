@@ -1,0 +1,73 @@
+#include "restore/DriveLines.h"
+
+#include "archive/modGestionRestaure.h"
+#include "platform/Drives.h"
+#include "shell/modObtenirUSB.h"
+
+namespace {
+
+constexpr int CdRomText = 156;
+constexpr int CdWriterText = 136;
+constexpr int RemovableText = 138;
+constexpr int ExternalText = 172;
+constexpr int NoDiscText = 157;
+constexpr int NoDiscInWriterText = 820;
+constexpr const wchar_t* NoDriveLine = L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur";
+
+std::optional<RestoreDrive> KindOf(Application& app, const std::wstring& root) {
+    switch (app.machine.drives.Type(root)) {
+    case DriveType::CdRom:
+        return RestoreDrive::CdRom;
+    case DriveType::Removable:
+        return RestoreDrive::Removable;
+    case DriveType::Fixed:
+        if (modObtenirUSB::VérifierDriveUSB(app, root.substr(0, 2))) return RestoreDrive::External;
+        return std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+int MediumTextOf(const DriveFacts& drive) {
+    switch (drive.kind) {
+    case RestoreDrive::Removable:
+        return RemovableText;
+    case RestoreDrive::External:
+        return ExternalText;
+    case RestoreDrive::CdRom:
+        break;
+    }
+    if (!drive.label) return drive.doesVolumeOpen ? NoDiscText : NoDiscInWriterText;
+    return drive.doesVolumeOpen ? CdRomText : CdWriterText;
+}
+
+} // namespace
+
+std::vector<DriveFacts> DrivesToRestoreFrom(Application& app) {
+    std::vector<DriveFacts> found;
+    for (const std::wstring& root : app.machine.drives.Roots()) {
+        const auto kind = KindOf(app, root);
+        if (!kind) continue;
+        const bool doesVolumeOpen =
+            *kind == RestoreDrive::CdRom && modGestionRestaure::CanOpenDrive(app, root.substr(0, 1));
+        found.push_back({root, *kind, doesVolumeOpen, app.machine.drives.VolumeLabel(root)});
+    }
+    return found;
+}
+
+std::wstring DriveLine(const Application& app, const DriveFacts& drive) {
+    std::wstring line = drive.root + L" " + app.Text(MediumTextOf(drive));
+    if (drive.label) line += L"  Volume : " + *drive.label;
+    return line;
+}
+
+std::vector<std::wstring> DriveLines(Application& app) {
+    std::vector<std::wstring> lines;
+    for (const DriveFacts& drive : DrivesToRestoreFrom(app)) lines.push_back(DriveLine(app, drive));
+    if (lines.empty()) lines.emplace_back(NoDriveLine);
+    return lines;
+}
+
+std::wstring RootOfLine(const std::wstring& line) {
+    return line.size() > 1 && line[1] == L':' ? line.substr(0, 3) : std::wstring();
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "shell/Application.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+enum class RestoreDrive { CdRom, Removable, External };
+
+/// What the restore window's list says about one drive.
+struct DriveFacts {
+    std::wstring root; ///< such as "E:\"
+    RestoreDrive kind = RestoreDrive::Removable;
+    bool doesVolumeOpen = false;       ///< looked at for CD-ROM drives only
+    std::optional<std::wstring> label; ///< nothing when no volume can be read
+};
+
+/// The drives that may hold a backup, in the system's order: CD-ROM drives, removable disks, and fixed disks on the USB
+/// bus. May ask the user whether USB disks are to be used, once per run.
+std::vector<DriveFacts> DrivesToRestoreFrom(Application& app);
+
+/// The list's line of a drive; its first three characters are the drive's root.
+std::wstring DriveLine(const Application& app, const DriveFacts& drive);
+
+/// The lines of all those drives, or the single line that says that there is none.
+std::vector<std::wstring> DriveLines(Application& app);
+
+/// The drive root of a line, which is its first three characters; empty when the line is no drive's.
+std::wstring RootOfLine(const std::wstring& line);

@@ -1,0 +1,32 @@
+#include "restore/InsertedMedium.h"
+
+#include "archive/clsListe.h"
+#include "platform/Drives.h"
+#include "platform/Files.h"
+
+#include <functional>
+
+InsertedMedium LookAtMedium(const Application& app, const std::wstring& root) {
+    InsertedMedium medium;
+    InsertedMedium::Print& print = medium.print;
+    print.root = root;
+    if (root.empty()) return medium;
+    medium.isCdRom = app.machine.drives.Type(root) == DriveType::CdRom;
+    const Files& files = app.machine.files;
+    if (!files.FileExists(root + ControlFileName)) return medium;
+    if (!files.FileExists(root + ArchiveName)) {
+        print.content = InsertedMedium::Content::OlderFormat;
+        return medium;
+    }
+    print.content = InsertedMedium::Content::Backup;
+    try {
+        print.archiveSizeBytes = files.FileSize(root + ArchiveName);
+        medium.controlFile = files.Read(root + ControlFileName);
+        print.listBytes = medium.controlFile.size();
+        print.listHash = std::hash<std::string>()(medium.controlFile);
+    } catch (const RuntimeError& error) {
+        medium.failure = error;
+        print.failure = error.Number();
+    }
+    return medium;
+}

@@ -1,0 +1,106 @@
+#include "restore/RestoreRows.h"
+
+#include "archive/UserProfileMarker.h"
+#include "platform/RuntimeError.h"
+#include "platform/System.h"
+#include "shell/LongConversion.h"
+
+#include <limits>
+#include <utility>
+
+namespace {
+
+constexpr std::int32_t ReadOnlyAttribute = 1;
+constexpr std::int32_t HiddenAttribute = 2;
+constexpr std::int32_t SystemAttribute = 4;
+constexpr std::int32_t DirectoryAttribute = 16;
+constexpr std::int32_t FolderOfSet = -1;
+
+constexpr int FolderOfSetText = 818;
+constexpr int DirectoryText = 822;
+constexpr int FileText = 823;
+
+std::int16_t ToInteger(const std::wstring& text, const std::wstring& decimalSeparator) {
+    const std::int32_t value = ToLong(text, decimalSeparator);
+    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
+        throw RuntimeError(ErrorNumber::Overflow);
+    return static_cast<std::int16_t>(value);
+}
+
+} // namespace
+
+void RemplirAttrib(std::int32_t attributes, std::wstring& text) {
+    if ((attributes & HiddenAttribute) != 0) text += L'H';
+    if ((attributes & SystemAttribute) != 0) text += L'S';
+    if ((attributes & ReadOnlyAttribute) != 0) text += L'R';
+}
+
+std::wstring KindLabel(const Application& app, const std::wstring& kind) {
+    const std::int16_t attributes = ToInteger(kind, app.machine.system.DecimalSeparator());
+    if (attributes == FolderOfSet) return app.Text(FolderOfSetText);
+    std::wstring label = app.Text((attributes & DirectoryAttribute) != 0 ? DirectoryText : FileText);
+    std::wstring letters;
+    RemplirAttrib(attributes, letters);
+    return letters.empty() ? label : label + L" " + letters;
+}
+
+std::wstring ExtractionPath(const std::wstring& restorePath) {
+    return ReplaceAll(restorePath, L"\\*.*", L"");
+}
+
+void RestoreRows::Clear() {
+    rows_.clear();
+    tickedCount_ = 0;
+    holdItems_ = false;
+}
+
+void RestoreRows::ShowNoBackup(const std::wstring& text) {
+    Clear();
+    for (int line = 0; line < 2; ++line) rows_.push_back({{text, {}, {}}, {}});
+}
+
+void RestoreRows::Add(const Application& app, std::vector<ControlFileRecord> records) {
+    holdItems_ = true;
+    rows_.reserve(rows_.size() + records.size());
+    // Nearly every row is of the same kind as the one before it.
+    std::wstring kind;
+    std::wstring label;
+    for (ControlFileRecord& record : records) {
+        rows_.push_back({std::move(record), {}});
+        Row& row = rows_.back();
+        if (kind.empty() || kind != row.record.kind) {
+            kind = row.record.kind;
+            label = KindLabel(app, kind);
+        }
+        row.kindLabel = label;
+    }
+}
+
+std::wstring RestoreRows::Cell(int row, int column) const {
+    const Row& shown = At(row);
+    switch (column) {
+    case 0:
+        return shown.record.restorePath;
+    case 1:
+        return shown.kindLabel;
+    case 2:
+        return shown.record.kind;
+    case 3:
+        return shown.record.innerArchive;
+    default:
+        return {};
+    }
+}
+
+void RestoreRows::Toggle(int row) {
+    if (!holdItems_) return;
+    bool& isTicked = rows_.at(static_cast<std::size_t>(row)).isTicked;
+    isTicked = !isTicked;
+    tickedCount_ += isTicked ? 1 : -1;
+}
+
+void RestoreRows::TickAll(bool isTicked) {
+    if (!holdItems_) return;
+    for (Row& row : rows_) row.isTicked = isTicked;
+    tickedCount_ = isTicked ? Count() : 0;
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "archive/ControlFile.h"
+#include "shell/Application.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// Appends a letter for each of the file attributes hidden (H), system (S) and read-only (R).
+void RemplirAttrib(std::int32_t attributes, std::wstring& text);
+
+/// What the list calls a kind as it was read. Throws 13 (type mismatch) when it is no number and 6 (overflow) when it
+/// is none of 16 bits.
+std::wstring KindLabel(const Application& app, const std::wstring& kind);
+
+/// The path that an item is extracted by: without the "\*.*" that marks a folder.
+std::wstring ExtractionPath(const std::wstring& restorePath);
+
+/// The rows of the restore window: what the medium holds, what is ticked and what has been restored. Rows count from 0.
+class RestoreRows {
+  public:
+    struct Row {
+        ControlFileRecord record;
+        std::wstring kindLabel;
+        bool isTicked = false;
+        bool isRestored = false;
+    };
+
+    void Clear();
+    /// Says instead of a list that the medium holds no backup. Such rows cannot be ticked.
+    void ShowNoBackup(const std::wstring& text);
+    /// Takes the records of a control file. Throws what the label of a row meets; the rows up to it are there then.
+    void Add(const Application& app, std::vector<ControlFileRecord> records);
+
+    int Count() const { return static_cast<int>(rows_.size()); }
+    const Row& At(int row) const { return rows_.at(static_cast<std::size_t>(row)); }
+    /// Column 0 the path, 1 the kind's label, 2 the kind as read, 3 the inner archive; empty for any other.
+    std::wstring Cell(int row, int column) const;
+    /// Whether the rows are items that can be ticked.
+    bool HoldItems() const { return holdItems_; }
+
+    void Toggle(int row);
+    void TickAll(bool isTicked);
+    bool IsAnyTicked() const { return tickedCount_ > 0; }
+    void MarkRestored(int row) { rows_.at(static_cast<std::size_t>(row)).isRestored = true; }
+
+  private:
+    std::vector<Row> rows_;
+    int tickedCount_ = 0;
+    bool holdItems_ = false;
+};

@@ -1,0 +1,332 @@
+#include "restore/frmRestaureCD.h"
+
+#include "archive/clsListe.h"
+#include "archive/frmMotPasse.h"
+#include "archive/modGestionRestaure.h"
+#include "platform/MessageBoxes.h"
+#include "restore/DriveLines.h"
+#include "ui/Menu.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+constexpr std::array Captions = {
+    ui::Caption{IDC_cmdLancerRestauration, 803}, ui::Caption{IDC_cmdToutDeselectionner, 805},
+    ui::Caption{IDC_cmdToutSelectionner, 806},   ui::Caption{IDC_cmdFermer, 407},
+    ui::Caption{IDC_lblListName, 288},
+};
+constexpr int WindowCaption = 801;
+constexpr int RefreshCaption = 605;
+constexpr int DriveListName = 606;
+constexpr int PathHeader = 288;
+constexpr int KindHeader = 289;
+
+constexpr int NoBackupOnDisk = 150;
+constexpr int NoBackupOnCdRom = 158;
+constexpr int OlderFormat = 921;
+constexpr int OlderFormatTitle = 106;
+constexpr int TooLittleWorkSpace = 168;
+constexpr int TooLittleWorkSpaceTitle = 146;
+constexpr int WrongPassword = 920;
+constexpr int WrongPasswordTitle = 916;
+constexpr int RestoreDone = 814;
+constexpr int RestoreDoneTitle = 815;
+constexpr int Restored = 819;
+
+constexpr int PathWidthTwips = 7000;
+constexpr int KindWidthTwips = 1400;
+
+// A burst of device messages is over within this time; the lists are right well within half a second.
+constexpr UINT RefreshDelayMilliseconds = 200;
+
+std::wstring WithoutAccessKey(std::wstring caption) {
+    std::erase(caption, L'&');
+    return caption;
+}
+
+} // namespace
+
+LRESULT CALLBACK modFonctionsCommunes::MyWindowProcRestaureCD(HWND hwnd, UINT uMsg, WPARAM wParam, LPARAM lParam) {
+    const ui::WindowProcedureHook* hook = ui::WindowProcedureHook::Of(hwnd);
+    if (hook == nullptr) return DefWindowProcW(hwnd, uMsg, wParam, lParam);
+    if (uMsg == WM_DEVICECHANGE) {
+        if (auto* form = dynamic_cast<frmRestaureCD*>(ui::Form::Of(hwnd)); form != nullptr) form->DevicesChanged();
+    }
+    return hook->CallSaved(uMsg, wParam, lParam);
+}
+
+frmRestaureCD::frmRestaureCD(Application& app, MainWindow& parent)
+    : ApplicationForm(app, IDD_frmRestaureCD, L"frmRestaureCD"), parent_(parent),
+      refresh_(*this, [this] { RefreshLists(); }) {}
+
+std::wstring frmRestaureCD::ShownRows::ToolTip(int row) const {
+    return form_.rows_.At(row).isRestored ? form_.Text(Restored) : std::wstring();
+}
+
+void frmRestaureCD::OnLoad() {
+    SetCancelButton(IDC_cmdFermer);
+    SetAccelerators({{FVIRTKEY, VK_F5, IDC_mnuRaffraichir_Rafraichir}});
+    On(IDC_mnuRaffraichir_Rafraichir, BN_CLICKED, [this] { mnuRaffraichir_Rafraichir_Click(); });
+    lstDrive.OnSelect([this] { lstDrive_Click(); });
+    lvFichiersRepertoires.OnTick([this](int row) { lvFichiersRepertoires_ItemCheck(row); });
+    cmdToutSelectionner.OnClick([this] { cmdToutSelectionner_Click(); });
+    cmdToutDeselectionner.OnClick([this] { cmdToutDeselectionner_Click(); });
+    cmdLancerRestauration.OnClick([this] { cmdLancerRestauration_Click(); });
+    cmdFermer.OnClick([this] { cmdFermer_Click(); });
+    rows_.Clear();
+    shownMedium_ = {};
+    driveLines_.clear();
+    isBusy_ = false;
+    isRestoring_ = false;
+    Form_Load();
+}
+
+void frmRestaureCD::Form_Load() {
+    Guarded(L"Form_Load, module frmRestaureCD", [this] {
+        hook_.Install(Handle(), modFonctionsCommunes::MyWindowProcRestaureCD);
+        InitCaptions();
+        modGestionRestaure::ResetWorkFolder(app_);
+        MAJListeCDetUSB();
+    });
+}
+
+void frmRestaureCD::InitCaptions() {
+    Guarded(L"InitCaptions, module frmRestaureCD", [this] {
+        SetTitle(Text(WindowCaption));
+        SetCaptions(Captions);
+        ui::Control(*this, IDC_lblDriveName).SetText(WithoutAccessKey(Text(DriveListName)));
+        ui::AddMenu(*this, Text(RefreshCaption), {{IDC_mnuRaffraichir_Rafraichir, Text(RefreshCaption) + L"\tF5"}});
+        lvFichiersRepertoires.Attach(shownRows_, true);
+        lvFichiersRepertoires.AddColumn(Text(PathHeader), PathWidthTwips);
+        lvFichiersRepertoires.AddColumn(Text(KindHeader), KindWidthTwips);
+        // The kind's number and the inner archive's name are for the program.
+        lvFichiersRepertoires.AddColumn(L"", 0);
+        lvFichiersRepertoires.AddColumn(L"", 0);
+    });
+}
+
+bool frmRestaureCD::OnClosing() {
+    // While a dialog is open over this window, that one is the one to close.
+    return !isRestoring_ && IsWindowEnabled(Handle()) != FALSE;
+}
+
+void frmRestaureCD::OnUnload() {
+    Form_Unload();
+}
+
+void frmRestaureCD::Form_Unload() {
+    refresh_.Cancel();
+    Guarded(L"Form_Unload, module frmRestaureCD", [this] { modGestionRestaure::RemoveWorkFolder(app_); });
+    hook_.Remove();
+}
+
+void frmRestaureCD::DevicesChanged() {
+    refresh_.Request(RefreshDelayMilliseconds);
+}
+
+/// Brings the drive list up to date; the user's drive stays selected as long as it is listed.
+void frmRestaureCD::MAJListeCDetUSB() {
+    Guarded(L"MAJListeCDetUSB, module frmRestaureCD", [this] {
+        std::vector<std::wstring> lines = DriveLines(app_);
+        if (lines == driveLines_) return;
+        const std::wstring root = SelectedRoot();
+        driveLines_ = std::move(lines);
+        lstDrive.SetItems(driveLines_);
+        SelectRoot(root);
+    });
+}
+
+std::wstring frmRestaureCD::SelectedRoot() const {
+    return RootOfLine(lstDrive.Item(lstDrive.Selected()));
+}
+
+void frmRestaureCD::SelectRoot(const std::wstring& root) {
+    if (root.empty()) return;
+    const auto line = std::find_if(driveLines_.begin(), driveLines_.end(),
+                                   [&](const std::wstring& candidate) { return RootOfLine(candidate) == root; });
+    if (line != driveLines_.end()) lstDrive.Select(static_cast<int>(line - driveLines_.begin()));
+}
+
+void frmRestaureCD::lstDrive_Click() {
+    if (std::exchange(isBusy_, true)) return;
+    Guarded(L"lstDrive_Click, module frmRestaureCD", [this] {
+        if (lstDrive.Selected() < 0) {
+            MAJListeCDetUSB();
+            lstDrive.Select(0);
+        }
+        MAJListeFich();
+        TickAll(true);
+    });
+    isBusy_ = false;
+}
+
+/// Follows the devices: what the user ticked stays as long as the same medium is there.
+void frmRestaureCD::RefreshLists() {
+    if (isRestoring_) return;
+    if (isBusy_) {
+        DevicesChanged();
+        return;
+    }
+    isBusy_ = true;
+    Guarded(L"RefreshLists, module frmRestaureCD", [this] {
+        MAJListeCDetUSB();
+        if (lstDrive.Selected() < 0) lstDrive.Select(0);
+        InsertedMedium medium = LookAtMedium(app_, SelectedRoot());
+        if (medium.print == shownMedium_) return;
+        ShowMedium(std::move(medium));
+        TickAll(true);
+    });
+    isBusy_ = false;
+}
+
+void frmRestaureCD::MAJListeFich() {
+    ShowMedium(LookAtMedium(app_, SelectedRoot()));
+}
+
+void frmRestaureCD::ShowMedium(InsertedMedium medium) {
+    rows_.Clear();
+    lvFichiersRepertoires.RowsChanged();
+    shownMedium_ = medium.print;
+    Guarded(L"MAJListeFich, module frmRestaureCD", [&] { FillRows(medium); });
+    for (ui::Button* button : {&cmdLancerRestauration, &cmdToutSelectionner, &cmdToutDeselectionner})
+        button->Enable(rows_.HoldItems());
+    lvFichiersRepertoires.RowsChanged();
+}
+
+void frmRestaureCD::FillRows(const InsertedMedium& medium) {
+    switch (medium.print.content) {
+    case InsertedMedium::Content::NoBackup:
+        rows_.ShowNoBackup(Text(medium.isCdRom ? NoBackupOnCdRom : NoBackupOnDisk));
+        return;
+    case InsertedMedium::Content::OlderFormat:
+        app_.ShowMessage(OlderFormat, OlderFormatTitle, box::Critical);
+        return;
+    case InsertedMedium::Content::Backup:
+        break;
+    }
+    if (medium.failure) throw *medium.failure;
+    app_.archiveSizeBytes = static_cast<std::int64_t>(medium.print.archiveSizeBytes);
+    std::vector<ControlFileRecord> records;
+    try {
+        ReadControlFile(medium.controlFile, app_.strProfilUtilisateur, records);
+    } catch (const RuntimeError&) {
+        // What could be read before the damage can still be restored.
+        rows_.Add(app_, std::move(records));
+        throw;
+    }
+    rows_.Add(app_, std::move(records));
+}
+
+void frmRestaureCD::ShowNoMedium() {
+    rows_.Clear();
+    shownMedium_ = {};
+    lvFichiersRepertoires.RowsChanged();
+    for (ui::Button* button : {&cmdLancerRestauration, &cmdToutSelectionner, &cmdToutDeselectionner})
+        button->Enable(false);
+}
+
+void frmRestaureCD::lvFichiersRepertoires_ItemCheck(int row) {
+    Guarded(L"lvFichiersRepertoires_ItemCheck, module frmRestaureCD", [&] {
+        if (isRestoring_) return;
+        rows_.Toggle(row);
+        lvFichiersRepertoires.Redraw();
+        EnableLaunch();
+    });
+}
+
+void frmRestaureCD::cmdToutSelectionner_Click() {
+    Guarded(L"cmdToutSelectionner_Click, module frmRestaureCD", [this] { TickAll(true); });
+}
+
+void frmRestaureCD::cmdToutDeselectionner_Click() {
+    Guarded(L"cmdToutDeselectionner_Click, module frmRestaureCD", [this] { TickAll(false); });
+}
+
+void frmRestaureCD::TickAll(bool isTicked) {
+    rows_.TickAll(isTicked);
+    lvFichiersRepertoires.Redraw();
+    EnableLaunch();
+}
+
+void frmRestaureCD::EnableLaunch() {
+    cmdLancerRestauration.Enable(rows_.IsAnyTicked());
+}
+
+void frmRestaureCD::cmdLancerRestauration_Click() {
+    Guarded(L"cmdLancerRestauration_Click, module frmRestaureCD", [this] {
+        if (static_cast<double>(app_.archiveSizeBytes) >= app_.dblEspaceDisponible) {
+            app_.ShowMessage(TooLittleWorkSpace, TooLittleWorkSpaceTitle, box::Critical);
+            return;
+        }
+        const std::unique_ptr<Hold> awake = app_.machine.system.KeepAwake();
+        if (OpenArchive()) Restore();
+    });
+    if (!IsLoaded() || !std::exchange(isRestoring_, false)) return;
+    // A restore that failed as a whole gives the window back.
+    BloquerBoutons(true);
+}
+
+/// Asks for the password until the outer archive opens with it. False when the user gives up.
+bool frmRestaureCD::OpenArchive() {
+    for (;;) {
+        if (!modGestionMotPasse::DemanderMotPasse(app_, this, PasswordMode::Entry) || !IsLoaded()) return false;
+        // The lists follow the devices while the user types: what is opened is the medium that is shown now.
+        if (modGestionRestaure::UnZipOkrBackup(app_, SelectedRoot(), ArchiveName) != modGestionRestaure::WrongPassword)
+            return true;
+        modGestionRestaure::ResetWorkFolder(app_);
+        app_.ShowMessage(WrongPassword, WrongPasswordTitle, box::Exclamation);
+    }
+}
+
+void frmRestaureCD::Restore() {
+    isRestoring_ = true;
+    hook_.Remove();
+    refresh_.Cancel();
+    BloquerBoutons(false);
+    for (int row = 0; row < rows_.Count(); ++row) {
+        if (rows_.At(row).isTicked) CopierFichRepert(row);
+    }
+    app_.ShowMessage(RestoreDone, RestoreDoneTitle, box::Exclamation);
+    Unload();
+    parent_.SetFullExit(true);
+}
+
+void frmRestaureCD::CopierFichRepert(int index) {
+    Guarded(L"CopierFichRepert, module frmRestaureCD", [&] {
+        lvFichiersRepertoires.Select(index);
+        const ControlFileRecord& record = rows_.At(index).record;
+        modGestionRestaure::UnZipIntermediaire(app_, ExtractionPath(record.restorePath), record.innerArchive);
+        rows_.MarkRestored(index);
+        lvFichiersRepertoires.Redraw();
+        app_.machine.messageLoop.RunPending();
+    });
+}
+
+void frmRestaureCD::BloquerBoutons(bool bEnable) {
+    Guarded(L"BloquerBoutons, module frmRestaureCD", [&] {
+        for (const int controlId : {IDC_cmdLancerRestauration, IDC_cmdFermer, IDC_cmdToutDeselectionner,
+                                    IDC_cmdToutSelectionner, IDC_lvFichiersRepertoires, IDC_lstDrive})
+            ui::Control(*this, controlId).Enable(bEnable);
+        app_.machine.messageLoop.RunPending();
+    });
+}
+
+void frmRestaureCD::mnuRaffraichir_Rafraichir_Click() {
+    Guarded(L"mnuRaffraichir_Rafraichir_Click, module frmRestaureCD", [this] {
+        if (isRestoring_ || std::exchange(isBusy_, true)) return;
+        MAJListeCDetUSB();
+        // A drive that is no longer listed takes its rows with it.
+        if (lstDrive.Selected() < 0) ShowNoMedium();
+        isBusy_ = false;
+    });
+}
+
+void frmRestaureCD::cmdFermer_Click() {
+    Guarded(L"cmdFermer_Click, module frmRestaureCD", [this] {
+        modGestionRestaure::RemoveWorkFolder(app_);
+        Unload();
+    });
+}
