@@ -74,7 +74,10 @@ void ListView::Redraw() {
 void ListView::Select(int row) {
     LVITEMW item{};
     item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+    // Row by row: told about all rows at once, or where only one can be selected about another one, the view goes
+    // through every row that it has.
+    for (int selected = Selected(); selected >= 0; selected = Selected())
+        Send(LVM_SETITEMSTATE, static_cast<WPARAM>(selected), reinterpret_cast<LPARAM>(&item));
     if (row < 0) return;
     item.state = LVIS_SELECTED | LVIS_FOCUSED;
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
