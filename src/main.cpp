@@ -1,3 +1,5 @@
+#include "archive/frmMotPasse.h"
+#include "backup/frmBackup.h"
 #include "platform/windows/ImapiDiscWriter.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/SingleInstance.h"
@@ -14,6 +16,10 @@
 #include "ui/MessagePump.h"
 
 #include <objbase.h>
+
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -57,6 +63,17 @@ class ProcessSetUp {
     bool hasCom_ = false;
 };
 
+/// Shows a backup window over the main window until it is closed.
+void ShowBackup(Application& app, frmMain& parent, Medium medium, const std::optional<std::wstring>& drive) {
+    frmBackup window(app, [&app](ui::Form& owner) {
+        return modGestionMotPasse::DemanderMotPasse(app, &owner, PasswordMode::Creation);
+    });
+    window.SetMedia(medium);
+    window.SetParent(parent);
+    if (drive) window.SetDrive(*drive);
+    window.ShowModal(&parent);
+}
+
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
@@ -71,7 +88,11 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     }
 
     ReadUser(app);
-    frmMain mainWindow(app, {});
+    frmMain::Openers openers;
+    openers.showBackup = [&app](frmMain& parent, Medium medium, const std::optional<std::wstring>& drive) {
+        ShowBackup(app, parent, medium, drive);
+    };
+    frmMain mainWindow(app, std::move(openers));
     mainWindow.Create();
     instance.Mark(mainWindow.Handle());
     mainWindow.Show();

@@ -20,7 +20,7 @@ BackupRun::BackupRun(Application& app, BackupState& state, BackupView& view, Bac
     : app_(app), state_(state), view_(view), steps_(steps), discs_(discs) {}
 
 void BackupRun::Launch() {
-    if (std::exchange(isRunning_, true)) return;
+    if (state_.isOperationInProgress || std::exchange(isRunning_, true)) return;
     isBurnStarted_ = false;
     isStartRefused_ = false;
     const bool isComplete = Guarded(app_, L"cmdLancer_Click, module frmBackupCD", [this] {
@@ -109,6 +109,9 @@ void BackupRun::StartWriting(bool hasFailed) {
     // An archive that failed is not written, but the writer is started all the same, on an empty image.
     if (!hasFailed) discs_.AjouterFichiers();
     view_.StepProgress().SetRange(0, WholeBar);
+    // The archive has left the number of its items there.
+    view_.TotalProgress().SetRange(0, WholeBar);
+    view_.TotalProgress().SetValue(0);
     // From here on events may end the write, even inside the call that starts it.
     state_.isOperationInProgress = true;
     isBurnStarted_ = true;

@@ -12,7 +12,7 @@ struct BackupState {
     Medium miTypeMedia = Medium::Cd;
     std::wstring mstrDrive;        ///< the drive that the copy goes to, such as "E:\"
     std::wstring mstrDrvPreSelect; ///< the drive to select when the list is filled
-    DiscState disc;
+    DiscFacts disc;
     /// From the start of a run until it ends or is stopped.
     bool isOperationInProgress = false;
     /// While an erase that was started from this window runs.

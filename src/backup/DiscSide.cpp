@@ -96,7 +96,7 @@ bool DiscSide::IsDiscAccepted() {
 
 bool DiscSide::DiscWritableCD() {
     return Guarded(app_, L"DiscWritableCD, module frmBackupCD", [this] {
-        const DiscState disc = Report().disc;
+        const DiscFacts disc = Report().disc;
         if (disc.presence == DiscPresence::None) {
             app_.ShowMessage(145, 0, box::Ok);
             return false;
@@ -111,7 +111,7 @@ bool DiscSide::DiscWritableCD() {
 
 bool DiscSide::DiscWritableDVD() {
     return Guarded(app_, L"DiscWritableDVD, module frmBackupCD", [this] {
-        const DiscState disc = Report().disc;
+        const DiscFacts disc = Report().disc;
         return disc.presence != DiscPresence::None && IsKindOfMedium(Medium::Dvd, disc.kind);
     });
 }

@@ -32,7 +32,7 @@ void ReportCdSpace(const Application& app, const DiscWriter& writer, MediumRepor
 void ReportDvdSpace(const Application& app, const DiscWriter& writer, MediumReport& report) {
     report[Panel::UsedSpace] = Amount(app, static_cast<double>(writer.UsedBytes()));
     report[Panel::TotalSpace] = Amount(app, static_cast<double>(writer.TotalBytes()));
-    const DiscState& disc = report.disc;
+    const DiscFacts& disc = report.disc;
     if (disc.isDvdReady && disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam)
         report.available = Currency::FromDouble(static_cast<double>(writer.FreeBytes()));
 }
@@ -60,7 +60,7 @@ std::uint64_t CdFreeMegabytes(std::uint64_t freeBytes) {
 
 MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWriter* writer) {
     MediumReport report;
-    DiscState& disc = report.disc;
+    DiscFacts& disc = report.disc;
     if (writer != nullptr) disc.presence = writer->Presence();
     if (disc.presence == DiscPresence::None) {
         report[Panel::Type] = app.Text(163);

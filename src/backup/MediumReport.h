@@ -13,7 +13,7 @@ inline constexpr std::size_t PanelCount = 5;
 struct MediumReport {
     std::array<std::wstring, PanelCount> panels; ///< the time is left to the window
     Currency available;
-    DiscState disc;
+    DiscFacts disc;
     bool isErasable = false;
 
     std::wstring& operator[](Panel panel) { return panels[static_cast<std::size_t>(panel)]; }

@@ -2,18 +2,18 @@
 
 namespace {
 
-bool IsCdReady(const DiscState& disc) {
+bool IsCdReady(const DiscFacts& disc) {
     return disc.presence == DiscPresence::Ready && (disc.kind == MediaKind::CdR || disc.kind == MediaKind::CdRw) &&
            disc.status < DiscStatus::Closed && disc.isWritable;
 }
 
-bool IsDvdReady(const DiscState& disc) {
+bool IsDvdReady(const DiscFacts& disc) {
     return disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam && disc.isDvdReady && disc.isWritable;
 }
 
 } // namespace
 
-bool CanStartBackup(Medium medium, const DiscState& disc, const Spaces& spaces) {
+bool CanStartBackup(Medium medium, const DiscFacts& disc, const Spaces& spaces) {
     if (spaces.IsMediumFull() || spaces.IsWorkSpaceFull()) return false;
     switch (medium) {
     case Medium::Cd:

@@ -5,7 +5,7 @@
 #include "shell/MediumOffer.h"
 
 /// What the backup window knows of the disc, as it read it last.
-struct DiscState {
+struct DiscFacts {
     DiscPresence presence = DiscPresence::None;
     MediaKind kind = MediaKind::CdRom;
     DiscStatus status = DiscStatus::Blank;
@@ -14,4 +14,4 @@ struct DiscState {
 };
 
 /// Whether the start button can be pressed. The disc counts for CD and DVD only.
-bool CanStartBackup(Medium medium, const DiscState& disc, const Spaces& spaces);
+bool CanStartBackup(Medium medium, const DiscFacts& disc, const Spaces& spaces);

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -270,6 +271,14 @@ TEST_F(BackupRunTest, ASecondStartDuringARunIsIgnored) {
     run.Launch();
     EXPECT_EQ(std::count(steps.calls.begin(), steps.calls.end(), L"archive"), 1);
     EXPECT_FALSE(run.IsRunning());
+}
+
+TEST_F(BackupRunTest, ASecondStartDuringABurnIsIgnored) {
+    UseCd();
+    run.Launch();
+    run.Launch();
+    EXPECT_EQ(std::count(steps.calls.begin(), steps.calls.end(), L"archive"), 1);
+    EXPECT_TRUE(state.isOperationInProgress);
 }
 
 TEST_F(BackupRunTest, ARunThatBreaksOffIsReportedAndLeavesTheBusyMode) {

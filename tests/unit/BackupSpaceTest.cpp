@@ -19,8 +19,8 @@ Spaces Roomy(double required = 100) {
     return {Bytes(required), Bytes(1000), 1000};
 }
 
-DiscState ReadyDisc(MediaKind kind) {
-    DiscState disc;
+DiscFacts ReadyDisc(MediaKind kind) {
+    DiscFacts disc;
     disc.presence = DiscPresence::Ready;
     disc.kind = kind;
     disc.isDvdReady = true;
@@ -43,7 +43,7 @@ TEST(StartButton, NeedsADvdOfCodeThreeToEight) {
 }
 
 TEST(StartButton, NeedsEachConditionOfACd) {
-    DiscState disc = ReadyDisc(MediaKind::CdR);
+    DiscFacts disc = ReadyDisc(MediaKind::CdR);
     disc.presence = DiscPresence::None;
     EXPECT_FALSE(CanStartBackup(Medium::Cd, disc, Roomy()));
     disc.presence = DiscPresence::Unrecognized;
@@ -64,7 +64,7 @@ TEST(StartButton, NeedsEachConditionOfACd) {
 }
 
 TEST(StartButton, NeedsAReadyWritableDvdWhateverItsStatus) {
-    DiscState disc = ReadyDisc(MediaKind::DvdPlusR);
+    DiscFacts disc = ReadyDisc(MediaKind::DvdPlusR);
     disc.status = DiscStatus::Closed;
     EXPECT_TRUE(CanStartBackup(Medium::Dvd, disc, Roomy()));
     disc.isDvdReady = false;
@@ -76,7 +76,7 @@ TEST(StartButton, NeedsAReadyWritableDvdWhateverItsStatus) {
 
 TEST(StartButton, NeedsSomethingSelectedThatStaysBelowBothSpaces) {
     for (const Medium medium : AllMedia) {
-        const DiscState disc = ReadyDisc(medium == Medium::Dvd ? MediaKind::DvdMinusR : MediaKind::CdRw);
+        const DiscFacts disc = ReadyDisc(medium == Medium::Dvd ? MediaKind::DvdMinusR : MediaKind::CdRw);
         EXPECT_FALSE(CanStartBackup(medium, disc, Roomy(0)));
         EXPECT_TRUE(CanStartBackup(medium, disc, Roomy(999.9999)));
         EXPECT_FALSE(CanStartBackup(medium, disc, Roomy(1000)));

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/DiscWriter.h"
+#include "shell/MediumOffer.h"
+
+#include <string>
+
+/// The backup window as the disc windows that it opens see it.
+class DiscHost {
+  public:
+    virtual ~DiscHost() = default;
+    virtual Medium MediaType() const = 0;
+    /// The drive that the backup goes to, for USB media.
+    virtual const std::wstring& Drive() const = 0;
+    /// The figure of the required space as it is shown.
+    virtual std::wstring RequiredSpaceText() const = 0;
+    /// The writer component; null when the medium has none.
+    virtual DiscWriter* Writer() = 0;
+    virtual void RefreshDiscInfo() = 0;
+    /// True while an erase runs.
+    virtual bool EffacementEnCour() const = 0;
+    virtual void SetEffacementEnCour(bool isErasing) = 0;
+};

@@ -1,0 +1,416 @@
+#include "backup/frmBackup.h"
+
+#include "backup/DriveEntries.h"
+#include "backup/VolumeLabel.h"
+#include "discutil/frmEffacerCDRW.h"
+#include "discutil/frmInfoDisque.h"
+#include "platform/Drives.h"
+#include "platform/RuntimeError.h"
+#include "shell/DiskDetection.h"
+#include "shell/NumberFormat.h"
+
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr std::array Captions = {
+    ui::Caption{IDC_lblVitesse, 222},       ui::Caption{IDC_lblNomVolume, 223},
+    ui::Caption{IDC_cmdInfoDisque, 204},    ui::Caption{IDC_cmdEffacerDisque, 205},
+    ui::Caption{IDC_lblEspaceRequis, 130},  ui::Caption{IDC_lblEspaceDispo, 131},
+    ui::Caption{IDC_lblEspaceTravail, 167}, ui::Caption{IDC_cmdPrecedent, 132},
+    ui::Caption{IDC_cmdQuitter, 102},       ui::Caption{IDC_cmdLancer, 133},
+    ui::Caption{IDC_fProgression, 209},     ui::Caption{IDC_lblStatutGravure, 134},
+    ui::Caption{IDC_lblStatutGraveur, 219}, ui::Caption{IDC_cmdStopWrite, 135},
+};
+constexpr std::array PanelToolTips = {151, 152, 153, 154, 155};
+constexpr int TitleText = 106;
+
+constexpr int ProgramIcon = 1;
+constexpr COLORREF Red = 255;
+constexpr COLORREF Black = 0;
+constexpr ui::BoundsTwips ProgressPlace{120, 5925, 11640, 1965};
+/// What stands in the progress frame goes where the frame is put, whatever the dialog's font makes of its units.
+struct Placement {
+    int controlId;
+    ui::BoundsTwips place;
+};
+constexpr std::array ProgressPlaces = {
+    Placement{IDC_fProgression, ProgressPlace},
+    Placement{IDC_lblStatutGravure, {270, 6165, 11340, 210}},
+    Placement{IDC_pbProgress, {270, 6390, 11340, 210}},
+    Placement{IDC_lblStatutGraveur, {270, 6705, 11340, 210}},
+    Placement{IDC_pbProgressTotal, {270, 6930, 11340, 210}},
+    Placement{IDC_cmdStopWrite, {9750, 7350, 1860, 345}},
+};
+constexpr RECT SelectionPlace{5, 4, 521, 240};
+constexpr RECT ScanPlace{145, 269, 385, 297};
+constexpr UINT_PTR ClockTimer = 1;
+constexpr UINT ClockMilliseconds = 1000;
+
+} // namespace
+
+frmBackup::frmBackup(Application& app, PasswordQuestion askPassword)
+    : ApplicationForm(app, IDD_frmBackup, L"frmBackupCD"), askPassword_(std::move(askPassword)),
+      watch_(app, *this, [this](const std::wstring& path) { return ctlSelectionFichiers_.SpaceOf(path); }),
+      ctlSelectionFichiers_(app, watch_), ctlScan_(app), discs_(app, state_, *this),
+      steps_(app, {*this, *this, [this] { return ctlSelectionFichiers_.ArrayFichier(); },
+                   [this] { return askPassword_(*this); }}),
+      run_(app, state_, *this, steps_, discs_) {}
+
+void frmBackup::SetDrive(const std::wstring& strDrive) {
+    state_.mstrDrive = strDrive;
+    state_.mstrDrvPreSelect = strDrive;
+}
+
+void frmBackup::OnLoad() {
+    SetIcon(ProgramIcon);
+    SetCancelButton(IDC_cmdPrecedent);
+    SetFrame(IDC_fParametres,
+             {IDC_cmbGraveur, IDC_lblVitesse, IDC_cmbSpeed, IDC_lblNomVolume, IDC_txtDiscLabel, IDC_cmdInfoDisque,
+              IDC_cmdEffacerDisque, IDC_lblEspaceRequis, IDC_lblEspaceDispo, IDC_lblEspaceTravail});
+    SetFrame(IDC_fProgression,
+             {IDC_lblStatutGravure, IDC_pbProgress, IDC_lblStatutGraveur, IDC_pbProgressTotal, IDC_cmdStopWrite});
+    for (const Placement& placement : ProgressPlaces) ui::Control(*this, placement.controlId).Move(placement.place);
+    ConnectControls();
+    stBarDataWriter.SetPanels({2700, 2400, 2700, 2700, 1400});
+    // The system takes the timer away with the window.
+    SetTimer(Handle(), ClockTimer, ClockMilliseconds, nullptr);
+    // Before the selection is loaded, because its predefined sets count at once.
+    app_.requiredSpace = {};
+    app_.availableSpace = {};
+    HostSelection();
+}
+
+void frmBackup::ConnectControls() {
+    cmbGraveur.OnSelect([this] { cmbGraveur_Click(); });
+    cmbSpeed.OnSelect([this] { cmbSpeed_Click(); });
+    cmdInfoDisque.OnClick([this] { cmdInfoDisque_Click(); });
+    cmdEffacerDisque.OnClick([this] { cmdEffacerDisque_Click(); });
+    cmdPrecedent.OnClick([this] { cmdPrecedent_Click(); });
+    cmdQuitter.OnClick([this] { cmdQuitter_Click(); });
+    cmdLancer.OnClick([this] { run_.Launch(); });
+    cmdStopWrite.OnClick([this] { cmdStopWrite_Click(); });
+}
+
+void frmBackup::HostSelection() {
+    ctlSelectionFichiers_.CreateChild(*this, PixelsOf(SelectionPlace));
+    // First in the order in which Tab goes through the window.
+    SetWindowPos(ctlSelectionFichiers_.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+RECT frmBackup::PixelsOf(RECT dialogUnits) const {
+    MapDialogRect(Handle(), &dialogUnits);
+    return dialogUnits;
+}
+
+void frmBackup::OnActivate() {
+    Guarded(L"Form_Activate, module frmBackupCD", [this] {
+        if (!std::exchange(isSetUp_, true)) SetUp();
+        if (IsLoaded()) watch_.CheckWorkSpace();
+    });
+}
+
+bool frmBackup::OnClosing() {
+    // While another window is open over this one, that window is the one to close.
+    return !run_.IsRunning() && !isUnloading_ && IsWindowEnabled(Handle()) != FALSE;
+}
+
+void frmBackup::OnUnload() {
+    isUnloading_ = true;
+    Guarded(L"Form_Unload, module frmBackupCD", [this] {
+        // A writer that is still at work lets messages run until it has stopped.
+        EnableWindow(Handle(), FALSE);
+        discs_.ReleaseWriter();
+        state_.awake.reset();
+        eraseWindow_ = nullptr;
+        parent_ = nullptr;
+    });
+    KillTimer(Handle(), ClockTimer);
+    ctlScan_.Unload();
+    ctlSelectionFichiers_.Unload();
+    app_.machine.messageLoop.SetPointer(Pointer::Default);
+}
+
+std::optional<LRESULT> frmBackup::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+    if (message != WM_TIMER || wParam != ClockTimer) return std::nullopt;
+    ShowTime();
+    return 0;
+}
+
+void frmBackup::InitCaptions() {
+    Guarded(L"InitCaptions, module ctlScan", [this] {
+        SetTitle(Text(TitleText));
+        SetCaptions(Captions);
+        for (std::size_t panel = 0; panel < PanelToolTips.size(); ++panel)
+            stBarDataWriter.SetPanelToolTip(static_cast<int>(panel), Text(PanelToolTips[panel]));
+    });
+}
+
+void frmBackup::SetUp() {
+    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    InitCaptions();
+    ShowTitle();
+    ShowTime();
+    if (state_.IsDiscMedium()) {
+        SetUpDiscs();
+    } else {
+        SetUpDisks();
+    }
+    app_.machine.messageLoop.SetPointer(Pointer::Default);
+}
+
+void frmBackup::ShowTitle() {
+    const std::wstring label = Text(MediumLabelId(state_.miTypeMedia));
+    SetTitle(Title() + L" " + label + L" - Version " + VersionText());
+    fParametres.SetText(label);
+}
+
+/// The scan's progress stands in the settings' place until the writer is known.
+void frmBackup::SetUpDiscs() {
+    constexpr std::int16_t Steps = 3;
+    fParametres.Show(false);
+    ctlScan_.CreateChild(*this, PixelsOf(ScanPlace));
+    ctlScan_.SetMIN(0);
+    ctlScan_.SetMAX(Steps);
+    ui::Form::Refresh();
+    CreateWriter();
+    ctlScan_.SetValue(1);
+    LoadSpeedCombo(L"ChargerComboVitesse, module frmBackupCD");
+    ctlScan_.SetValue(2);
+    txtDiscLabel.SetText(DefaultVolumeLabel(app_));
+    FillWriters();
+    ctlScan_.SetValue(Steps);
+    ctlScan_.Refresh();
+    ctlScan_.Unload();
+    fParametres.Show(true);
+    if (cmbGraveur.Count() > 0) {
+        cmbGraveur_Click();
+    } else {
+        discs_.RefreshDiscInfo();
+    }
+}
+
+void frmBackup::CreateWriter() {
+    Guarded(L"Form_Activate, module frmBackupCD", [this] { discs_.CreateWriter(); });
+}
+
+void frmBackup::FillWriters() {
+    cmbGraveur.Clear();
+    for (const std::wstring& name : discs_.WriterNames()) cmbGraveur.Add(name);
+    if (cmbGraveur.Count() > 0) cmbGraveur.Select(0);
+}
+
+void frmBackup::LoadSpeedCombo(const wchar_t* procedure) {
+    Guarded(procedure, [this] {
+        ActiverControles(false);
+        app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+        cmbSpeed.Clear();
+        speeds_ = discs_.ProbeSpeeds();
+        for (const WriteSpeed& speed : speeds_) cmbSpeed.Add(speed.text);
+        if (!speeds_.empty()) cmbSpeed.Select(0);
+        app_.machine.messageLoop.SetPointer(Pointer::Default);
+        ActiverControles(true);
+    });
+}
+
+void frmBackup::SetUpDisks() {
+    if (state_.miTypeMedia == Medium::RemovableDisk) {
+        LoadComboDrive();
+        if (cmbGraveur.Count() > 0) state_.mstrDrive = DrivePart(cmbGraveur.SelectedText());
+    } else {
+        LoadComboDriveUSB();
+    }
+    RemoveControls();
+    discs_.RefreshDiscInfo();
+    AfficherEspaces();
+}
+
+void frmBackup::LoadComboDrive() {
+    Guarded(L"LoadComboDrive, module frmBackupCD", [this] { FillDrives(DetectRemovableDisks(app_).roots); });
+}
+
+void frmBackup::LoadComboDriveUSB() {
+    Guarded(L"LoadComboDriveUSB, module frmBackupCD", [this] { FillDrives(DetectExternalDisks(app_).roots); });
+}
+
+void frmBackup::FillDrives(const std::vector<std::wstring>& roots) {
+    std::vector<std::wstring> entries;
+    for (const std::wstring& root : roots) entries.push_back(DriveEntry(root, Text(MediumLabelId(state_.miTypeMedia))));
+    cmbGraveur.Clear();
+    for (const std::wstring& entry : entries) cmbGraveur.Add(entry);
+    cmbGraveur.Select(EntryToSelect(entries, state_.mstrDrvPreSelect));
+}
+
+void frmBackup::RemoveControls() {
+    Guarded(L"RemoveControls, module frmBackupCD", [this] {
+        for (ui::Control* control : {static_cast<ui::Control*>(&cmbSpeed), static_cast<ui::Control*>(&txtDiscLabel),
+                                     static_cast<ui::Control*>(&cmdEffacerDisque)}) {
+            control->Enable(false);
+            control->Show(false);
+        }
+        lblVitesse.Show(false);
+        lblNomVolume.Show(false);
+    });
+}
+
+std::wstring frmBackup::GetEspaceTotalUSB() {
+    return Guarded(L"GetEspaceTotalUSB, module frmBackupCD", [this] {
+        const double totalBytes = app_.machine.drives.Space(DrivePart(cmbGraveur.SelectedText())).totalBytes;
+        app_.availableSpace = Currency::FromDouble(totalBytes);
+        return FormatNumber(std::nearbyint(totalBytes * 1000) / 1000, L"# ### ###",
+                            app_.machine.system.DecimalSeparator());
+    });
+}
+
+void frmBackup::cmbGraveur_Click() {
+    Guarded(L"cmbGraveur_Click, module frmBackup", [this] {
+        if (state_.IsDiscMedium()) {
+            if (Writer() == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+            Writer()->SelectWriter(cmbGraveur.Selected());
+        } else if (state_.miTypeMedia == Medium::RemovableDisk) {
+            state_.mstrDrive = DrivePart(cmbGraveur.SelectedText());
+            GetEspaceTotalUSB();
+        }
+        AfficherEspaceDispo();
+        discs_.RefreshDiscInfo();
+        discs_.CheckKind();
+    });
+}
+
+void frmBackup::cmbSpeed_Click() {
+    Guarded(L"cmbSpeed_Click, module frmBackupCD", [this] {
+        if (Writer() == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+        if (const auto speed = SelectedSpeed()) Writer()->SetWriteSpeed(*speed);
+    });
+}
+
+std::optional<double> frmBackup::SelectedSpeed() const {
+    const int row = cmbSpeed.Selected();
+    if (row < 0 || static_cast<std::size_t>(row) >= speeds_.size()) return std::nullopt;
+    return speeds_[static_cast<std::size_t>(row)].speed;
+}
+
+void frmBackup::cmdInfoDisque_Click() {
+    Guarded(L"cmdInfoDisque_Click, module frmBackupCD", [this] {
+        frmInfoDisque window(app_);
+        window.SetParent(*this);
+        window.ShowModal(this);
+        if (IsLoaded()) discs_.RefreshDiscInfo();
+    });
+}
+
+void frmBackup::cmdEffacerDisque_Click() {
+    Guarded(L"cmdEffacerCD_Click, module frmBackupCD", [this] { discs_.EffacerDisque(); });
+}
+
+void frmBackup::ShowEraseWindow() {
+    frmEffacerCDRW window(app_);
+    window.SetParent(*this);
+    eraseWindow_ = &window;
+    window.ShowModal(this);
+    eraseWindow_ = nullptr;
+}
+
+void frmBackup::ShowEraseProgress(std::int16_t percent) {
+    if (eraseWindow_ != nullptr) eraseWindow_->SetEffacementProgress(percent);
+}
+
+void frmBackup::cmdPrecedent_Click() {
+    Guarded(L"cmdPrecedent_Click, module frmBackupCD", [this] {
+        parent_->SetFullExit(false);
+        app_.requiredSpace = {};
+        Unload();
+    });
+}
+
+void frmBackup::cmdQuitter_Click() {
+    Guarded(L"cmdQuitter_Click, module frmBackupCD", [this] { EndProgram(); });
+}
+
+void frmBackup::EndProgram() {
+    if (parent_ != nullptr) parent_->SetFullExit(true);
+    if (!isUnloading_) Unload();
+}
+
+void frmBackup::cmdStopWrite_Click() {
+    Guarded(L"cmdStopWrite_Click, module frmBackupCD", [this] { run_.Stop(); });
+}
+
+void frmBackup::AfficherProgression(bool isBusy) {
+    fParametres.Enable(!isBusy);
+    fParametres.Show(!isBusy);
+    fProgression.Enable(isBusy);
+    fProgression.Show(isBusy);
+    fProgression.Move(ProgressPlace);
+    ActiverControles(!isBusy);
+    cmdLancer.Enable(!isBusy);
+    cmdLancer.Show(!isBusy);
+    cmdStopWrite.Enable(isBusy);
+    app_.machine.messageLoop.RunPending();
+}
+
+void frmBackup::ActiverControles(bool isEnabled) {
+    for (const int controlId :
+         {IDC_fParametres, IDC_cmbGraveur, IDC_cmbSpeed, IDC_txtDiscLabel, IDC_cmdInfoDisque, IDC_pbProgress,
+          IDC_pbProgressTotal, IDC_cmdPrecedent, IDC_cmdQuitter, IDC_stBarDataWriter})
+        ui::Control(*this, controlId).Enable(isEnabled);
+    ctlScan_.SetEnabled(isEnabled);
+    ctlSelectionFichiers_.SetEnabled(isEnabled);
+}
+
+void frmBackup::MajBoutonLancer() {
+    Guarded(L"MajBoutonLancer, module frmBackupCD",
+            [this] { cmdLancer.Enable(CanStartBackup(state_.miTypeMedia, state_.disc, SpacesOf(app_))); });
+}
+
+void frmBackup::AfficherEspaces() {
+    AfficherEspaceDispo();
+    AfficherEspaceRequis();
+    AfficherEspaceTravail();
+}
+
+void frmBackup::AfficherEspaceRequis() {
+    Guarded(L"AfficherEspaceRequis, module frmBackupCD", [this] {
+        lblEspaceRequis.SetText(SpaceFigure(app_, 130, app_.requiredSpace.ToDouble()));
+        lblEspaceRequis.SetColor(SpacesOf(app_).IsMediumFull() ? Red : Black);
+        MajBoutonLancer();
+    });
+}
+
+void frmBackup::AfficherEspaceDispo() {
+    lblEspaceDispo.SetText(SpaceFigure(app_, 131, app_.availableSpace.ToDouble()));
+}
+
+void frmBackup::AfficherEspaceTravail() {
+    Guarded(L"AfficherEspaceTravail, module frmBackupCD",
+            [this] { lblEspaceTravail.SetText(SpaceFigure(app_, 167, app_.dblEspaceDisponible)); });
+}
+
+void frmBackup::MarkWorkSpace(bool isUsedUp) {
+    lblEspaceTravail.SetColor(isUsedUp ? Red : Black);
+}
+
+void frmBackup::ShowPanels(const MediumReport& report) {
+    for (std::size_t panel = 0; panel < static_cast<std::size_t>(Panel::Time); ++panel)
+        stBarDataWriter.SetPanelText(static_cast<int>(panel), report.panels[panel]);
+    ShowTime();
+}
+
+void frmBackup::ShowTime() {
+    const LocalTime now = app_.machine.system.Now();
+    const std::wstring time = FormatNumber(now.hour, L"00", L"") + L":" + FormatNumber(now.minute, L"00", L"");
+    const int panel = static_cast<int>(Panel::Time);
+    if (stBarDataWriter.PanelText(panel) != time) stBarDataWriter.SetPanelText(panel, time);
+}
+
+void frmBackup::ShowEraseButton(bool isVisible, bool isEnabled) {
+    cmdEffacerDisque.Show(isVisible);
+    cmdEffacerDisque.Enable(isEnabled);
+}
+
+void frmBackup::HideStepProgress() {
+    pbProgress.Show(false);
+    lblStatutGraveur.Show(false);
+}

@@ -1,0 +1,146 @@
+#pragma once
+
+#include "archive/BackupParent.h"
+#include "backup/ArchiveSteps.h"
+#include "backup/BackupRun.h"
+#include "backup/BackupState.h"
+#include "backup/BackupView.h"
+#include "backup/DiscHost.h"
+#include "backup/DiscSide.h"
+#include "backup/SelectionWatch.h"
+#include "backup/frmBackupIds.h"
+#include "selection/ctlScan.h"
+#include "selection/ctlSelectionFichiers.h"
+#include "shell/ApplicationForm.h"
+#include "shell/MainWindow.h"
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+class frmEffacerCDRW;
+
+/// The window in which the user chooses what to back up and starts the backup. Each is shown once.
+class frmBackup final : public ApplicationForm, public DiscHost, public BackupParent, private BackupView {
+  public:
+    /// Asks for a new password over a window; false when the user gives none.
+    using PasswordQuestion = std::function<bool(ui::Form& owner)>;
+
+    explicit frmBackup(Application& app, PasswordQuestion askPassword);
+
+    void SetMedia(Medium iMediaType) { state_.miTypeMedia = iMediaType; }
+    /// The drive of a USB medium, such as "E:\".
+    void SetDrive(const std::wstring& strDrive);
+    /// `frm` outlives the window.
+    void SetParent(MainWindow& frm) { parent_ = &frm; }
+
+    void InitCaptions();
+    /// Takes the size of the selected drive for the available space; gives it as text, in bytes.
+    std::wstring GetEspaceTotalUSB();
+    /// Whether no copy or burn is in progress.
+    bool StopWrite() override { return !state_.isOperationInProgress; }
+    bool EffacementEnCour() const override { return state_.isErasing; }
+    void SetEffacementEnCour(bool isErasing) override { state_.isErasing = isErasing; }
+
+    Medium MediaType() const override { return state_.miTypeMedia; }
+    const std::wstring& Drive() const override { return state_.mstrDrive; }
+    std::wstring RequiredSpaceText() const override { return lblEspaceRequis.Text(); }
+    DiscWriter* Writer() override { return discs_.Writer(); }
+    void RefreshDiscInfo() override { discs_.RefreshDiscInfo(); }
+    void RefreshWindow() override { ui::Form::Refresh(); }
+
+  protected:
+    void OnLoad() override;
+    void OnActivate() override;
+    bool OnClosing() override;
+    void OnUnload() override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  private:
+    void ConnectControls();
+    void HostSelection();
+    void SetUp();
+    void SetUpDiscs();
+    void SetUpDisks();
+    void ShowTitle();
+    void CreateWriter();
+    void LoadSpeedCombo(const wchar_t* procedure);
+    void FillWriters();
+    void LoadComboDrive();
+    void LoadComboDriveUSB();
+    void FillDrives(const std::vector<std::wstring>& roots);
+    void RemoveControls();
+    void ShowTime();
+    RECT PixelsOf(RECT dialogUnits) const;
+
+    void cmbGraveur_Click();
+    void cmbSpeed_Click();
+    void cmdInfoDisque_Click();
+    void cmdEffacerDisque_Click();
+    void cmdPrecedent_Click();
+    void cmdQuitter_Click();
+    void cmdStopWrite_Click();
+
+    void AfficherProgression(bool isBusy) override;
+    void ActiverControles(bool isEnabled) override;
+    void MajBoutonLancer() override;
+    void AfficherEspaces() override;
+    void AfficherEspaceRequis() override;
+    void AfficherEspaceDispo();
+    void AfficherEspaceTravail();
+    void MarkWorkSpace(bool isUsedUp) override;
+    void ShowPanels(const MediumReport& report) override;
+    void ShowEraseButton(bool isVisible, bool isEnabled) override;
+    void Refresh() override { ui::Form::Refresh(); }
+    std::wstring RunStatus() const override { return lblStatutGravure.Text(); }
+    void SetRunStatus(const std::wstring& text) override { lblStatutGravure.SetText(text); }
+    void SetWriterStatus(const std::wstring& text) override { lblStatutGraveur.SetText(text); }
+    ProgressBar& StepProgress() override { return stepProgress_; }
+    ProgressBar& TotalProgress() override { return totalProgress_; }
+    void HideStepProgress() override;
+    std::wstring SelectedDrive() const override { return cmbGraveur.SelectedText(); }
+    std::optional<double> SelectedSpeed() const override;
+    std::wstring DiscLabel() const override { return txtDiscLabel.Text(); }
+    void ShowEraseProgress(std::int16_t percent) override;
+    void ShowEraseWindow() override;
+    void EndProgram() override;
+
+    ui::Frame fParametres{*this, IDC_fParametres};
+    ui::ComboBox cmbGraveur{*this, IDC_cmbGraveur};
+    ui::Label lblVitesse{*this, IDC_lblVitesse};
+    ui::ComboBox cmbSpeed{*this, IDC_cmbSpeed};
+    ui::Label lblNomVolume{*this, IDC_lblNomVolume};
+    ui::TextBox txtDiscLabel{*this, IDC_txtDiscLabel};
+    ui::Button cmdInfoDisque{*this, IDC_cmdInfoDisque};
+    ui::Button cmdEffacerDisque{*this, IDC_cmdEffacerDisque};
+    ui::Label lblEspaceRequis{*this, IDC_lblEspaceRequis};
+    ui::Label lblEspaceDispo{*this, IDC_lblEspaceDispo};
+    ui::Label lblEspaceTravail{*this, IDC_lblEspaceTravail};
+    ui::Frame fProgression{*this, IDC_fProgression};
+    ui::Label lblStatutGravure{*this, IDC_lblStatutGravure};
+    ui::ProgressBarControl pbProgress{*this, IDC_pbProgress};
+    ui::Label lblStatutGraveur{*this, IDC_lblStatutGraveur};
+    ui::ProgressBarControl pbProgressTotal{*this, IDC_pbProgressTotal};
+    ui::Button cmdStopWrite{*this, IDC_cmdStopWrite};
+    ui::Button cmdPrecedent{*this, IDC_cmdPrecedent};
+    ui::Button cmdLancer{*this, IDC_cmdLancer};
+    ui::Button cmdQuitter{*this, IDC_cmdQuitter};
+    ui::StatusBar stBarDataWriter{*this, IDC_stBarDataWriter};
+    ControlProgress stepProgress_{pbProgress};
+    ControlProgress totalProgress_{pbProgressTotal};
+
+    BackupState state_;
+    PasswordQuestion askPassword_;
+    SelectionWatch watch_;
+    ctlSelectionFichiers ctlSelectionFichiers_;
+    ctlScan ctlScan_;
+    DiscSide discs_;
+    ArchiveSteps steps_;
+    BackupRun run_;
+    MainWindow* parent_ = nullptr;
+    frmEffacerCDRW* eraseWindow_ = nullptr;
+    std::vector<WriteSpeed> speeds_;
+    bool isSetUp_ = false;
+    bool isUnloading_ = false;
+};

@@ -1,0 +1,127 @@
+#include "discutil/frmEffacerCDRW.h"
+
+#include "discutil/EraseWatchdog.h"
+#include "platform/MessageBoxes.h"
+#include "platform/RuntimeError.h"
+#include "platform/System.h"
+
+#include <array>
+
+namespace {
+
+constexpr int TitleText = 701;
+constexpr std::array Captions = {
+    ui::Caption{IDC_cmdFermer, 407},
+    ui::Caption{IDC_cmdEffacerCD, 703},
+    ui::Caption{IDC_optEffacementComplet, 704},
+    ui::Caption{IDC_optEffacementRapide, 705},
+};
+constexpr int EndTitle = 709;
+constexpr std::int32_t WholeBar = 100;
+constexpr std::uint32_t PauseMilliseconds = 10;
+
+} // namespace
+
+frmEffacerCDRW::frmEffacerCDRW(Application& app) : ApplicationForm(app, IDD_frmEffacerCDRW, L"frmEffacerCDRW") {}
+
+void frmEffacerCDRW::OnLoad() {
+    SetCancelButton(IDC_cmdFermer);
+    cmdEffacerCD.OnClick([this] { cmdEffacerCD_Click(); });
+    cmdFermer.OnClick([this] { cmdFermer_Click(); });
+    pgbEffacement.SetRange(0, WholeBar);
+    optEffacementRapide.Select(IDC_optEffacementRapide, IDC_optEffacementComplet);
+    Guarded(L"Form_Load, module frmEffacerCDRW", [this] { InitCaptions(); });
+}
+
+bool frmEffacerCDRW::OnClosing() {
+    // An erase that has failed may never come to its end: only then can the wait for it be left.
+    return IsWindowEnabled(Handle()) != FALSE && (!isErasing_ || hasFailed_);
+}
+
+void frmEffacerCDRW::OnUnload() {
+    Guarded(L"Form_Unload, module frmEffacerCDRW", [this] {
+        // The erase that is being waited for still has to tell the backup window of its end.
+        if (!isErasing_) parent_ = nullptr;
+    });
+}
+
+void frmEffacerCDRW::InitCaptions() {
+    Guarded(L"InitCaptions, module frmEffacerCDRW", [this] {
+        SetTitle(Text(TitleText));
+        SetCaptions(Captions);
+    });
+}
+
+void frmEffacerCDRW::SetEffacementProgress(std::int32_t percent) {
+    pgbEffacement.SetValue(percent < WholeBar ? percent : WholeBar);
+    if (percent >= WholeBar) cmdFermer.Enable(true);
+}
+
+void frmEffacerCDRW::cmdFermer_Click() {
+    Guarded(L"cmdFermer_Click, module frmEffacerCDRW", [this] {
+        // During an erase its own end closes the window.
+        if (!isErasing_) Unload();
+    });
+}
+
+void frmEffacerCDRW::cmdEffacerCD_Click() {
+    Guarded(L"cmdEffacerCD_Click, module frmEffacerCDRW", [this] {
+        EnableButtons(false);
+        parent_->SetEffacementEnCour(true);
+        if (!IsFullEraseConfirmed()) {
+            EnableButtons(true);
+            parent_->SetEffacementEnCour(false);
+            return;
+        }
+        isErasing_ = true;
+        hasFailed_ = false;
+        StartErase();
+        ReportWriterError();
+        WaitForEnd();
+        if (IsLoaded()) app_.ShowMessage(710, EndTitle, box::Exclamation);
+        EnableButtons(true);
+        parent_->SetEffacementEnCour(false);
+        parent_->RefreshDiscInfo();
+    });
+    const bool hasErased = isErasing_;
+    isErasing_ = false;
+    if (hasErased) Unload();
+}
+
+bool frmEffacerCDRW::IsFullEraseConfirmed() {
+    return optEffacementRapide.IsChecked() || app_.ShowMessage(706, 707, box::YesNo | box::Question) == box::AnswerYes;
+}
+
+void frmEffacerCDRW::StartErase() {
+    DiscWriter* writer = parent_->Writer();
+    if (writer == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    // An error that was shown before does not count against the erase.
+    app_.hasWriterError = false;
+    writer->Erase(optEffacementRapide.IsChecked());
+    app_.machine.messageLoop.SetPointer(Pointer::Default);
+}
+
+void frmEffacerCDRW::ReportWriterError() {
+    if (!app_.hasWriterError) return;
+    app_.hasWriterError = false;
+    hasFailed_ = true;
+    app_.ShowMessage(708, EndTitle, box::Critical);
+}
+
+/// Waits for the whole bar, or until the window is closed after a failure.
+void frmEffacerCDRW::WaitForEnd() {
+    EraseWatchdog watchdog;
+    while (IsLoaded() && pgbEffacement.Value() < WholeBar) {
+        app_.machine.messageLoop.RunPending();
+        ReportWriterError();
+        if (watchdog.IsStalled(static_cast<std::int16_t>(pgbEffacement.Value()), app_.machine.system.Now()))
+            pgbEffacement.SetValue(WholeBar);
+        app_.machine.system.Sleep(PauseMilliseconds);
+    }
+}
+
+void frmEffacerCDRW::EnableButtons(bool isEnabled) {
+    cmdEffacerCD.Enable(isEnabled);
+    cmdFermer.Enable(isEnabled);
+}

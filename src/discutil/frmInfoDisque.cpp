@@ -1,0 +1,73 @@
+#include "discutil/frmInfoDisque.h"
+
+#include "discutil/DiscInformation.h"
+#include "platform/RuntimeError.h"
+
+#include <array>
+
+namespace {
+
+constexpr int TitleText = 601;
+constexpr std::array Captions = {
+    ui::Caption{IDC_cmdOK, 502},
+    ui::Caption{IDC_cmdRafraichir, 605},
+    ui::Caption{IDC_frmInfosDisque, 606},
+    ui::Caption{IDC_lblLabelType, 607},
+    ui::Caption{IDC_lblLabelEspaceUtilise, 608},
+    ui::Caption{IDC_lblLabelStatut, 609},
+    ui::Caption{IDC_lblMoAGraver, 148},
+    ui::Caption{IDC_lblEspaceUtilise, 610},
+    ui::Caption{IDC_lblEstimEspaceUtilise, 611},
+};
+
+bool IsDisc(Medium medium) {
+    return medium == Medium::Cd || medium == Medium::Dvd;
+}
+
+} // namespace
+
+frmInfoDisque::frmInfoDisque(Application& app) : ApplicationForm(app, IDD_frmInfoDisque, L"frmInfoDisque") {}
+
+void frmInfoDisque::OnLoad() {
+    SetCancelButton(IDC_cmdOK);
+    cmdRafraichir.OnClick([this] { cmdRafraichir_Click(); });
+    cmdOK.OnClick([this] { cmdOk_Click(); });
+    Guarded(L"Form_Load, module frmInfoDisque", [this] {
+        InitCaptions();
+        Rafraichir();
+    });
+}
+
+void frmInfoDisque::OnUnload() {
+    Guarded(L"Form_Unload, module frmInfoDisque", [this] { parent_ = nullptr; });
+}
+
+void frmInfoDisque::InitCaptions() {
+    Guarded(L"InitCaptions, module frmInfoDisque", [this] {
+        SetTitle(Text(TitleText));
+        SetCaptions(Captions);
+    });
+}
+
+void frmInfoDisque::Rafraichir() {
+    Guarded(L"Rafraichir, module frmInfoDisque", [this] {
+        const Medium medium = parent_->MediaType();
+        const DiscWriter* writer = parent_->Writer();
+        if (IsDisc(medium) && writer == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+        const DiscInformation information =
+            IsDisc(medium) ? InformationOnDisc(app_, medium, *writer)
+                           : InformationOnDisk(app_, medium, parent_->Drive(), parent_->RequiredSpaceText());
+        lblTypeCD.SetText(information.type);
+        if (information.status) lblStatutCD.SetText(*information.status);
+        lblEspaceUtilise.SetText(information.used);
+        lblEstimEspaceUtilise.SetText(information.estimate);
+    });
+}
+
+void frmInfoDisque::cmdRafraichir_Click() {
+    Guarded(L"cmdRafraichir_Click, module frmInfoDisque", [this] { Rafraichir(); });
+}
+
+void frmInfoDisque::cmdOk_Click() {
+    Guarded(L"cmdOk_Click, module frmInfoDisque", [this] { Unload(); });
+}
