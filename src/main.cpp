@@ -11,6 +11,7 @@
 #include "platform/windows/WindowsStringTable.h"
 #include "platform/windows/WindowsSystem.h"
 #include "platform/windows/WindowsUsbDevices.h"
+#include "restore/frmRestaureCD.h"
 #include "shell/StartUp.h"
 #include "shell/frmMain.h"
 #include "ui/MessagePump.h"
@@ -91,6 +92,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     frmMain::Openers openers;
     openers.showBackup = [&app](frmMain& parent, Medium medium, const std::optional<std::wstring>& drive) {
         ShowBackup(app, parent, medium, drive);
+    };
+    // The restore window is one for the whole run, made when it is first asked for.
+    std::optional<frmRestaureCD> restoreWindow;
+    openers.showRestore = [&](frmMain& parent) {
+        if (!restoreWindow) restoreWindow.emplace(app, parent);
+        restoreWindow->ShowModal(&parent);
     };
     frmMain mainWindow(app, std::move(openers));
     mainWindow.Create();
