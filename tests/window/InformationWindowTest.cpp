@@ -1,0 +1,150 @@
+#include "CaptionFit.h"
+#include "KeyboardReach.h"
+#include "backup/DiscHost.h"
+#include "discutil/frmInfoDisque.h"
+#include "support/FakeMachine.h"
+
+#include <gmock/gmock.h>
+
+#include <windows.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr std::uint64_t Megabyte = 1048576;
+
+class InformationHost : public DiscHost {
+  public:
+    Medium medium = Medium::Cd;
+    std::wstring drive = L"E:\\";
+    std::unique_ptr<DiscWriter> writer;
+
+    Medium MediaType() const override { return medium; }
+    const std::wstring& Drive() const override { return drive; }
+    std::wstring RequiredSpaceText() const override { return L"Required :  1,000"; }
+    DiscWriter* Writer() override { return writer.get(); }
+    void RefreshDiscInfo() override {}
+    bool EffacementEnCour() const override { return false; }
+    void SetEffacementEnCour(bool) override {}
+};
+
+class InformationWindowTest : public testing::Test {
+  protected:
+    InformationWindowTest() : machine(&messages), form(machine.app) {
+        machine.discWriters.cdDrives.push_back({L"CD (G:)", BlankDisc(MediaKind::CdR, 800 * Megabyte)});
+        machine.discWriters.dvdDrives.push_back({L"DVD (H:)", BlankDisc(MediaKind::DvdPlusR, 4482 * Megabyte)});
+    }
+    void Open(Medium medium) {
+        host.medium = medium;
+        if (medium == Medium::Cd) host.writer = machine.discWriters.Create(DiscFamily::Cd);
+        if (medium == Medium::Dvd) host.writer = machine.discWriters.Create(DiscFamily::Dvd);
+        form.SetParent(host);
+        form.Create();
+        form.Show();
+    }
+    FakeDisc& Cd() { return machine.discWriters.cdDrives[0].disc; }
+    FakeDisc& Dvd() { return machine.discWriters.dvdDrives[0].disc; }
+    HWND At(int id) const { return GetDlgItem(form.Handle(), id); }
+    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
+    std::wstring Shown(int id) const {
+        wchar_t text[256] = {};
+        GetWindowTextW(At(id), text, 256);
+        return text;
+    }
+    void ExpectShown(const std::wstring& type, const std::wstring& status, const std::wstring& used,
+                     const std::wstring& estimate) {
+        EXPECT_EQ(Shown(IDC_lblTypeCD), type);
+        EXPECT_EQ(Shown(IDC_lblStatutCD), status);
+        EXPECT_EQ(Shown(IDC_lblEspaceUtilise), used);
+        EXPECT_EQ(Shown(IDC_lblEstimEspaceUtilise), estimate);
+    }
+
+    FormMessageLoop messages;
+    FakeMachine machine;
+    InformationHost host;
+    frmInfoDisque form;
+};
+
+TEST_F(InformationWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
+    const std::map<int, int> captions = {
+        {IDC_cmdOK, 502},        {IDC_cmdRafraichir, 605},         {IDC_frmInfosDisque, 606},
+        {IDC_lblLabelType, 607}, {IDC_lblLabelEspaceUtilise, 608}, {IDC_lblLabelStatut, 609},
+        {IDC_lblMoAGraver, 148}};
+    for (const int language : {0, 10000}) {
+        machine.app.lngLangue = language;
+        Open(Medium::Cd);
+        EXPECT_EQ(form.Title(), machine.app.Text(601));
+        for (const auto& [control, text] : captions) EXPECT_EQ(Shown(control), machine.app.Text(text)) << control;
+        EXPECT_THAT(ClippedCaptions(form.Handle()), IsEmpty());
+        EXPECT_THAT(OverlappingControls(form.Handle()), IsEmpty());
+        EXPECT_THAT(UnreachableControls(form.Handle()), IsEmpty());
+        form.Unload();
+    }
+}
+
+TEST_F(InformationWindowTest, ABlankCdIsVierge) {
+    Open(Medium::Cd);
+    ExpectShown(L"CD-R", L"Vierge", L"0.000 Mo", L"  700,000 Mo");
+}
+
+TEST_F(InformationWindowTest, RefreshReadsAgain) {
+    machine.app.lngLangue = 10000;
+    machine.system.decimalSeparator = L".";
+    Open(Medium::Dvd);
+    Dvd().status = DiscStatus::Open;
+    Dvd().usedBytes = 1000 * Megabyte;
+    Click(IDC_cmdRafraichir);
+    ExpectShown(L"DVD+R", L"Open", L" 1 000.000 Mb", L" 3 300.000 Mb");
+    Dvd().status = DiscStatus::Unknown;
+    Click(IDC_cmdRafraichir);
+    ExpectShown(L"DVD+R", L"Unknown", L"0.000 Mb", L"0.000 Mb");
+}
+
+TEST_F(InformationWindowTest, AStatusWithoutATextKeepsTheOneShown) {
+    Open(Medium::Cd);
+    Cd().status = static_cast<DiscStatus>(7);
+    Cd().usedBytes = 5 * Megabyte;
+    Click(IDC_cmdRafraichir);
+    ExpectShown(L"CD-R", L"Vierge", L"  5,000 Mo", L"  700,000 Mo");
+}
+
+TEST_F(InformationWindowTest, ARemovedUsbDiskIsNotAvailableAndItsUsedSpaceEmpty) {
+    machine.drives.Add(L"E:\\", DriveType::Removable, L"", {100.0 * 1048576, 300.0 * 1048576});
+    Open(Medium::RemovableDisk);
+    ExpectShown(L"Disque amovible", L"Prêt", L"200", L"Required :  1,000");
+    machine.drives.Remove(L"E:\\");
+    Click(IDC_cmdRafraichir);
+    ExpectShown(L"Disque amovible", L"non disponible", L"", L"Required :  1,000");
+}
+
+TEST_F(InformationWindowTest, AnExternalDiskIsNamedSo) {
+    machine.app.lngLangue = 10000;
+    Open(Medium::ExternalDisk);
+    ExpectShown(L"External disk", L"Disconnected", L"", L"Required :  1,000");
+}
+
+TEST_F(InformationWindowTest, AFailureIsReportedAndTheLabelsKeepTheirValues) {
+    Open(Medium::Cd);
+    host.writer.reset();
+    Click(IDC_cmdRafraichir);
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L"Rafraichir, module frmInfoDisque"));
+    ExpectShown(L"CD-R", L"Vierge", L"0.000 Mo", L"  700,000 Mo");
+}
+
+TEST_F(InformationWindowTest, OkAndEscapeCloseIt) {
+    Open(Medium::Cd);
+    Click(IDC_cmdOK);
+    EXPECT_FALSE(form.IsLoaded());
+    Open(Medium::Cd);
+    SendMessageW(form.Handle(), WM_COMMAND, IDCANCEL, 0);
+    EXPECT_FALSE(form.IsLoaded());
+}
+
+} // namespace
