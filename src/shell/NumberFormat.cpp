@@ -7,14 +7,16 @@
 
 namespace {
 
+/// A double holds so many decimal digits for sure.
+constexpr int SafeDigits = 15;
+
 bool IsDigitPlace(wchar_t c) {
     return c == L'#' || c == L'0';
 }
 
-/// `value` (not negative) in plain decimals. A double holds 15 digits for sure; they are what is rounded, so that a
-/// half that it holds a hair low rounds as it reads.
+/// `value` (not negative) in plain decimals. The safe digits are what is rounded, so that a half that a double holds a
+/// hair low rounds as it reads.
 std::wstring Decimals(double value, int places) {
-    constexpr int SafeDigits = 15;
     std::array<char, 40> text{};
     const auto end =
         std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, SafeDigits - 1).ptr;
@@ -26,10 +28,10 @@ std::wstring Decimals(double value, int places) {
     digits.append(scientific, 0, 1).append(scientific, 2, exponentMark - 2);
     int wholeDigits = std::stoi(scientific.substr(exponentMark + 1)) + 2;
     if (wholeDigits < 1) {
-        digits.insert(0, static_cast<std::size_t>(1 - wholeDigits), '0');
+        digits.insert(0, 1 - static_cast<std::size_t>(wholeDigits), '0');
         wholeDigits = 1;
     }
-    const auto kept = static_cast<std::size_t>(wholeDigits + places);
+    const std::size_t kept = static_cast<std::size_t>(wholeDigits) + static_cast<std::size_t>(places);
     const bool roundsUp = kept < digits.size() && digits[kept] >= '5';
     digits.resize(kept, '0');
     for (std::size_t at = kept; roundsUp && at-- > 0;) {

@@ -98,10 +98,11 @@ FolderMeasure FolderSize(const Application& app, const std::wstring& folder, boo
     if (areSubfoldersCounted) return files.Measure(folder);
     FolderMeasure measure;
     if (!files.FolderExists(folder)) return measure;
+    const std::wstring prefix = folder.ends_with(L"\\") ? folder : folder + L"\\";
     for (const std::wstring& name : files.Contents(folder).files) {
         if (name.starts_with(L".")) continue;
         ++measure.fileCount;
-        measure.sizeBytes += files.FileSize(folder + (folder.ends_with(L"\\") ? L"" : L"\\") + name);
+        measure.sizeBytes += files.FileSize(prefix + name);
     }
     return measure;
 }
