@@ -5,7 +5,7 @@
 #include "platform/System.h"
 #include "shell/LongConversion.h"
 
-#include <limits>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -20,11 +20,14 @@ constexpr int FolderOfSetText = 818;
 constexpr int DirectoryText = 822;
 constexpr int FileText = 823;
 
-std::int16_t ToInteger(const std::wstring& text, const std::wstring& decimalSeparator) {
-    const std::int32_t value = ToLong(text, decimalSeparator);
-    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
-        throw RuntimeError(ErrorNumber::Overflow);
-    return static_cast<std::int16_t>(value);
+std::optional<std::int16_t> ToInteger(const std::wstring& text, const std::wstring& decimalSeparator) {
+    try {
+        const std::int32_t value = ToLong(text, decimalSeparator);
+        if (std::in_range<std::int16_t>(value)) return static_cast<std::int16_t>(value);
+    } catch (const RuntimeError&) {
+        // no number
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -36,7 +39,9 @@ void RemplirAttrib(std::int32_t attributes, std::wstring& text) {
 }
 
 std::wstring KindLabel(const Application& app, const std::wstring& kind) {
-    const std::int16_t attributes = ToInteger(kind, app.machine.system.DecimalSeparator());
+    const auto integer = ToInteger(kind, app.machine.system.DecimalSeparator());
+    if (!integer) return {};
+    const std::int16_t attributes = *integer;
     if (attributes == FolderOfSet) return app.Text(FolderOfSetText);
     std::wstring label = app.Text((attributes & DirectoryAttribute) != 0 ? DirectoryText : FileText);
     std::wstring letters;

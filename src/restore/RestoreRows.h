@@ -10,8 +10,8 @@
 /// Appends a letter for each of the file attributes hidden (H), system (S) and read-only (R).
 void RemplirAttrib(std::int32_t attributes, std::wstring& text);
 
-/// What the list calls a kind as it was read. Throws 13 (type mismatch) when it is no number and 6 (overflow) when it
-/// is none of 16 bits.
+/// What the list calls a kind as it was read; empty when it is no number of 16 bits, as where a comma in a path has
+/// shifted the fields.
 std::wstring KindLabel(const Application& app, const std::wstring& kind);
 
 /// The path that an item is extracted by: without the "\*.*" that marks a folder.
@@ -30,7 +30,7 @@ class RestoreRows {
     void Clear();
     /// Says instead of a list that the medium holds no backup. Such rows cannot be ticked.
     void ShowNoBackup(const std::wstring& text);
-    /// Takes the records of a control file. Throws what the label of a row meets; the rows up to it are there then.
+    /// Takes the records of a control file.
     void Add(const Application& app, std::vector<ControlFileRecord> records);
 
     int Count() const { return static_cast<int>(rows_.size()); }

@@ -334,14 +334,13 @@ TEST_F(RestoreWindow, CutControlFileIsReportedAndWhatCouldBeReadIsListed) {
     EXPECT_TRUE(IsEnabled(IDC_cmdLancerRestauration));
 }
 
-TEST_F(RestoreWindow, KindThatIsNoNumberIsReportedUnderMajListeFich) {
-    AddBackup(L"E:\\", "C:\\a,32,Zip0001\r\nC:\\b,c.txt,32\r\n");
+TEST_F(RestoreWindow, CommaInAPathSplitsItAndNothingIsReported) {
+    AddBackup(L"E:\\", "C:\\un,deux.txt,32,Zip0001\r\n");
     OpenFirstDrive();
-    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_EQ(machine.messageBoxes.shown[0].text.find(
-                  L"Erreur nº 13 (Type mismatch) dans la procédure MAJListeFich, module frmRestaureCD"),
-              0u);
-    EXPECT_EQ(RowCount(), 2);
+    EXPECT_TRUE(machine.messageBoxes.shown.empty());
+    ASSERT_EQ(RowCount(), 2);
+    EXPECT_EQ(Cell(0, 0), L"C:\\un");
+    EXPECT_EQ(Cell(1, 0), L"32");
 }
 
 TEST_F(RestoreWindow, UntickingTheLastRowDisablesTheLaunch) {
