@@ -2,8 +2,9 @@
 
 import unittest
 
-from burner import Burner, install_image_mastering
 from system_test import SystemTest
+
+from burner import Burner, install_image_mastering
 
 FRENCH_TITLE = "Copies de sécurité - Version 2.2.0"
 ENGLISH_TITLE = "Backup - Version 2.2.0"
