@@ -27,7 +27,6 @@ constexpr std::array Captions = {
 constexpr std::array PanelToolTips = {151, 152, 153, 154, 155};
 constexpr int TitleText = 106;
 
-constexpr int ProgramIcon = 1;
 constexpr COLORREF Red = 255;
 constexpr COLORREF Black = 0;
 constexpr ui::BoundsTwips ProgressPlace{120, 5925, 11640, 1965};
@@ -65,7 +64,6 @@ void frmBackup::SetDrive(const std::wstring& strDrive) {
 }
 
 void frmBackup::OnLoad() {
-    SetIcon(ProgramIcon);
     SetCancelButton(IDC_cmdPrecedent);
     SetFrame(IDC_fParametres,
              {IDC_cmbGraveur, IDC_lblVitesse, IDC_cmbSpeed, IDC_lblNomVolume, IDC_txtDiscLabel, IDC_cmdInfoDisque,

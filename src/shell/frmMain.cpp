@@ -28,7 +28,6 @@ constexpr std::array Captions = {
     ui::Caption{IDC_externalDriveName, 171},
 };
 
-constexpr int ProgramIcon = 1;
 constexpr int LoadingSteps = 6;
 constexpr int ActionWidthForBackupTwips = 3375;
 constexpr int ActionWidthForRestoreTwips = 5775;
@@ -41,7 +40,6 @@ frmMain::frmMain(Application& app, Openers openers)
     : ApplicationForm(app, IDD_frmMain, L"frmMain"), openers_(std::move(openers)) {}
 
 void frmMain::OnLoad() {
-    SetIcon(ProgramIcon);
     SetCancelButton(IDC_cmdSortie);
     SetFrame(IDC_frmMedium,
              {IDC_optCD, IDC_optDVD, IDC_optDisqueAmovible, IDC_optDisqueExterne, IDC_cboDrive, IDC_cboDisqueExterne,

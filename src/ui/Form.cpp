@@ -11,6 +11,7 @@ namespace {
 
 constexpr const wchar_t* FormProperty = L"Backup.Form";
 constexpr int EraFrameTwips = 375;
+constexpr int ProgramIcon = 1;
 constexpr UINT RunPostedMessage = WM_APP + 1;
 
 INT_PTR Answer(HWND window, LRESULT result) {
@@ -109,11 +110,11 @@ std::wstring Form::Title() const {
     return title;
 }
 
-void Form::SetIcon(int iconId) {
+void Form::ShowProgramIcon() {
     for (const auto& [kind, metric] : {std::pair{ICON_BIG, SM_CXICON}, std::pair{ICON_SMALL, SM_CXSMICON}}) {
         const int size = GetSystemMetrics(metric);
         HANDLE icon =
-            LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(iconId), IMAGE_ICON, size, size, LR_SHARED);
+            LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ProgramIcon), IMAGE_ICON, size, size, LR_SHARED);
         SendMessageW(window_, WM_SETICON, static_cast<WPARAM>(kind), reinterpret_cast<LPARAM>(icon));
     }
 }
@@ -260,6 +261,7 @@ INT_PTR Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     if (const auto result = OnMessage(message, wParam, lParam)) return Answer(window, *result);
     switch (message) {
     case WM_INITDIALOG:
+        ShowProgramIcon();
         OnLoad();
         return TRUE;
     case WM_COMMAND:

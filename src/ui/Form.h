@@ -50,8 +50,6 @@ class Form {
 
     void SetTitle(const std::wstring& title);
     std::wstring Title() const;
-    /// Shows an icon of the program's resources in the title bar and the task bar.
-    void SetIcon(int iconId);
     void Refresh();
     /// Sets the outer height. Heights were made for a caption and frame of 375 twips; where the system's are taller
     /// the difference is added, so that no control is cut.
@@ -105,6 +103,7 @@ class Form {
     bool HandleCommand(int controlId, int code);
     bool HandleNotify(NMHDR& header);
     void RaiseActivate();
+    void ShowProgramIcon();
     void ApplyVisibility(int controlId);
 
     int templateId_;

@@ -66,6 +66,12 @@ TEST(Form, LoadsShowsAndUnloadsOnce) {
     EXPECT_FALSE(form.IsLoaded());
 }
 
+TEST(Form, CarriesTheProgramsIcon) {
+    TestForm form;
+    form.Create();
+    EXPECT_NE(SendMessageW(form.Handle(), WM_GETICON, ICON_SMALL, 0), 0);
+}
+
 TEST(Form, CanBeLoadedAgain) {
     TestForm form;
     form.Create();
