@@ -71,10 +71,8 @@ template<class EventInterface>
 class EventSource : public IConnectionPointContainer, public IConnectionPoint {
   public:
     explicit EventSource(IUnknown& owner) : owner_(owner) {}
-    virtual ~EventSource() {
-        for (auto& sink : sinks_)
-            if (sink.object) --liveObjects;
-    }
+    /// A connection that is still there was forgotten by the client, and goes on counting as alive.
+    virtual ~EventSource() = default;
 
     void* Find(REFIID id) {
         if (id == InterfaceId<IConnectionPointContainer>) return static_cast<IConnectionPointContainer*>(this);
