@@ -36,8 +36,8 @@ constexpr int RestoreDone = 814;
 constexpr int RestoreDoneTitle = 815;
 constexpr int Restored = 819;
 
-constexpr int PathWidthTwips = 7000;
 constexpr int KindWidthTwips = 1400;
+constexpr int ScrollBarWidthTwips = 400;
 
 // A burst of device messages is over within this time; the lists are right well within half a second.
 constexpr UINT RefreshDelayMilliseconds = 200;
@@ -100,7 +100,8 @@ void frmRestaureCD::InitCaptions() {
         ui::Control(*this, IDC_lblDriveName).SetText(WithoutAccessKey(Text(DriveListName)));
         ui::AddMenu(*this, Text(RefreshCaption), {{IDC_mnuRaffraichir_Rafraichir, Text(RefreshCaption) + L"\tF5"}});
         lvFichiersRepertoires.Attach(shownRows_, true);
-        lvFichiersRepertoires.AddColumn(Text(PathHeader), PathWidthTwips);
+        lvFichiersRepertoires.AddColumn(Text(PathHeader),
+                                        lvFichiersRepertoires.Bounds().width - KindWidthTwips - ScrollBarWidthTwips);
         lvFichiersRepertoires.AddColumn(Text(KindHeader), KindWidthTwips);
         // The kind's number and the inner archive's name are for the program.
         lvFichiersRepertoires.AddColumn(L"", 0);
