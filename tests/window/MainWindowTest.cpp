@@ -362,6 +362,34 @@ TEST_F(MainWindowTest, EnglishQuestionHasTheStyleOfTheLanguage) {
     EXPECT_EQ(machine.messageBoxes.shown[0].title, L"Utilization of a USB device for your backup");
 }
 
+TEST_F(MainWindowTest, FixedDriveThatCannotBeOpenedOrQueriedIsNoExternalDisk) {
+    machine.drives.Add(L"K:\\", DriveType::Fixed);
+    machine.drives.Add(L"L:\\", DriveType::Fixed);
+    machine.usb.busTypes[L"L:"] = std::nullopt;
+    AddExternal(L"J:");
+    Start();
+    EXPECT_EQ(EnabledMedia(), Ids{IDC_optDisqueExterne});
+    EXPECT_EQ(Count(IDC_cboDisqueExterne), 1);
+    EXPECT_EQ(Chosen(IDC_cboDisqueExterne), L"J:\\");
+}
+
+TEST_F(MainWindowTest, FailedEnumerationOffersNoExternalDiskAndAsksNothing) {
+    AddExternal(L"J:");
+    machine.usb.serviceNames.clear();
+    Start();
+    EXPECT_EQ(EnabledMedia(), Ids{});
+    EXPECT_TRUE(machine.messageBoxes.shown.empty());
+}
+
+TEST_F(MainWindowTest, BeforeNt6TheBusAloneDecidesOnExternalDisks) {
+    machine.system.version = {2, 5, 1};
+    AddExternal(L"J:");
+    machine.usb.serviceNames.clear();
+    Start();
+    EXPECT_EQ(EnabledMedia(), Ids{IDC_optDisqueExterne});
+    EXPECT_TRUE(machine.messageBoxes.shown.empty());
+}
+
 TEST_F(MainWindowTest, BackupClickedAgainFindsWhatWasAttachedSince) {
     Start();
     AddEverything();
