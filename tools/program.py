@@ -249,6 +249,8 @@ FORMS = {
     "frmBackup": ("frmBackup", "cmdLancer"),
     "frmRestaureCD": ("frmRestaureCD", "lvFichiersRepertoires"),
     "frmMotPasse": ("frmMotPasse", "txtMotPasse"),
+    "frmInfoDisque": ("frmInfoDisque", "cmdRafraichir"),
+    "frmEffacerCDRW": ("frmEffacerCDRW", "cmdEffacerCD"),
 }
 NESTED_FORMS = {"frmBackup": ("ctlSelectionFichiers", "ctlScan")}
 

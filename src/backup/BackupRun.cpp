@@ -109,6 +109,7 @@ void BackupRun::StartWriting(bool hasFailed) {
     // An archive that failed is not written, but the writer is started all the same, on an empty image.
     if (!hasFailed) discs_.AjouterFichiers();
     view_.StepProgress().SetRange(0, WholeBar);
+    view_.StepProgress().SetValue(0);
     // The archive has left the number of its items there.
     view_.TotalProgress().SetRange(0, WholeBar);
     view_.TotalProgress().SetValue(0);

@@ -43,7 +43,7 @@ constexpr std::array ProgressPlaces = {
     Placement{IDC_pbProgressTotal, {270, 6930, 11340, 210}},
     Placement{IDC_cmdStopWrite, {9750, 7350, 1860, 345}},
 };
-constexpr RECT SelectionPlace{5, 4, 521, 240};
+constexpr RECT SelectionPlace{5, 4, 523, 242};
 constexpr RECT ScanPlace{145, 269, 385, 297};
 constexpr UINT_PTR ClockTimer = 1;
 constexpr UINT ClockMilliseconds = 1000;
