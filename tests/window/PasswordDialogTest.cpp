@@ -1,4 +1,5 @@
 #include "CaptionFit.h"
+#include "Footprint.h"
 #include "KeyboardReach.h"
 #include "archive/frmMotPasse.h"
 #include "platform/MessageBoxes.h"
@@ -318,18 +319,16 @@ TEST_F(PasswordDialog, AskingForgetsTheFormerPasswordAndSaysNoWhenCancelled) {
     EXPECT_EQ(machine.app.passwordMode, PasswordMode::Entry);
 }
 
-TEST_F(PasswordDialog, LeavesNoWindowAndNoGdiObjectBehind) {
+TEST_F(PasswordDialog, LeavesNothingBehind) {
     Open(PasswordMode::Creation);
     form.Unload();
-    const DWORD gdiObjects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    const DWORD userObjects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    const Footprint before = FootprintNow();
     for (int round = 0; round < 20; ++round) {
         Open(round % 2 == 0 ? PasswordMode::Creation : PasswordMode::Entry);
         Click(IDC_cmdAideMax);
         form.Unload();
     }
-    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdiObjects);
-    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), userObjects);
+    EXPECT_EQ(FootprintNow(), before);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "CaptionFit.h"
+#include "Footprint.h"
 #include "KeyboardReach.h"
 #include "archive/frmMotPasse.h"
 #include "platform/MessageBoxes.h"
@@ -630,10 +631,9 @@ TEST_F(RestoreWindow, StormOfDevicesLeavesTheListRightAndNothingBehind) {
     AddTwoItems();
     OpenFirstDrive();
     LetRefreshHappen();
-    DWORD handles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    const DWORD gdiObjects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    const DWORD userObjects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    const Footprint before = FootprintNow();
+    EXPECT_GT(before.handles, 0u);
+    EXPECT_GT(before.gdiObjects, 0u);
     for (int change = 0; change < 500; ++change) {
         if (change % 2 == 0)
             machine.drives.Add(L"F:\\", DriveType::Removable, L"PASSAGER");
@@ -650,11 +650,7 @@ TEST_F(RestoreWindow, StormOfDevicesLeavesTheListRightAndNothingBehind) {
     LetRefreshHappen();
     EXPECT_EQ(DriveLinesShown(), Lines{L"E:\\ Disque amovible  Volume : SAUVEGARDE"});
     EXPECT_EQ(RowCount(), 2);
-    DWORD handlesAfter = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handlesAfter);
-    EXPECT_EQ(handlesAfter, handles);
-    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdiObjects);
-    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), userObjects);
+    EXPECT_EQ(FootprintNow(), before);
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
 }
 
@@ -706,8 +702,7 @@ TEST_F(RestoreWindow, CanBeOpenedAgainAndAgain) {
     AddTwoItems();
     Open();
     form.Unload();
-    const DWORD gdiObjects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    const DWORD userObjects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    const Footprint before = FootprintNow();
     for (int round = 0; round < 10; ++round) {
         OpenFirstDrive();
         EXPECT_EQ(RowCount(), 2);
@@ -715,8 +710,7 @@ TEST_F(RestoreWindow, CanBeOpenedAgainAndAgain) {
         form.Unload();
     }
     LetRefreshHappen();
-    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdiObjects);
-    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), userObjects);
+    EXPECT_EQ(FootprintNow(), before);
 }
 
 TEST(WindowProcedureHook, MayGoAfterItsWindow) {
