@@ -18,9 +18,12 @@ SelectionWatch::SelectionWatch(Application& app, BackupView& view, Measure measu
 void SelectionWatch::OnAddFile(const std::wstring& path) {
     Guarded(app_, L"ctlSelectionFichiers_OnAddFile, module frmBackupCD", [&] {
         app_.requiredSpace += measure_(path);
-        view_.AfficherEspaces();
-        view_.MajBoutonLancer();
-        if (SpacesOf(app_).IsMediumFull()) {
+        areFiguresDue_ = true;
+        const Spaces spaces = SpacesOf(app_);
+        // Among many items that fit the figures wait for the last one; a message comes over figures that are right.
+        if (!spaces.IsMediumFull() && !spaces.IsWorkSpaceFull()) return;
+        OnShowChanges();
+        if (spaces.IsMediumFull()) {
             app_.ShowMessage(147, CapacityTitle, box::Exclamation);
         } else {
             CheckWorkSpace();
@@ -45,6 +48,14 @@ void SelectionWatch::OnRemoveAllFile() {
 
 void SelectionWatch::OnRefreshSpace() {
     Guarded(app_, L"ctlSelectionFichiers_OnRefreshSpace, module frmBackupCD", [this] {
+        view_.AfficherEspaces();
+        view_.MajBoutonLancer();
+    });
+}
+
+void SelectionWatch::OnShowChanges() {
+    Guarded(app_, L"ctlSelectionFichiers_OnAddFile, module frmBackupCD", [this] {
+        if (!std::exchange(areFiguresDue_, false)) return;
         view_.AfficherEspaces();
         view_.MajBoutonLancer();
     });

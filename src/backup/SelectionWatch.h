@@ -20,6 +20,7 @@ class SelectionWatch final : public SelectionEvents {
     void OnRemoveFile(const std::wstring& path) override;
     void OnRemoveAllFile() override;
     void OnRefreshSpace() override;
+    void OnShowChanges() override;
 
     /// Tells the user when what is required does not stay below the work space; gives whether it did.
     bool CheckWorkSpace();
@@ -30,4 +31,5 @@ class SelectionWatch final : public SelectionEvents {
     Application& app_;
     BackupView& view_;
     Measure measure_;
+    bool areFiguresDue_ = false;
 };

@@ -37,6 +37,7 @@ void SelectionList::Change(const wchar_t* procedure, Steps&& steps) {
 
 void SelectionList::ShowChanges() {
     view_.RowsChanged(std::exchange(selectedRow_, -1), std::exchange(content_.shownRow, -1));
+    events_.OnShowChanges();
 }
 
 void SelectionList::LoadSets() {

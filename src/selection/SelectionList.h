@@ -26,6 +26,9 @@ class SelectionEvents {
     virtual void OnRemoveAllFile() = 0;
     /// A predefined set has changed the required space.
     virtual void OnRefreshSpace() = 0;
+    /// What was raised since the last time is to be seen now: comes at the end of each of the user's actions, and now
+    /// and then within a long one. Figures that take longer to show than an item to add wait for it.
+    virtual void OnShowChanges() {}
 };
 
 enum class BoxState : std::int16_t { Unchecked = 0, Checked = 1, Grey = 2 };

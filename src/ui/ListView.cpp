@@ -85,6 +85,8 @@ void ListView::Select(int row) {
 }
 
 int ListView::Selected() const {
+    // Asked for a selected row where there is none, the view goes through every row.
+    if (Send(LVM_GETSELECTEDCOUNT) == 0) return -1;
     const auto focused = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED | LVNI_SELECTED));
     return focused >= 0 ? focused : static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
 }

@@ -163,7 +163,26 @@ TEST_F(SelectionWatchTest, AFolderThatChangedBeforeItsRemovalLeavesARemainder) {
 
 TEST_F(SelectionWatchTest, AnAddRefreshesTheFiguresThenTheStartButton) {
     watch.OnAddFile(L"a");
+    watch.OnShowChanges();
     EXPECT_THAT(view.calls, testing::ElementsAre(L"spaces", L"start button"));
+}
+
+TEST_F(SelectionWatchTest, ManyAddsRefreshTheFiguresOnce) {
+    watch.OnAddFile(L"a");
+    watch.OnAddFile(L"b");
+    EXPECT_TRUE(view.calls.empty());
+    watch.OnShowChanges();
+    watch.OnShowChanges();
+    EXPECT_THAT(view.calls, testing::ElementsAre(L"spaces", L"start button"));
+}
+
+TEST_F(SelectionWatchTest, AMessageComesOverFiguresThatAreRight) {
+    machine.app.availableSpace = Bytes(105);
+    machine.messageBoxes.whileShown = [&](const FakeMessageBoxes::Box&) {
+        EXPECT_THAT(view.calls, testing::ElementsAre(L"spaces", L"start button"));
+    };
+    watch.OnAddFile(L"a");
+    EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
 }
 
 TEST_F(SelectionWatchTest, ReachingTheAvailableSpaceShowsMessage147OnceAndNoWorkSpaceCheck) {

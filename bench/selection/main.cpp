@@ -1,0 +1,245 @@
+// Measures the selection list in its real window on real files. Takes the folder that `bench/selection.py` has filled.
+
+#include "backup/frmBackup.h"
+#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/WindowsStringTable.h"
+#include "platform/windows/WindowsSystem.h"
+#include "selection/ctlSelectionFichiersIds.h"
+#include "support/FakeMachine.h"
+#include "ui/MessagePump.h"
+
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+double Seconds() {
+    LARGE_INTEGER now{};
+    LARGE_INTEGER frequency{};
+    QueryPerformanceCounter(&now);
+    QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+template<typename Steps>
+double TimeOf(Steps steps) {
+    const double start = Seconds();
+    steps();
+    return Seconds() - start;
+}
+
+double PrivateMegabytes() {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return static_cast<double>(counters.PagefileUsage) / 1048576.0;
+}
+
+/// The machine as it is where files, texts and times are concerned, with room for any amount.
+class BenchMachine {
+    FakeMachine stands_;
+    WindowsStringTable strings_;
+    WindowsSystem system_;
+    FormMessageLoop messageLoop_;
+
+  public:
+    WindowsFiles files;
+    Application app{Machine{strings_, stands_.drives, stands_.usb, files, stands_.processes, system_, stands_.eventLog,
+                            stands_.messageBoxes, messageLoop_, stands_.discWriters}};
+
+    BenchMachine() {
+        stands_.drives.Add(L"C:\\", DriveType::Fixed);
+        stands_.drives.Add(L"E:\\", DriveType::Removable, L"", {5e14, 5e14});
+        app.dblEspaceDisponible = 5e14;
+        app.strRepRacine = L"C:\\bench\\root";
+    }
+    std::size_t MessagesShown() const { return stands_.messageBoxes.shown.size(); }
+};
+
+class ClosedMainWindow : public MainWindow {
+  public:
+    bool FullExit() const override { return false; }
+    void SetFullExit(bool) override {}
+};
+
+/// The backup window for a removable disk, with the folder of the user's documents open.
+class Window {
+  public:
+    Window(BenchMachine& machine, const std::wstring& profile) : backup_(machine.app, [](ui::Form&) { return false; }) {
+        SetEnvironmentVariableW(L"UserProfile", profile.c_str());
+        machine.app.requiredSpace = Currency();
+        backup_.SetMedia(Medium::RemovableDisk);
+        backup_.SetDrive(L"E:\\");
+        backup_.SetParent(main_);
+        openSeconds_ = TimeOf([this] {
+            backup_.Create();
+            backup_.Show();
+        });
+        ui::RunPendingMessages();
+        control_ = GetParent(Inside(backup_.Handle(), IDC_lvFichRep));
+    }
+
+    double OpenSeconds() const { return openSeconds_; }
+    HWND At(int id) const { return GetDlgItem(control_, id); }
+    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
+    int RowCount() const { return ListView_GetItemCount(At(IDC_lvFichRep)); }
+    void SelectAllFiles() const { SendMessageW(At(IDC_flbSelectFichier), LB_SETSEL, TRUE, -1); }
+    void SelectRow(int row) const {
+        // Wine goes through every row when the selection moves by itself.
+        const int selected = ListView_GetNextItem(At(IDC_lvFichRep), -1, LVNI_FOCUSED | LVNI_SELECTED);
+        if (selected >= 0) ListView_SetItemState(At(IDC_lvFichRep), selected, 0, LVIS_SELECTED | LVIS_FOCUSED);
+        ListView_SetItemState(At(IDC_lvFichRep), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    }
+
+  private:
+    static HWND Inside(HWND window, int id) {
+        for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            if (HWND found = GetDlgItem(child, id)) return found;
+        }
+        return nullptr;
+    }
+
+    ClosedMainWindow main_;
+    frmBackup backup_;
+    HWND control_ = nullptr;
+    double openSeconds_ = 0;
+};
+
+void Row(const char* what, const char* format, double value, const std::string& target) {
+    char text[64];
+    std::snprintf(text, sizeof text, format, value);
+    std::printf("| %s | %s | %s |\n", what, text, target.c_str());
+    std::fflush(stdout);
+}
+
+int failures = 0;
+
+/// Rows that are not as many as they should be make every figure worthless.
+void Expect(int seen, int wanted, const char* what) {
+    if (seen == wanted) return;
+    std::printf("%s: %d rows instead of %d\n", what, seen, wanted);
+    ++failures;
+}
+
+/// Seconds per item of adding all files of a folder by the button.
+double AddAll(BenchMachine& machine, int count) {
+    const double before = PrivateMegabytes();
+    Window window(machine, L"C:\\bench\\" + std::to_wstring(count));
+    window.SelectAllFiles();
+    const double seconds = TimeOf([&] { window.Click(IDC_cmdAjouterFichier); });
+    Expect(window.RowCount(), count, "adding");
+    const std::string items = std::to_string(count) + " files";
+    Row(("open the folder of " + items + ", s").c_str(), "%.3f", window.OpenSeconds(), "");
+    Row(("add " + items + ", s").c_str(), "%.3f", seconds, count == 100000 ? "10" : "");
+    Row(("add " + items + ", microseconds each").c_str(), "%.1f", seconds / count * 1e6, "");
+    if (count == 100000) {
+        Row("private memory of the window with 100000 rows, MB", "%.1f", PrivateMegabytes() - before, "100");
+        std::mt19937 random(1);
+        double total = 0;
+        double worst = 0;
+        for (int removals = 0; removals < 1000; ++removals) {
+            window.SelectRow(static_cast<int>(random() % static_cast<unsigned>(window.RowCount())));
+            const double removal = TimeOf([&] { window.Click(IDC_cmdEffacerFichierListe); });
+            total += removal;
+            worst = std::max(worst, removal);
+        }
+        Expect(window.RowCount(), count - 1000, "removing rows");
+        Row("remove one of 100000 rows, mean of 1000, ms", "%.3f", total, "5");
+        Row("remove one of 100000 rows, slowest of 1000, ms", "%.3f", worst * 1000, "");
+    }
+    const double removeAll = TimeOf([&] { window.Click(IDC_cmdEffacerTouteListe); });
+    Expect(window.RowCount(), 0, "removing all");
+    Row(("remove the whole list of " + items + ", s").c_str(), "%.4f", removeAll, "");
+    return seconds / count;
+}
+
+void ReadListFile(BenchMachine& machine) {
+    constexpr int Entries = 10000;
+    machine.app.strRepRacine = L"C:\\bench\\sets";
+    Window window(machine, L"C:\\bench\\empty");
+    Expect(window.RowCount(), Entries, "the predefined set");
+    Row("open the window with a list file of 10000 entries, s", "%.3f", window.OpenSeconds(), "");
+    const double taken = TimeOf([&] { window.Click(IDC_chkSauvOKR1); });
+    Expect(window.RowCount(), 0, "unchecking the set");
+    const double added = TimeOf([&] { window.Click(IDC_chkSauvOKR1); });
+    Expect(window.RowCount(), Entries, "checking the set");
+    Row("uncheck a set of 10000 entries, s", "%.3f", taken, "");
+    Row("check a set of 10000 entries, s", "%.3f", added, "");
+    machine.app.strRepRacine = L"C:\\bench\\root";
+}
+
+/// What cannot be done without: one enumeration of every folder, and nothing else.
+std::uint64_t BareMeasure(std::wstring& folder) {
+    constexpr DWORD LargeFetch = 2;
+    const std::size_t length = folder.size();
+    folder += L"\\*";
+    WIN32_FIND_DATAW entry{};
+    HANDLE search = FindFirstFileExW(folder.c_str(), static_cast<FINDEX_INFO_LEVELS>(1), &entry, FindExSearchNameMatch,
+                                     nullptr, LargeFetch);
+    folder.resize(length);
+    if (search == INVALID_HANDLE_VALUE) return 0;
+    std::uint64_t bytes = 0;
+    do {
+        if (entry.cFileName[0] == L'.') continue;
+        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            folder += L'\\';
+            folder += entry.cFileName;
+            bytes += BareMeasure(folder);
+            folder.resize(length);
+        } else {
+            bytes += static_cast<std::uint64_t>(entry.nFileSizeHigh) << 32 | entry.nFileSizeLow;
+        }
+    } while (FindNextFileW(search, &entry));
+    FindClose(search);
+    return bytes;
+}
+
+void MeasureFolder(BenchMachine& machine) {
+    constexpr std::size_t Rounds = 7;
+    std::array<double, Rounds> program{};
+    std::array<double, Rounds> bare{};
+    for (std::size_t round = 0; round < Rounds; ++round) {
+        std::uint64_t bareBytes = 0;
+        std::uint64_t programBytes = 1;
+        std::wstring folder = L"C:\\bench\\tree";
+        bare[round] = TimeOf([&] { bareBytes = BareMeasure(folder); });
+        program[round] = TimeOf([&] { programBytes = machine.files.Measure(L"C:\\bench\\tree", [] {}).sizeBytes; });
+        if (bareBytes != programBytes || bareBytes == 0) {
+            std::printf("the two measurements differ\n");
+            ++failures;
+        }
+    }
+    std::sort(program.begin(), program.end());
+    std::sort(bare.begin(), bare.end());
+    Row("measure 50000 files in 500 folders, median of 7, ms", "%.1f", program[Rounds / 2] * 1000, "");
+    Row("the bare enumeration of the same, median of 7, ms", "%.1f", bare[Rounds / 2] * 1000, "");
+    Row("measuring against the bare enumeration", "%.3f", program[Rounds / 2] / bare[Rounds / 2], "1.1");
+}
+
+} // namespace
+
+int main() {
+    BenchMachine machine;
+    std::printf("| what | measured | at most |\n|---|---|---|\n");
+    AddAll(machine, 1000); // what the first window loads once is no part of the work
+    std::printf("| (the first window of the process ends here) | | |\n");
+    const double perItemOfThousand = AddAll(machine, 1000);
+    AddAll(machine, 10000);
+    const double perItemOfHundredThousand = AddAll(machine, 100000);
+    Row("time per item at 100000 against that at 1000", "%.3f", perItemOfHundredThousand / perItemOfThousand, "1.3");
+    ReadListFile(machine);
+    MeasureFolder(machine);
+    if (machine.MessagesShown() > 0) {
+        std::printf("%zu messages came up\n", machine.MessagesShown());
+        ++failures;
+    }
+    return failures > 0 ? 1 : 0;
+}
