@@ -10,6 +10,7 @@
 #include "shell/ErrorReport.h"
 
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -138,8 +139,10 @@ void PredefinedSets::AddItem(const clsFileInfo& probe, std::int32_t setIndex) {
         }
         return;
     }
-    content_.collection->Add(probe.strNom, probe.lngType);
-    content_.rows.Add({probe.strNom, isFolder, setIndex, SetRowColor});
+    const auto item = content_.collection->Add(probe.strNom, probe.lngType);
+    SelectionRow row{std::make_shared<std::wstring>(probe.strNom), false, isFolder, setIndex, SetRowColor};
+    row.ShareText(item);
+    content_.rows.Add(std::move(row));
     content_.shownRow = content_.rows.Count() - 1;
     app_.requiredSpace += SpaceOf(probe.strNom, isFolder);
     ++content_.arrNbItemsAjoutes[set];
@@ -166,7 +169,7 @@ void PredefinedSets::ViderArray(const std::wstring& listFile) {
 void PredefinedSets::EffacerMultiple(const std::wstring& pattern) {
     Guarded(app_, L"EffacerMultiple, module modFonctionsCommunes", [&] {
         content_.rows.VisitBackwards([&](SelectionRow& row) {
-            if (row.color == SetRowColor && IsMatch(pattern, row.text)) RemoveItem(row);
+            if (row.color == SetRowColor && IsMatch(pattern, *row.path)) RemoveItem(row);
             work_.Continue();
         });
     });
@@ -174,7 +177,7 @@ void PredefinedSets::EffacerMultiple(const std::wstring& pattern) {
 
 /// Takes the row and its record out before the measuring, which may fail: what is not shown is not backed up.
 void PredefinedSets::RemoveItem(SelectionRow& row) {
-    const std::wstring path = row.Path();
+    const std::wstring path = *row.path;
     const bool isFolder = row.isFolder;
     content_.rows.Mark(row);
     if (content_.collection->Find(path, isFolder ? KindFolder : KindFile) != nullptr) content_.collection->Remove(path);

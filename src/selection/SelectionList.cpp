@@ -94,20 +94,24 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
     Change(L"AjouterFichRep, module frmBackupCD", [&] {
         clsFileInfo probe{sChemin, KindFile, {}};
         bool hasLastRow = true;
-        if (IsFolderPattern(sChemin)) {
+        const bool isPattern = IsFolderPattern(sChemin);
+        if (isPattern) {
             hasLastRow = AddPatternRows(sChemin, lngCouleur) > 0;
         } else {
             if (sChemin.find(L"*.*") != std::wstring::npos) probe.strNom = Without(sChemin, AllFiles);
             const bool isFolder = app_.machine.files.IsDirectory(probe.strNom);
             if (isFolder) probe = {WithoutTrailingBackslash(probe.strNom), KindFolder, {}};
-            AddRow(isFolder ? probe.strNom + std::wstring(AllFiles) : probe.strNom, isFolder, lngCouleur);
+            AddRow(probe.strNom, isFolder, lngCouleur);
         }
         if (content_.collection->ContainsItem(probe)) {
             if (hasLastRow) content_.rows.Remove(RowCount() - 1);
             selectedRow_ = -1;
             return;
         }
-        if (blnAjouterCollection) content_.collection->Add(probe.strNom, probe.lngType);
+        if (blnAjouterCollection) {
+            const auto item = content_.collection->Add(probe.strNom, probe.lngType);
+            if (!isPattern) content_.rows.Last().ShareText(item);
+        }
         events_.OnAddFile(probe.strNom);
         work_.Continue();
     });
@@ -115,12 +119,12 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
 
 std::size_t SelectionList::AddPatternRows(const std::wstring& pattern, std::int32_t color) {
     const std::vector<std::wstring> names = app_.machine.files.Find(pattern);
-    for (const std::wstring& name : names) AddRow(FolderPart(pattern) + name + std::wstring(AllFiles), true, color);
+    for (const std::wstring& name : names) AddRow(FolderPart(pattern) + name, true, color);
     return names.size();
 }
 
-void SelectionList::AddRow(const std::wstring& text, bool isFolder, std::int32_t color) {
-    content_.rows.Add({text, isFolder, NoSet, color});
+void SelectionList::AddRow(const std::wstring& path, bool isFolder, std::int32_t color) {
+    content_.rows.Add({std::make_shared<std::wstring>(path), isFolder, isFolder, NoSet, color});
     selectedRow_ = RowCount() - 1;
 }
 
@@ -174,8 +178,8 @@ void SelectionList::DetruireItem(std::int32_t iIndex) {
 
 /// A set's folder row carries the bare path, the user's own has "\*.*" after it: either finds its record.
 void SelectionList::RemoveRecordOf(const SelectionRow& row) {
-    const auto record = content_.collection->Find(row.Path(), row.isFolder ? KindFolder : KindFile);
-    if (record == nullptr || record->strNom != row.Path()) return;
+    const auto record = content_.collection->Find(*row.path, row.isFolder ? KindFolder : KindFile);
+    if (record == nullptr || record->strNom != *row.path) return;
     events_.OnRemoveFile(record->strNom);
     content_.collection->Remove(record->strNom);
 }

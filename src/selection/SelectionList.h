@@ -100,7 +100,7 @@ class SelectionList {
     void Change(const wchar_t* procedure, Steps&& steps);
     void ListeFichiersRemplir();
     std::size_t AddPatternRows(const std::wstring& pattern, std::int32_t color);
-    void AddRow(const std::wstring& text, bool isFolder, std::int32_t color);
+    void AddRow(const std::wstring& path, bool isFolder, std::int32_t color);
     void RemoveRecordOf(const SelectionRow& row);
     void SetBoxState(std::int32_t index, BoxState state);
     void SetBoxQuietly(std::int32_t index, BoxState state);

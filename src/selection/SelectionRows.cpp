@@ -2,7 +2,6 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
-#include "selection/PathRules.h"
 
 #include <functional>
 #include <utility>
@@ -14,10 +13,6 @@ std::size_t HashOf(const std::wstring& upperCaseText) {
 }
 
 } // namespace
-
-std::wstring SelectionRow::Path() const {
-    return isFolder && text.ends_with(AllFiles) ? text.substr(0, text.size() - AllFiles.size()) : text;
-}
 
 const SelectionRow& SelectionRows::At(std::int32_t position) const {
     if (position < 0 || position >= Count()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
@@ -50,7 +45,7 @@ SelectionRow* SelectionRows::Find(const std::wstring& text) {
     const auto [first, last] = index_.equal_range(HashOf(upper));
     for (auto entry = first; entry != last; ++entry) {
         SelectionRow* row = entry->second;
-        if (!row->isRemoved && UpperCase(row->text) == upper) return row;
+        if (!row->isRemoved && UpperCase(row->Text()) == upper) return row;
     }
     return nullptr;
 }
@@ -68,7 +63,7 @@ void SelectionRows::Sweep() {
 }
 
 void SelectionRows::EnterInIndex(SelectionRow& row) {
-    index_.emplace(HashOf(UpperCase(row.text)), &row);
+    index_.emplace(HashOf(UpperCase(row.Text())), &row);
 }
 
 void SelectionRows::DropIndex() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "selection/PathRules.h"
+#include "selection/clsFileInfo.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -14,16 +17,20 @@ inline constexpr std::int32_t NoSet = -1;
 
 /// One row of the selection's list as it is shown. Its number is its position.
 struct SelectionRow {
-    std::wstring text; ///< the path; with "\*.*" after it where the user added a folder
+    std::shared_ptr<const std::wstring> path; ///< its item's own text where it has one: long lists hold each path once
+    bool hasAllFiles = false;                 ///< "\*.*" is shown after the path: a folder that the user added
     bool isFolder = false;
     std::int32_t setIndex = NoSet;
     std::int32_t color = 0;
-
-    bool IsBold() const { return color != 0; }
-    /// The path without the "\*.*".
-    std::wstring Path() const;
-
     bool isRemoved = false; ///< marked to go with the next sweep
+
+    /// What the row shows.
+    std::wstring Text() const { return hasAllFiles ? *path + std::wstring(AllFiles) : *path; }
+    bool IsBold() const { return color != 0; }
+    /// Takes the path's text from the row's item from now on; nothing to do without one.
+    void ShareText(const std::shared_ptr<clsFileInfo>& item) {
+        if (item != nullptr) path = {item, &item->strNom};
+    }
 };
 
 /// The selection's rows in order. Positions count from 0 here.
@@ -35,6 +42,8 @@ class SelectionRows {
 
     /// Appends a row. The reference holds until the row is removed.
     SelectionRow& Add(SelectionRow row);
+    /// The row added last; there must be one.
+    SelectionRow& Last() { return *rows_.back(); }
     void Remove(std::int32_t position);
     void Clear();
 

@@ -204,7 +204,7 @@ std::wstring ctlSelectionFichiers::Cell(int row, int column) const {
     case 0:
         return std::to_wstring(row + 1);
     case 1:
-        return item.text;
+        return item.Text();
     case 2:
         return app_.Text(item.isFolder ? FolderKind : FileKind);
     default:

@@ -72,6 +72,10 @@ void ListView::Redraw() {
 }
 
 void ListView::Select(int row) {
+    if (row >= 0 && Send(LVM_GETSELECTEDCOUNT) == 1 && Selected() == row) {
+        ShowRow(row);
+        return;
+    }
     LVITEMW item{};
     item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
     // Row by row: told about all rows at once, or where only one can be selected about another one, the view goes

@@ -34,7 +34,7 @@ struct SelectionBench {
         std::vector<std::wstring> rows;
         for (std::int32_t at = 0; at < list.RowCount(); ++at) {
             const SelectionRow& row = list.Row(at);
-            std::wstring text = (row.color == 255 && row.IsBold() ? L"!" : L"") + row.text;
+            std::wstring text = (row.color == 255 && row.IsBold() ? L"!" : L"") + row.Text();
             text += row.isFolder ? L"|folder|" : L"|file|";
             if (row.setIndex != NoSet) text += std::to_wstring(row.setIndex);
             rows.push_back(text);

@@ -184,7 +184,7 @@ TEST_F(SelectionListTest, RemovingAMiddleRowSelectsTheOneThatTookItsPlace) {
     Add(L"C:\\Data\\a.txt");
     list.EffacerFichierListe(1);
     EXPECT_EQ(screen.selected, 1);
-    EXPECT_EQ(list.Row(1).text, L"C:\\Data\\a.txt");
+    EXPECT_EQ(list.Row(1).Text(), L"C:\\Data\\a.txt");
 }
 
 TEST_F(SelectionListTest, RemovingWithoutASelectedRowOrWithoutRowsDoesNothing) {
@@ -266,8 +266,8 @@ TEST_F(SelectionListTest, HundredThousandRowsAreNumberedByTheirPosition) {
     list.AddFiles(L"X:\\", names);
     ASSERT_EQ(list.RowCount(), 100000);
     list.DetruireItem(40000);
-    EXPECT_EQ(list.Row(40000).text, L"X:\\40001");
-    EXPECT_EQ(list.Row(99998).text, L"X:\\99999");
+    EXPECT_EQ(list.Row(40000).Text(), L"X:\\40001");
+    EXPECT_EQ(list.Row(99998).Text(), L"X:\\99999");
     EXPECT_EQ(list.ArrayFichier()->Item(40001)->strNom, L"X:\\40001");
 }
 
