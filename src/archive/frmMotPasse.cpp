@@ -68,6 +68,14 @@ void frmMotPasse::OnLoad() {
     Form_Load();
 }
 
+bool frmMotPasse::OnClosing() {
+    // While a message is open over the dialog, the message is the one to close.
+    if (IsWindowEnabled(Handle()) == FALSE) return false;
+    // The cross may come between the check of a password and its keeping: nothing was accepted then.
+    app_.passwordResult = 0;
+    return true;
+}
+
 void frmMotPasse::OnUnload() {
     // Nothing of a password stays in the boxes' memory.
     for (ui::TextBox* box : {&txtMotPasse, &txtConfirmation}) {

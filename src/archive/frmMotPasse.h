@@ -11,6 +11,7 @@ class frmMotPasse final : public ApplicationForm {
 
   protected:
     void OnLoad() override;
+    bool OnClosing() override;
     void OnUnload() override;
 
   private:

@@ -248,6 +248,24 @@ TEST_F(PasswordDialog, EscapeCancels) {
     EXPECT_EQ(machine.app.passwordResult, 0);
 }
 
+TEST_F(PasswordDialog, CrossCancelsEvenRightAfterOk) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, GoodPassword);
+    Type(IDC_txtConfirmation, GoodPassword);
+    PostMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    Click(IDC_cmdOK);
+    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_EQ(machine.app.passwordResult, 0);
+    EXPECT_EQ(machine.app.backupPassword, L"");
+}
+
+TEST_F(PasswordDialog, StaysWhileAMessageIsOpenOverIt) {
+    Open(PasswordMode::Creation);
+    EnableWindow(form.Handle(), FALSE);
+    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(form.IsLoaded());
+}
+
 TEST_F(PasswordDialog, OkIsTheDefaultButton) {
     Open(PasswordMode::Creation);
     EXPECT_EQ(LOWORD(SendMessageW(form.Handle(), DM_GETDEFID, 0, 0)), IDC_cmdOK);
