@@ -254,6 +254,41 @@ TEST_F(RestoreWindow, ClosingTakesTheWorkFolderAway) {
     EXPECT_FALSE(machine.files.FolderExists(WorkFolder));
 }
 
+TEST_F(RestoreWindow, WorkFolderThatCannotGoIsReportedAndTheCrossStillCloses) {
+    Open();
+    const std::wstring leftOver = std::wstring(WorkFolder) + L"\\left.over";
+    machine.files.AddFile(leftOver);
+    machine.files.SetReadOnly(leftOver);
+    Click(IDC_cmdFermer);
+    EXPECT_TRUE(form.IsLoaded());
+    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    EXPECT_FALSE(form.IsLoaded());
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
+    EXPECT_EQ(machine.messageBoxes.shown[0].text.find(
+                  L"Erreur nº 70 (Permission denied) dans la procédure cmdFermer_Click, module frmRestaureCD"),
+              0u);
+    EXPECT_EQ(machine.messageBoxes.shown[1].text.find(
+                  L"Erreur nº 70 (Permission denied) dans la procédure Form_Unload, module frmRestaureCD"),
+              0u);
+    EXPECT_TRUE(machine.files.FileExists(leftOver));
+}
+
+TEST_F(RestoreWindow, LeftOverThatCannotGoIsReportedAndTheDrivesCanStillBeListed) {
+    AddTwoItems();
+    const std::wstring leftOver = std::wstring(WorkFolder) + L"\\left.over";
+    machine.files.AddFile(leftOver);
+    machine.files.SetReadOnly(leftOver);
+    Open();
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_EQ(machine.messageBoxes.shown[0].text.find(
+                  L"Erreur nº 70 (Permission denied) dans la procédure Form_Load, module frmRestaureCD"),
+              0u);
+    EXPECT_EQ(DriveLinesShown(), Lines());
+    PostMessageW(At(IDC_cmdFermer), WM_KEYDOWN, VK_F5, 0);
+    ui::RunPendingMessages();
+    EXPECT_EQ(DriveLinesShown().size(), 1u);
+}
+
 TEST_F(RestoreWindow, EscapeCloses) {
     Open();
     PostMessageW(At(IDC_lstDrive), WM_KEYDOWN, VK_ESCAPE, 0);
