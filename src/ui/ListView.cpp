@@ -37,14 +37,17 @@ void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
         return 0;
     });
     if (!hasTicks) return;
-    form.OnNotify(Id(), NM_CLICK, [this](NMHDR& header) -> LRESULT {
-        LVHITTESTINFO hit{};
-        hit.pt = reinterpret_cast<NMITEMACTIVATE&>(header).ptAction;
-        const int row = static_cast<int>(Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
-        if (row >= 0 && (hit.flags & LVHT_ONITEMSTATEICON) != 0 && (hit.flags & LVHT_ONITEMLABEL) == 0 && onTick_)
-            onTick_(row);
-        return 0;
-    });
+    // The second of two quick clicks comes as a double click; on a tick box it counts like the first.
+    for (const UINT click : {NM_CLICK, NM_DBLCLK}) {
+        form.OnNotify(Id(), click, [this](NMHDR& header) -> LRESULT {
+            LVHITTESTINFO hit{};
+            hit.pt = reinterpret_cast<NMITEMACTIVATE&>(header).ptAction;
+            const int row = static_cast<int>(Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+            if (row >= 0 && (hit.flags & LVHT_ONITEMSTATEICON) != 0 && (hit.flags & LVHT_ONITEMLABEL) == 0 && onTick_)
+                onTick_(row);
+            return 0;
+        });
+    }
     form.OnNotify(Id(), LVN_KEYDOWN, [this](NMHDR& header) -> LRESULT {
         const int row = Selected();
         if (reinterpret_cast<NMLVKEYDOWN&>(header).wVKey == VK_SPACE && row >= 0 && onTick_) onTick_(row);

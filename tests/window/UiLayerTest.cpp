@@ -230,6 +230,12 @@ TEST(ListView, ClickOnTheBoxAndSpaceOnTheRowTickOnceEach) {
     ui::RunPendingMessages();
     EXPECT_EQ(ticked.size(), 2u);
     EXPECT_EQ(form.testList.Selected(), 2);
+    // The second of two quick clicks on the box takes the tick back.
+    PostMessageW(list, WM_LBUTTONDBLCLK, MK_LBUTTON, box);
+    PostMessageW(list, WM_LBUTTONUP, 0, box);
+    ui::RunPendingMessages();
+    EXPECT_EQ(ticked, (std::vector<int>{2, 5, 2}));
+    EXPECT_FALSE(ListView_GetCheckState(list, 2));
 }
 
 TEST(ListView, TakesDroppedPathsInTheirOrder) {
