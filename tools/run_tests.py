@@ -191,7 +191,7 @@ LAYERS = {
     "unit": [partial(python_tests, "source", PROJECT / "tests" / "source"),
              native_tests,
              partial(windows_tests, "unit, Windows", "unit_tests", with_display=False)],
-    "window": [partial(windows_tests, "window, discs", "disc_tests", with_display=False, beside=["VirtualBurner.dll"]),
+    "window": [partial(windows_tests, "window, discs", "disc_tests", with_display=True, beside=["VirtualBurner.dll"]),
                partial(windows_tests, "window", "window_tests", with_display=True)],
     "system": [partial(python_tests, "system", PROJECT / "tests" / "system")],
     "fuzz": [fuzz_tests],

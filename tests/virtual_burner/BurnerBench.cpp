@@ -135,6 +135,11 @@ std::string BurnerBench::DiscSetting(wchar_t letter, const std::string& key) {
     return SettingsFile((DriveFolder(letter) / "disc" / "disc.ini").wstring()).Text(key);
 }
 
+bool BurnerBench::HasImage(wchar_t letter) {
+    std::error_code ignored;
+    return fs::exists(DriveFolder(letter) / "disc" / "disc.iso", ignored);
+}
+
 void BurnerBench::InsertDisc(wchar_t letter, const Settings& disc) {
     std::error_code ignored;
     const fs::path prepared = DriveFolder(letter) / "prepared";

@@ -52,6 +52,8 @@ class BurnerBench {
     static void InsertDisc(wchar_t letter, const Settings& disc);
     static std::string DiscSetting(wchar_t letter, const std::string& key);
     static std::filesystem::path DriveFolder(wchar_t letter);
+    /// Whether something was written, or is being written, to the disc.
+    static bool HasImage(wchar_t letter);
     /// Waits until the drive shows what was written.
     bool WaitForContent(wchar_t letter);
 

@@ -1,81 +1,9 @@
 // A disc writer leaves nothing behind, however it ends.
 #include "BurnerBench.h"
+#include "Footprint.h"
 #include "support/DiscWriterContract.h"
 
-#include <tlhelp32.h>
-
-#include <cstddef>
-#include <cstring>
-#include <ostream>
-#include <vector>
-
 namespace {
-
-struct Footprint {
-    std::size_t handles = 0;
-    std::size_t threads = 0;
-    std::size_t windows = 0;
-    long burnerObjects = 0;
-
-    bool operator==(const Footprint&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& stream, const Footprint& footprint) {
-    return stream << footprint.handles << " handles, " << footprint.threads << " threads, " << footprint.windows
-                  << " message windows, " << footprint.burnerObjects << " objects of the burner";
-}
-
-/// Counted in the system's list of all handles: Wine has no count for one process.
-std::size_t HandleCount() {
-    struct Entry {
-        ULONG process;
-        BYTE type;
-        BYTE flags;
-        USHORT handle;
-        void* object;
-        ULONG access;
-    };
-    constexpr ULONG SystemHandles = 16;
-    using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
-    const auto query = reinterpret_cast<Query>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
-    std::vector<BYTE> answer(1 << 20);
-    ULONG sizeBytes = 0;
-    if (query(SystemHandles, answer.data(), static_cast<ULONG>(answer.size()), &sizeBytes) < 0) return 0;
-    ULONG count = 0;
-    std::memcpy(&count, answer.data(), sizeof count);
-    std::size_t own = 0;
-    for (ULONG index = 0; index < count; ++index) {
-        Entry entry{};
-        std::memcpy(&entry, answer.data() + alignof(Entry) + index * sizeof entry, sizeof entry);
-        own += entry.process == GetCurrentProcessId();
-    }
-    return own;
-}
-
-std::size_t MessageWindowCount() {
-    std::size_t count = 0;
-    for (HWND window = nullptr; (window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;) {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        count += process == GetCurrentProcessId();
-    }
-    return count;
-}
-
-std::size_t ThreadCount() {
-    const UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    std::size_t count = 0;
-    for (BOOL isFound = Thread32First(snapshot.Get(), &entry); isFound; isFound = Thread32Next(snapshot.Get(), &entry))
-        count += entry.th32OwnerProcessID == GetCurrentProcessId();
-    return count;
-}
-
-Footprint FootprintNow() {
-    return {HandleCount(), ThreadCount(), MessageWindowCount(), LiveBurnerObjects()};
-}
 
 /// One life of a writer: `turn` decides how far it comes before it ends.
 void LiveOnce(BurnerBench& bench, const std::wstring& file, int turn) {
@@ -127,13 +55,13 @@ TEST(DiscLeaks, TwoHundredLivesLeaveNothingBehind) {
         renew();
         LiveOnce(bench, file, turn);
     }
-    const Footprint before = FootprintNow();
+    const Footprint before = Footprint::Now();
     ASSERT_GT(before.handles, 0u);
     for (int turn = 0; turn < 200; ++turn) {
         renew();
         LiveOnce(bench, file, turn);
     }
-    EXPECT_EQ(FootprintNow(), before);
+    EXPECT_EQ(Footprint::Now(), before);
     EXPECT_EQ(before.burnerObjects, 0);
 }
 

@@ -8,6 +8,12 @@ namespace {
 constexpr UINT EventArrived = WM_APP;
 constexpr wchar_t WindowClassName[] = L"BackupDiscEvents";
 
+bool IsNextStepOf(const DiscEvent& event, const DiscEvent& next) {
+    return event.kind == DiscEvent::Kind::Progress && next.kind == DiscEvent::Kind::Progress &&
+           event.operation == next.operation && event.progress.operation == next.progress.operation &&
+           event.progress.stage == next.progress.stage;
+}
+
 } // namespace
 
 DiscEventQueue::DiscEventQueue(std::function<void(DiscEvent)> onEvent)
@@ -28,7 +34,11 @@ DiscEventQueue::DiscEventQueue(std::function<void(DiscEvent)> onEvent)
 
 void DiscEventQueue::Post(DiscEvent event) {
     std::lock_guard lock(mutex_);
-    events_.push_back(std::move(event));
+    // A window that was busy is told how far the stage has come by now, not every step that it missed.
+    if (!events_.empty() && IsNextStepOf(events_.back(), event))
+        events_.back() = std::move(event);
+    else
+        events_.push_back(std::move(event));
     SetEvent(arrived_.Get());
     if (!isAnnounced_) isAnnounced_ = PostMessageW(window_.Get(), EventArrived, 0, 0) != FALSE;
 }

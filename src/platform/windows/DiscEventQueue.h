@@ -48,7 +48,7 @@ class DiscEventQueue {
     DiscEventQueue(const DiscEventQueue&) = delete;
     DiscEventQueue& operator=(const DiscEventQueue&) = delete;
 
-    /// From any thread.
+    /// From any thread. A step of the stage whose last step still waits takes that one's place.
     void Post(DiscEvent event);
     /// Takes out the first event for which `isWanted` is true.
     std::optional<DiscEvent> Take(const std::function<bool(const DiscEvent&)>& isWanted);

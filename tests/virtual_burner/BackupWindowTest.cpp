@@ -1,0 +1,164 @@
+// The backup window with a disc writer that works: what it leaves behind, and whether it goes on answering.
+#include "BurnerBench.h"
+#include "Footprint.h"
+#include "backup/frmBackup.h"
+#include "selection/ctlSelectionFichiersIds.h"
+#include "support/FakeMachine.h"
+#include "ui/MessagePump.h"
+
+#include <gmock/gmock.h>
+
+#include <shlobj.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string>
+
+namespace {
+
+class QuietMainWindow : public MainWindow {
+  public:
+    bool FullExit() const override { return isFullExit_; }
+    void SetFullExit(bool vbExit) override { isFullExit_ = vbExit; }
+
+  private:
+    bool isFullExit_ = false;
+};
+
+class WindowLoop : public MessageLoop {
+  public:
+    void RunPending() override { ui::RunPendingMessages(); }
+    void SetPointer(Pointer pointer) override { ui::ShowHourglass(pointer == Pointer::Hourglass); }
+};
+
+class BackupWindow : public testing::Test {
+  protected:
+    BackupWindow() {
+        stands_.drives.Add(L"C:\\", DriveType::Fixed, L"", {5e9, 9e9});
+        stands_.files.AddFile(L"C:\\Valcoreaux\\Backup\\7Za.exe", "x");
+        stands_.files.AddSizedFile(L"C:\\Data\\a.txt", 1000000);
+        stands_.files.AddFolder(L"C:\\Temp");
+        stands_.system.SetEnvironment(L"Temp", L"C:\\Temp");
+        stands_.processes.effect = [this](const std::wstring& commandLine) {
+            const bool isOuter = commandLine.find(L"OKRBACKUP.ZIP") != std::wstring::npos;
+            stands_.files.AddSizedFile(isOuter ? L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP"
+                                               : L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip",
+                                       900000);
+        };
+        app_.strRepRacine = L"C:\\Valcoreaux";
+        app_.strProfilUtilisateur = stands_.system.profileFolder;
+        app_.strNomUtilisateur = L"agent";
+        app_.dblEspaceDisponible = 5e9;
+        // What the writer reads is really there.
+        std::error_code ignored;
+        std::filesystem::create_directories(L"C:\\Valcoreaux\\Backup\\zip", ignored);
+        for (const wchar_t* name : {L"_listFich.lst", L"OKRBACKUP.ZIP"})
+            CopyFileW(bench_.MakeFile(name, 400000).c_str(),
+                      (std::wstring(L"C:\\Valcoreaux\\Backup\\zip\\") + name).c_str(), FALSE);
+    }
+
+    void Open() {
+        form_ = std::make_unique<frmBackup>(app_, [this](ui::Form&) {
+            app_.backupPassword = L"Secret-1";
+            return true;
+        });
+        form_->SetMedia(Medium::Cd);
+        form_->SetParent(mainWindow_);
+        form_->Create();
+        form_->Show();
+    }
+    HWND At(int id) const { return GetDlgItem(form_->Handle(), id); }
+    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
+    void Close() {
+        SendMessageW(form_->Handle(), WM_CLOSE, 0, 0);
+        EXPECT_FALSE(form_->IsLoaded());
+        form_.reset();
+    }
+    /// Drops one file on the list.
+    void AddItem() {
+        HWND list = nullptr;
+        for (HWND child = nullptr;
+             !list && (child = FindWindowExW(form_->Handle(), child, L"#32770", nullptr)) != nullptr;)
+            list = GetDlgItem(child, IDC_lvFichRep);
+        constexpr wchar_t Paths[] = L"C:\\Data\\a.txt\0";
+        HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + sizeof Paths);
+        auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
+        header->pFiles = sizeof(DROPFILES);
+        header->fWide = TRUE;
+        std::memcpy(header + 1, Paths, sizeof Paths);
+        GlobalUnlock(memory);
+        SendMessageW(list, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    }
+    void StartBurn() {
+        AddItem();
+        Click(IDC_cmdLancer);
+    }
+    void LiveOnce(int turn) {
+        bench_.Insert(DiscFamily::Cd, 0, MediaKind::CdRw);
+        Open();
+        switch (turn % 4) {
+        case 0: // as it was opened
+            break;
+        case 1: // at the start of a burn
+            StartBurn();
+            break;
+        case 2: // in the middle of one
+            StartBurn();
+            bench_.RunUntil([this] { return BurnerBench::HasImage(L'G'); });
+            break;
+        default: // after a stop, the drive still at work
+            StartBurn();
+            Click(IDC_cmdStopWrite);
+            break;
+        }
+        Close();
+    }
+
+    BurnerBench bench_;
+    WindowLoop loop_;
+    FakeMachine stands_;
+    ImapiDiscWriters discWriters_{loop_};
+    QuietMainWindow mainWindow_;
+    Application app_{Machine{stands_.strings, stands_.drives, stands_.usb, stands_.files, stands_.processes,
+                             stands_.system, stands_.eventLog, stands_.messageBoxes, loop_, discWriters_}};
+    std::unique_ptr<frmBackup> form_;
+};
+
+TEST_F(BackupWindow, TwoHundredLivesWithAWriterAtWorkLeaveNothingBehind) {
+    BurnerBench::SetDrive(L'G', {{"write milliseconds", "300"}, {"stop milliseconds", "20"}, {"shows content", "no"}});
+    // What the system loads once is there after the first windows.
+    for (int turn = 0; turn < 12; ++turn) LiveOnce(turn);
+    const Footprint before = Footprint::Now();
+    ASSERT_GT(before.handles, 0u);
+    ASSERT_GT(before.gdiObjects, 0u);
+    for (int turn = 0; turn < 200; ++turn) LiveOnce(turn);
+    EXPECT_EQ(Footprint::Now(), before);
+    EXPECT_EQ(before.burnerObjects, 0);
+}
+
+TEST_F(BackupWindow, AnswersWithinATenthOfASecondWhileADiscIsWritten) {
+    BurnerBench::SetDrive(L'G', {{"write milliseconds", "1000"}, {"shows content", "no"}});
+    ULONGLONG longest = 0;
+    // A window that waits for the drive does so every time; one that had to wait for this machine's other work does
+    // not.
+    for (int attempt = 0; attempt < 5 && (attempt == 0 || longest > 100); ++attempt) {
+        bench_.Insert(DiscFamily::Cd, 0, MediaKind::CdR);
+        Open();
+        StartBurn();
+        longest = 0;
+        ULONGLONG last = GetTickCount64();
+        bench_.RunUntil([&] {
+            longest = std::max(longest, GetTickCount64() - last);
+            last = GetTickCount64();
+            return BurnerBench::DiscSetting(L'G', "state") == "open";
+        });
+        EXPECT_EQ(BurnerBench::DiscSetting(L'G', "state"), "open");
+        bench_.RunUntil([this] { return !form_->IsLoaded(); });
+        EXPECT_FALSE(form_->IsLoaded());
+        EXPECT_TRUE(mainWindow_.FullExit());
+    }
+    EXPECT_LE(longest, 100u);
+}
+
+} // namespace
