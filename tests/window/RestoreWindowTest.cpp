@@ -674,7 +674,7 @@ TEST_F(RestoreWindow, StormOfDevicesLeavesTheListRightAndNothingBehind) {
             machine.drives.Add(L"F:\\", DriveType::Removable, L"PASSAGER");
         else
             machine.drives.Remove(L"F:\\");
-        PostMessageW(form.Handle(), WM_DEVICECHANGE, change % 2 == 0 ? 0x8000 : 0x8004, 0);
+        SendMessageW(form.Handle(), WM_DEVICECHANGE, change % 2 == 0 ? 0x8000 : 0x8004, 0);
         if (change % 10 == 0) TickByKey(1);
         if (change % 50 == 0) {
             SelectDrive(0);
