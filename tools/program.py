@@ -238,7 +238,8 @@ class Window:
         self.program.driver.call("post", self.handle, WM_CLOSE, 0, 0)
 
     def device_change(self, event=DBT_DEVICEARRIVAL):
-        self.program.driver.call("post", self.handle, WM_DEVICECHANGE, event, 0)
+        """Sent, as Windows does: posted it is refused."""
+        self.program.driver.call("send", self.handle, WM_DEVICECHANGE, event, 0)
 
     def screenshot(self, path):
         self.program.workstation.display.screenshot(path, self.rectangle)

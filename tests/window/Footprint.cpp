@@ -1,44 +1,10 @@
 #include "Footprint.h"
 
+#include "HandleCount.h"
+
 #include <windows.h>
 
-#include <cstring>
-#include <vector>
-
 namespace {
-
-std::size_t HandlesInSystemList() {
-    struct Entry {
-        ULONG process;
-        BYTE type;
-        BYTE flags;
-        USHORT handle;
-        void* object;
-        ULONG access;
-    };
-    constexpr ULONG SystemHandles = 16;
-    using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
-    const auto query = reinterpret_cast<Query>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
-    std::vector<BYTE> answer(1 << 20);
-    ULONG sizeBytes = 0;
-    if (query(SystemHandles, answer.data(), static_cast<ULONG>(answer.size()), &sizeBytes) < 0) return 0;
-    ULONG count = 0;
-    std::memcpy(&count, answer.data(), sizeof count);
-    std::size_t own = 0;
-    for (ULONG index = 0; index < count; ++index) {
-        Entry entry{};
-        std::memcpy(&entry, answer.data() + alignof(Entry) + index * sizeof entry, sizeof entry);
-        own += entry.process == GetCurrentProcessId();
-    }
-    return own;
-}
-
-std::size_t HandleCount() {
-    DWORD count = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &count);
-    return count > 0 ? count : HandlesInSystemList();
-}
 
 std::size_t GdiObjectCount() {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS); count > 0) return count;
@@ -74,5 +40,5 @@ std::ostream& operator<<(std::ostream& stream, const Footprint& footprint) {
 }
 
 Footprint FootprintNow() {
-    return {HandleCount(), GdiObjectCount(), WindowCount()};
+    return {HandleCount(GetCurrentProcess()), GdiObjectCount(), WindowCount()};
 }

@@ -1,4 +1,5 @@
 #include "Requests.h"
+#include "window/HandleCount.h"
 
 #include <windows.h>
 
@@ -75,11 +76,10 @@ Rows Usage(const Row& fields) {
     const HANDLE process = StartedProcess(fields);
     PROCESS_MEMORY_COUNTERS_EX memory{};
     GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
-    DWORD handles = 0;
-    GetProcessHandleCount(process, &handles);
     return {{Number(static_cast<std::int64_t>(memory.PrivateUsage)),
-             Number(static_cast<std::int64_t>(memory.PeakPagefileUsage)), Number(handles),
-             Number(GetGuiResources(process, GR_GDIOBJECTS)), Number(GetGuiResources(process, GR_USEROBJECTS))}};
+             Number(static_cast<std::int64_t>(memory.PeakPagefileUsage)),
+             Number(static_cast<std::int64_t>(HandleCount(process))), Number(GetGuiResources(process, GR_GDIOBJECTS)),
+             Number(GetGuiResources(process, GR_USEROBJECTS))}};
 }
 
 } // namespace
