@@ -3,6 +3,7 @@
 #include "archive/UserProfileMarker.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
+#include "selection/clsFileInfo.h"
 #include "shell/LongConversion.h"
 
 #include <optional>
@@ -14,9 +15,8 @@ constexpr std::int32_t ReadOnlyAttribute = 1;
 constexpr std::int32_t HiddenAttribute = 2;
 constexpr std::int32_t SystemAttribute = 4;
 constexpr std::int32_t DirectoryAttribute = 16;
-constexpr std::int32_t FolderOfSet = -1;
 
-constexpr int FolderOfSetText = 818;
+constexpr int FolderText = 818;
 constexpr int DirectoryText = 822;
 constexpr int FileText = 823;
 
@@ -42,7 +42,7 @@ std::wstring KindLabel(const Application& app, const std::wstring& kind) {
     const auto integer = ToInteger(kind, app.machine.system.DecimalSeparator());
     if (!integer) return {};
     const std::int16_t attributes = *integer;
-    if (attributes == FolderOfSet) return app.Text(FolderOfSetText);
+    if (attributes == KindFolder) return app.Text(FolderText);
     std::wstring label = app.Text((attributes & DirectoryAttribute) != 0 ? DirectoryText : FileText);
     std::wstring letters;
     RemplirAttrib(attributes, letters);

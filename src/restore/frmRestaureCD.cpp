@@ -316,13 +316,13 @@ void frmRestaureCD::BloquerBoutons(bool bEnable) {
 }
 
 void frmRestaureCD::mnuRaffraichir_Rafraichir_Click() {
+    if (isRestoring_ || std::exchange(isBusy_, true)) return;
     Guarded(L"mnuRaffraichir_Rafraichir_Click, module frmRestaureCD", [this] {
-        if (isRestoring_ || std::exchange(isBusy_, true)) return;
         MAJListeCDetUSB();
         // A drive that is no longer listed takes its rows with it.
         if (lstDrive.Selected() < 0) ShowNoMedium();
-        isBusy_ = false;
     });
+    isBusy_ = false;
 }
 
 void frmRestaureCD::cmdFermer_Click() {
