@@ -50,7 +50,7 @@ void BackupRun::RunToDisk() {
         if (steps_.SelectedCount() == 0) {
             app_.ShowMessage(144, 0, box::Ok);
         } else {
-            CopyToDisk(preparation.hasFailed);
+            CopyToDisk(preparation.hasFailed || preparation.wasStopped);
         }
     }
     discs_.RefreshDiscInfo();
@@ -92,7 +92,8 @@ void BackupRun::EndCopy(bool hasFailed) {
 
 void BackupRun::RunToDisc() {
     const Preparation preparation = PreparerArchive();
-    if (!preparation.isOk) return;
+    // A failed archive still starts the writer; the user's stop must not cost a disc.
+    if (!preparation.isOk || preparation.wasStopped) return;
     app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
     app_.machine.messageLoop.RunPending();
     view_.AfficherProgression(true);
@@ -155,6 +156,9 @@ void BackupRun::BuildArchive(Preparation& result) {
     state_.isOperationInProgress = true;
     view_.Refresh();
     result.hasFailed = !steps_.CopierListeFichiers();
+    // What was pressed during the last item counts for the window as it was then.
+    app_.machine.messageLoop.RunPending();
+    result.wasStopped = !state_.isOperationInProgress;
     ReturnToIdle();
 }
 

@@ -21,6 +21,7 @@ class BackupRun {
   private:
     struct Preparation {
         bool hasFailed = false; ///< the archive is not complete; the run goes on to tell
+        bool wasStopped = false;
         bool isOk = false;
     };
 

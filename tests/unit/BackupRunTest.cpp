@@ -255,6 +255,34 @@ TEST_F(BackupRunTest, StoppingTheArchiveOfADiskEndsInTheFailureMessageWithoutACo
     ExpectOnlyBox(Text(418), L"Error", box::Critical);
 }
 
+TEST_F(BackupRunTest, AStopPressedDuringTheLastItemIsStillAStop) {
+    UseDisk(Medium::RemovableDisk);
+    steps.whileArchiving = [this] {
+        machine.messageLoop.handler = [this] {
+            EXPECT_EQ(Modes().back(), L"busy");
+            machine.messageLoop.handler = nullptr;
+            run.Stop();
+        };
+    };
+    run.Launch();
+    EXPECT_EQ(steps.calls.back(), L"archive");
+    ExpectOnlyBox(Text(418), L"Error", box::Critical);
+}
+
+TEST_F(BackupRunTest, AStopWhileTheArchiveIsBuiltStartsNoDisc) {
+    UseCd();
+    steps.whileArchiving = [this] {
+        run.Stop();
+        steps.archives = false;
+    };
+    run.Launch();
+    EXPECT_EQ(std::count(Record().calls.begin(), Record().calls.end(), L"StartWrite"), 0);
+    EXPECT_EQ(Modes().back(), L"idle");
+    EXPECT_EQ(machine.messageLoop.pointers.back(), Pointer::Default);
+    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
+}
+
 TEST_F(BackupRunTest, StopDoesNothingWhileNothingRuns) {
     UseCd();
     run.Stop();
