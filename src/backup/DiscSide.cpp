@@ -193,9 +193,12 @@ void DiscSide::EndWriting() {
     view_.EndProgram();
 }
 
+/// A list that stays must not keep a finished backup from ending.
 void DiscSide::DeleteTransferList() {
-    const std::wstring path = app_.ListFileFolder() + TransferListName;
-    if (app_.machine.files.FileExists(path)) app_.machine.files.Delete(path);
+    Guarded(app_, L"AfficherOperationEnCours, module frmBackupCD", [this] {
+        const std::wstring path = app_.ListFileFolder() + TransferListName;
+        if (app_.machine.files.FileExists(path)) app_.machine.files.Delete(path);
+    });
 }
 
 void DiscSide::ArreterEcriture() {

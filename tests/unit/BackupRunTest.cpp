@@ -467,6 +467,19 @@ TEST_F(BackupRunTest, AFinishedDiscEndsTheProgramAndDeletesTheTransferList) {
     EXPECT_EQ(machine.system.awakeHolds, 0);
 }
 
+TEST_F(BackupRunTest, ATransferListThatCannotBeDeletedIsReportedAndTheProgramEnds) {
+    const std::wstring transferList = machine.app.ListFileFolder() + L"transfert.lst";
+    machine.files.AddFile(transferList, "x");
+    machine.files.Deny(transferList);
+    UseCd();
+    run.Launch();
+    Writer().PlayToEnd();
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
+    EXPECT_THAT(machine.messageBoxes.shown[1].text, HasSubstr(L"AfficherOperationEnCours, module frmBackupCD"));
+    EXPECT_TRUE(view.hasEnded);
+    EXPECT_EQ(Modes().back(), L"end");
+}
+
 TEST_F(BackupRunTest, TheTransferListStaysUntilTheDiscIsFinished) {
     const std::wstring transferList = machine.app.ListFileFolder() + L"transfert.lst";
     machine.files.AddFile(transferList, "x");
