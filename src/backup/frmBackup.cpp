@@ -317,6 +317,7 @@ void frmBackup::ShowEraseProgress(std::int16_t percent) {
 
 void frmBackup::cmdPrecedent_Click() {
     Guarded(L"cmdPrecedent_Click, module frmBackupCD", [this] {
+        if (run_.IsRunning()) return;
         parent_->SetFullExit(false);
         app_.requiredSpace = {};
         Unload();
@@ -324,7 +325,9 @@ void frmBackup::cmdPrecedent_Click() {
 }
 
 void frmBackup::cmdQuitter_Click() {
-    Guarded(L"cmdQuitter_Click, module frmBackupCD", [this] { EndProgram(); });
+    Guarded(L"cmdQuitter_Click, module frmBackupCD", [this] {
+        if (!run_.IsRunning()) EndProgram();
+    });
 }
 
 void frmBackup::EndProgram() {
@@ -346,6 +349,8 @@ void frmBackup::AfficherProgression(bool isBusy) {
     cmdLancer.Enable(!isBusy);
     cmdLancer.Show(!isBusy);
     cmdStopWrite.Enable(isBusy);
+    // The control that had the focus is hidden or disabled now: without one the keyboard would reach nothing.
+    if (GetActiveWindow() == Handle()) (isBusy ? cmdStopWrite : cmdLancer).SetFocus();
     app_.machine.messageLoop.RunPending();
 }
 

@@ -465,10 +465,39 @@ TEST_F(BackupWindowTest, WhileTheArchiveIsBuiltOnlyStopCanBePressed) {
         EXPECT_FALSE(IsWindowEnabled(SelectionAt(IDC_cmdAjouterRep)));
         EXPECT_EQ(Text(IDC_lblStatutGravure), Resource(142));
         SendMessageW(form->Handle(), WM_CLOSE, 0, 0);
+        for (const int id : {IDC_cmdPrecedent, IDC_cmdQuitter})
+            SendMessageW(form->Handle(), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(At(id)));
         EXPECT_TRUE(form->IsLoaded());
     };
     Click(IDC_cmdLancer);
     EXPECT_EQ(looks, 4);
+}
+
+TEST_F(BackupWindowTest, TheKeyboardReachesStopDuringARunAndTheStartButtonAfterIt) {
+    OpenRemovable();
+    AddItems();
+    SetActiveWindow(form->Handle());
+    SetFocus(At(IDC_cmdLancer));
+    whileArchiving = [&] { EXPECT_EQ(GetFocus(), At(IDC_cmdStopWrite)); };
+    archiveSizeBytes = 1000000001;
+    Click(IDC_cmdLancer);
+    EXPECT_EQ(machine.processes.commandLines.size(), 4u);
+    EXPECT_EQ(GetFocus(), At(IDC_cmdLancer));
+}
+
+TEST_F(BackupWindowTest, StoppingTheOnlyItemLeavesTheMediumUntouched) {
+    OpenRemovable();
+    machine.files.AddFolder(L"E:");
+    machine.files.AddFile(L"E:\\OKRBACKUP.ZIP", "old");
+    Drop(SelectionAt(IDC_lvFichRep), {L"C:\\Data\\a.txt"});
+    whileArchiving = [this] {
+        if (machine.processes.commandLines.size() == 2) PostMessageW(At(IDC_cmdStopWrite), BM_CLICK, 0, 0);
+    };
+    Click(IDC_cmdLancer);
+    EXPECT_EQ(machine.processes.commandLines.size(), 2u);
+    ExpectOnlyBox(Resource(418), L"Error", box::Critical);
+    EXPECT_EQ(machine.files.Read(L"E:\\OKRBACKUP.ZIP"), "old");
+    EXPECT_TRUE(form->IsLoaded());
 }
 
 TEST_F(BackupWindowTest, TheProgressStandsWhereItBelongs) {
