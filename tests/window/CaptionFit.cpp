@@ -107,12 +107,23 @@ bool IsFrame(HWND control) {
     return ClassOf(control) == L"Button" && (GetWindowLongPtrW(control, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
 }
 
+/// Whether a part of the control lies outside the window that holds it.
+bool IsCut(HWND control, HWND parent) {
+    RECT inside{}, place{}, common{};
+    GetClientRect(parent, &inside);
+    GetWindowRect(control, &place);
+    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+    return !IntersectRect(&common, &inside, &place) || !EqualRect(&common, &place);
+}
+
 void CheckSiblings(HWND parent, std::vector<std::string>& found) {
     std::vector<HWND> controls;
     std::vector<HWND> frames;
     for (HWND control = GetWindow(parent, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
         if (!IsWindowVisible(control)) continue;
         if (GetWindowLongPtrW(control, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) CheckSiblings(control, found);
+        if (IsCut(control, parent))
+            found.push_back(std::to_string(GetDlgCtrlID(control)) + " and the end of its window");
         (IsFrame(control) ? frames : controls).push_back(control);
     }
     for (const HWND frame : frames) {
