@@ -317,6 +317,17 @@ TEST_F(BackupWindowTest, AComponentThatCannotBeMadeIsReportedAndTheWindowStaysUs
     EXPECT_FALSE(ui::IsHourglassShown());
 }
 
+TEST_F(BackupWindowTest, AChoiceWithoutAWriterIsReportedUnderTheLabelsThatUsersQuote) {
+    machine.discWriters.createFailure = RuntimeError(ErrorNumber::CannotCreateObject);
+    Open(Medium::Cd);
+    machine.messageBoxes.shown.clear();
+    Choose(IDC_cmbGraveur, -1);
+    Choose(IDC_cmbSpeed, -1);
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
+    EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L" cmbGraveur_Click, module frmBackup" + Resource(3)));
+    EXPECT_THAT(machine.messageBoxes.shown[1].text, HasSubstr(L" cmbSpeed_Click, module frmBackupCD" + Resource(3)));
+}
+
 TEST_F(BackupWindowTest, RemovableDisksAreListedWithTheirLabelAndTheOneChosenIsSelected) {
     AddRemovable(L"E:\\");
     AddRemovable(L"F:\\");
