@@ -266,8 +266,10 @@ void frmRestaureCD::cmdLancerRestauration_Click() {
         if (OpenArchive()) Restore();
     });
     if (!IsLoaded() || !std::exchange(isRestoring_, false)) return;
-    // A restore that failed as a whole gives the window back.
+    // A restore that failed as a whole gives the window back, and the lists follow the devices again.
+    hook_.Install(Handle(), modFonctionsCommunes::MyWindowProcRestaureCD);
     BloquerBoutons(true);
+    EnableLaunch();
 }
 
 /// Asks for the password until the outer archive opens with it. False when the user gives up.

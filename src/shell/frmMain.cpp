@@ -239,6 +239,8 @@ void frmMain::DetectAgain() {
 void frmMain::optRestaure_Click() {
     Guarded(L"optRestaure_Click, module frmMain", [this] {
         if (!optRestaure.IsChecked()) return;
+        // A click that waits for the detection was meant for a backup.
+        if (std::exchange(isBackupClickHeld_, false)) app_.machine.messageLoop.SetPointer(Pointer::Default);
         MajTexteBouton();
         frmAction.SetWidth(ActionWidthForRestoreTwips);
         frmMedium.Show(false);
