@@ -248,11 +248,10 @@ class ForeignControlFileTest(SystemTest):
         program, restore = self.rows_of(b"", 0)
         self.assert_goes_on(program, restore)
 
-    def test_a_path_with_a_comma_is_split_at_it_and_its_kind_is_no_number(self):
-        program, restore = self.rows_of(b"C:\\un,deux.txt,32,Zip0001\r\n", None)
-        box = program.answer(IDOK)
-        self.assertIn("13 (Type mismatch)", box.text)
-        self.assertIn("MAJListeFich, module frmRestaureCD", box.text)
+    def test_a_path_with_a_comma_is_split_at_it(self):
+        program, restore = self.rows_of(b"C:\\un,deux.txt,32,Zip0001\r\n", 2)
+        self.assertEqual([row.texts[0] for row in restore.rows("lvFichiersRepertoires")], ["C:\\un", "32"])
+        self.assertIsNone(program.find_message_box())
         self.assert_goes_on(program, restore)
 
     def test_the_two_field_form_is_read_for_every_line(self):
