@@ -204,6 +204,17 @@ TEST_F(PredefinedSetsTest, UncheckingRemovesWhatTurnedRedAndLeavesWhatTheUserAdd
     ExpectSpaceIsTheSum();
 }
 
+TEST_F(PredefinedSetsTest, RowInBlackIsLeftAloneWithItsItem) {
+    AddListFile(L"qamor.lst", {L"C:\\Data\\a.dat", L"C:\\Data\\late.dat"});
+    list.LoadSets();
+    machine.files.AddSizedFile(L"C:\\Data\\late.dat", 500);
+    Add(L"C:\\Data\\late.dat");
+    list.ClickBox(1);
+    EXPECT_EQ(Rows(), (Texts{L"C:\\Data\\late.dat|file|"}));
+    EXPECT_EQ(Items(), (Texts{L"C:\\Data\\late.dat/32"}));
+    ExpectSpaceIsTheSum();
+}
+
 TEST_F(PredefinedSetsTest, FolderThatTheUserAddedStaysTheirs) {
     AddListFile(L"qamor.lst", {L"C:\\Data\\Sub", L"C:\\Data\\a.dat"});
     Add(L"C:\\Data\\Sub");
