@@ -215,6 +215,16 @@ TEST_F(PredefinedSetsTest, RowInBlackIsLeftAloneWithItsItem) {
     ExpectSpaceIsTheSum();
 }
 
+TEST_F(PredefinedSetsTest, RowThatWasRemovedIsNotFoundAgain) {
+    AddListFile(L"qamor.lst", {L"C:\\Data\\a.dat", L"C:\\Data\\a.dat", L"C:\\Data\\b.dat"});
+    list.LoadSets();
+    list.DetruireItem(0);
+    Add(L"C:\\Data\\a.dat");
+    list.ClickBox(1);
+    EXPECT_EQ(Rows(), (Texts{L"C:\\Data\\a.dat|file|"}));
+    ExpectSpaceIsTheSum();
+}
+
 TEST_F(PredefinedSetsTest, FolderThatTheUserAddedStaysTheirs) {
     AddListFile(L"qamor.lst", {L"C:\\Data\\Sub", L"C:\\Data\\a.dat"});
     Add(L"C:\\Data\\Sub");
