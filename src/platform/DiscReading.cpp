@@ -94,6 +94,6 @@ DiscState DiscBehind(const DriveAnswers& answers, std::uint64_t volumeBytes) {
 }
 
 bool NeedsUdf(std::uint64_t fileBytes) {
-    constexpr std::uint64_t TwoGib = std::uint64_t{2} << 30;
-    return fileBytes >= TwoGib;
+    constexpr std::uint64_t twoGib = std::uint64_t{2} << 30;
+    return fileBytes >= twoGib;
 }

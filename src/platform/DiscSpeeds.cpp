@@ -16,13 +16,13 @@ double Shown(DiscFamily family, std::uint32_t sectorsPerSecond) {
 }
 
 std::vector<std::uint32_t> Customary(DiscFamily family) {
-    constexpr double Cd[] = {1, 2, 4, 8, 10, 12, 16, 20, 24, 32, 40, 48, 52};
-    constexpr double Dvd[] = {1, 2, 2.4, 4, 6, 8, 12, 16, 18, 20};
+    constexpr double cd[] = {1, 2, 4, 8, 10, 12, 16, 20, 24, 32, 40, 48, 52};
+    constexpr double dvd[] = {1, 2, 2.4, 4, 6, 8, 12, 16, 18, 20};
     std::vector<std::uint32_t> sectors;
     if (family == DiscFamily::Cd)
-        for (double speed : Cd) sectors.push_back(static_cast<std::uint32_t>(std::lround(speed * CdSectorsPerSecond)));
+        for (double speed : cd) sectors.push_back(static_cast<std::uint32_t>(std::lround(speed * CdSectorsPerSecond)));
     else
-        for (double speed : Dvd)
+        for (double speed : dvd)
             sectors.push_back(static_cast<std::uint32_t>(std::lround(speed * DvdSectorsPerSecond)));
     return sectors;
 }

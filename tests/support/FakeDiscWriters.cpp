@@ -181,12 +181,12 @@ void FakeDiscWriter::PlayToEnd() {
             WritingStage stage;
             std::int16_t percent;
         };
-        constexpr Step Steps[] = {{DiscOperation::Preparing, WritingStage::FillingBuffer, 0},
+        constexpr Step steps[] = {{DiscOperation::Preparing, WritingStage::FillingBuffer, 0},
                                   {DiscOperation::Writing, WritingStage::FillingBuffer, 0},
                                   {DiscOperation::Writing, WritingStage::WritingTrack, 50},
                                   {DiscOperation::Writing, WritingStage::WritingTrack, 100},
                                   {DiscOperation::Writing, WritingStage::ClosingTrack, 100}};
-        for (const Step& step : Steps) {
+        for (const Step& step : steps) {
             RaiseProgress(step.operation, step.percent, step.stage);
             if (!*isAlive || running_ != Running::Write) return;
         }

@@ -81,12 +81,12 @@ class BackupWindow : public testing::Test {
         for (HWND child = nullptr;
              !list && (child = FindWindowExW(form_->Handle(), child, L"#32770", nullptr)) != nullptr;)
             list = GetDlgItem(child, IDC_lvFichRep);
-        constexpr wchar_t Paths[] = L"C:\\Data\\a.txt\0";
-        HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + sizeof Paths);
+        constexpr wchar_t paths[] = L"C:\\Data\\a.txt\0";
+        HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + sizeof paths);
         auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
         header->pFiles = sizeof(DROPFILES);
         header->fWide = TRUE;
-        std::memcpy(header + 1, Paths, sizeof Paths);
+        std::memcpy(header + 1, paths, sizeof paths);
         GlobalUnlock(memory);
         SendMessageW(list, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
     }

@@ -316,7 +316,7 @@ HRESULT DataWriter::Record(IStream* data, const VirtualDrive& drive, VirtualDisc
 
 HRESULT DataWriter::RecordData(IStream* data, const VirtualDrive& drive, const VirtualDisc& disc,
                                std::uint64_t sizeBytes) {
-    constexpr ULONG PieceBytes = 1 << 17;
+    constexpr ULONG pieceBytes = 1 << 17;
     const auto seconds = static_cast<double>(drive.settings.Number("write milliseconds")) / 1000;
     const std::int64_t failAt = drive.settings.Number("fail at", -1);
     const std::int64_t ejectAt = drive.settings.Number("eject at", -1);
@@ -329,7 +329,7 @@ HRESULT DataWriter::RecordData(IStream* data, const VirtualDrive& drive, const V
     if (!target || !SetFilePointerEx(target.Get(), start, nullptr, FILE_BEGIN))
         return AsResult(Mastering::UnexpectedResponse);
 
-    const auto buffer = std::make_unique<std::uint8_t[]>(PieceBytes);
+    const auto buffer = std::make_unique<std::uint8_t[]>(pieceBytes);
     std::uint64_t written = 0;
     std::int64_t toldPercent = -1;
     for (;;) {
@@ -357,7 +357,7 @@ HRESULT DataWriter::RecordData(IStream* data, const VirtualDrive& drive, const V
         }
         if (written >= sizeBytes) break;
         ULONG count = 0;
-        const HRESULT read = data->Read(buffer.get(), PieceBytes, &count);
+        const HRESULT read = data->Read(buffer.get(), pieceBytes, &count);
         if (FAILED(read) || count == 0) return FAILED(read) ? read : AsResult(Mastering::LossOfStreaming);
         DWORD stored = 0;
         if (!WriteFile(target.Get(), buffer.get(), count, &stored, nullptr) || stored != count)

@@ -104,9 +104,9 @@ std::vector<DiscFile::Extent> UdfExtents(const Bytes& entry, std::uint32_t parti
 }
 
 std::optional<DiscVolume> ReadUdf(const Image& image) {
-    constexpr std::uint64_t AnchorTag = 2;
+    constexpr std::uint64_t anchorTag = 2;
     const Bytes anchor = image.Sectors(256);
-    if (Little(anchor, 0, 2) != AnchorTag) return std::nullopt;
+    if (Little(anchor, 0, 2) != anchorTag) return std::nullopt;
     DiscVolume volume;
     volume.isUdf = true;
     std::uint32_t partition = 0;
@@ -145,7 +145,7 @@ std::optional<DiscVolume> ReadUdf(const Image& image) {
 }
 
 bool CopyOut(const Image& image, const DiscFile& file, const std::wstring& path) {
-    constexpr std::uint64_t PieceBytes = 1 << 20;
+    constexpr std::uint64_t pieceBytes = 1 << 20;
     const UniqueFile target(
         CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!target) return false;
@@ -154,7 +154,7 @@ bool CopyOut(const Image& image, const DiscFile& file, const std::wstring& path)
         std::uint64_t offset = std::uint64_t{extent.sector} * Mastering::SectorBytes;
         std::uint64_t extentLeft = std::min(extent.sizeBytes, left);
         while (extentLeft > 0) {
-            const Bytes piece = image.Read(offset, std::min(extentLeft, PieceBytes));
+            const Bytes piece = image.Read(offset, std::min(extentLeft, pieceBytes));
             DWORD written = 0;
             if (piece.empty() ||
                 !WriteFile(target.Get(), piece.data(), static_cast<DWORD>(piece.size()), &written, nullptr))

@@ -29,18 +29,18 @@ class FileStreams : public testing::Test {
 };
 
 TEST_F(FileStreams, PositionsBeyondFourGibAreKept) {
-    constexpr LONGLONG Offset = (LONGLONG{1} << 32) + 4321;
+    constexpr LONGLONG offset = (LONGLONG{1} << 32) + 4321;
     HRESULT result = E_FAIL;
-    const auto stream = OpenFileStream(MakeFileWithHole(Offset, "the end"), result);
+    const auto stream = OpenFileStream(MakeFileWithHole(offset, "the end"), result);
     ASSERT_TRUE(stream) << result;
     STATSTG status{};
     stream->Stat(&status, STATFLAG_NONAME);
-    EXPECT_EQ(status.cbSize.QuadPart, static_cast<ULONGLONG>(Offset) + 7);
+    EXPECT_EQ(status.cbSize.QuadPart, static_cast<ULONGLONG>(offset) + 7);
     LARGE_INTEGER place{};
-    place.QuadPart = Offset;
+    place.QuadPart = offset;
     ULARGE_INTEGER reached{};
     EXPECT_EQ(stream->Seek(place, STREAM_SEEK_SET, &reached), S_OK);
-    EXPECT_EQ(reached.QuadPart, static_cast<ULONGLONG>(Offset));
+    EXPECT_EQ(reached.QuadPart, static_cast<ULONGLONG>(offset));
     char buffer[16] = {};
     ULONG count = 0;
     EXPECT_EQ(stream->Read(buffer, sizeof buffer, &count), S_FALSE);

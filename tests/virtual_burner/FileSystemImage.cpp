@@ -259,8 +259,8 @@ class FileSystemImage : public DispatchObject<IFileSystemImage> {
         return Give(content_->fileSystems, value);
     }
     HRESULT STDMETHODCALLTYPE put_FileSystemsToCreate(LONG value) override {
-        constexpr LONG Plain = LONG{Mastering::Iso9660} | Mastering::Joliet;
-        if (value != Plain && value != Mastering::Udf) return E_INVALIDARG;
+        constexpr LONG plain = LONG{Mastering::Iso9660} | Mastering::Joliet;
+        if (value != plain && value != Mastering::Udf) return E_INVALIDARG;
         content_->fileSystems = value;
         return S_OK;
     }

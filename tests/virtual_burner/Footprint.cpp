@@ -22,13 +22,13 @@ std::size_t HandleCount() {
         void* object;
         ULONG access;
     };
-    constexpr ULONG SystemHandles = 16;
+    constexpr ULONG systemHandles = 16;
     using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
     const auto query = reinterpret_cast<Query>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
     std::vector<BYTE> answer(1 << 20);
     ULONG sizeBytes = 0;
-    if (query(SystemHandles, answer.data(), static_cast<ULONG>(answer.size()), &sizeBytes) < 0) return 0;
+    if (query(systemHandles, answer.data(), static_cast<ULONG>(answer.size()), &sizeBytes) < 0) return 0;
     ULONG count = 0;
     std::memcpy(&count, answer.data(), sizeof count);
     std::size_t own = 0;
@@ -72,8 +72,8 @@ std::size_t GdiObjectCount() {
         BYTE flags;
         ULONGLONG userPointer;
     };
-    constexpr std::size_t TableOffsetInBlock = 0xF8;
-    constexpr std::size_t TableEntries = 0x10000;
+    constexpr std::size_t tableOffsetInBlock = 0xF8;
+    constexpr std::size_t tableEntries = 0x10000;
     using Query = LONG(WINAPI*)(HANDLE, ULONG, void*, ULONG, ULONG*);
     const auto query = reinterpret_cast<Query>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryInformationProcess")));
@@ -82,12 +82,12 @@ std::size_t GdiObjectCount() {
         const BYTE* environmentBlock;
         void* rest[4];
     } basics{};
-    constexpr ULONG BasicInformation = 0;
-    if (query(GetCurrentProcess(), BasicInformation, &basics, sizeof basics, nullptr) < 0) return 0;
+    constexpr ULONG basicInformation = 0;
+    if (query(GetCurrentProcess(), basicInformation, &basics, sizeof basics, nullptr) < 0) return 0;
     const BYTE* table = nullptr;
-    std::memcpy(&table, basics.environmentBlock + TableOffsetInBlock, sizeof table);
+    std::memcpy(&table, basics.environmentBlock + tableOffsetInBlock, sizeof table);
     std::size_t count = 0;
-    for (std::size_t index = 0; table && index < TableEntries; ++index) {
+    for (std::size_t index = 0; table && index < tableEntries; ++index) {
         Entry entry{};
         std::memcpy(&entry, table + index * sizeof entry, sizeof entry);
         count += entry.type != 0;

@@ -160,7 +160,7 @@ std::string CapitalLabel(const std::wstring& label) {
 ImagePlan LayOutIso(const std::vector<ImageEntry>& entries, const std::wstring& label, std::uint32_t startSector) {
     SYSTEMTIME now{};
     GetSystemTime(&now);
-    constexpr std::size_t DirectorySectors = 1;
+    constexpr std::size_t directorySectors = 1;
     Tree plain;
     Tree joliet;
     // From the start: 16 sectors of nothing, three descriptors, two path tables for each tree, the two roots, the
@@ -168,8 +168,8 @@ ImagePlan LayOutIso(const std::vector<ImageEntry>& entries, const std::wstring& 
     plain.pathTableSector = startSector + FirstDescriptor + 3;
     joliet.pathTableSector = plain.pathTableSector + 2;
     plain.rootSector = joliet.pathTableSector + 2;
-    joliet.rootSector = plain.rootSector + DirectorySectors;
-    std::uint32_t sector = joliet.rootSector + DirectorySectors;
+    joliet.rootSector = plain.rootSector + directorySectors;
+    std::uint32_t sector = joliet.rootSector + directorySectors;
 
     ImagePlan plan;
     std::vector<ImagePlan::Piece> files;
@@ -192,14 +192,14 @@ ImagePlan LayOutIso(const std::vector<ImageEntry>& entries, const std::wstring& 
     std::sort(joliet.names.begin(), joliet.names.end(), byName);
     plan.sectors = sector - startSector;
 
-    constexpr std::size_t RootBytes = DirectorySectors * SectorBytes;
+    constexpr std::size_t rootBytes = directorySectors * SectorBytes;
     const auto place = [&](std::uint32_t at, Bytes bytes) {
         const std::uint64_t sizeBytes = bytes.size();
         plan.pieces.push_back({std::uint64_t{at - startSector} * SectorBytes, sizeBytes, std::move(bytes), {}});
     };
     const std::uint32_t descriptor = startSector + FirstDescriptor;
-    place(descriptor, Descriptor(1, plain, CapitalLabel(label), sector, RootBytes, now));
-    place(descriptor + 1, Descriptor(2, joliet, BigEndian(label), sector, RootBytes, now));
+    place(descriptor, Descriptor(1, plain, CapitalLabel(label), sector, rootBytes, now));
+    place(descriptor + 1, Descriptor(2, joliet, BigEndian(label), sector, rootBytes, now));
     BlockWriter last(SectorBytes);
     last.Little(0, 255, 1);
     last.Text(1, "CD001");
@@ -209,8 +209,8 @@ ImagePlan LayOutIso(const std::vector<ImageEntry>& entries, const std::wstring& 
     place(plain.pathTableSector + 1, PathTable(plain, true));
     place(joliet.pathTableSector, PathTable(joliet, false));
     place(joliet.pathTableSector + 1, PathTable(joliet, true));
-    place(plain.rootSector, RootDirectory(plain, RootBytes, now));
-    place(joliet.rootSector, RootDirectory(joliet, RootBytes, now));
+    place(plain.rootSector, RootDirectory(plain, rootBytes, now));
+    place(joliet.rootSector, RootDirectory(joliet, rootBytes, now));
     plan.pieces.insert(plan.pieces.end(), files.begin(), files.end());
     return plan;
 }

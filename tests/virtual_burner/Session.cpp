@@ -52,16 +52,16 @@ void EjectDisc(const std::wstring& driveFolder) {
 }
 
 HRESULT RepeatDescriptors(HANDLE image, LONG startSector) {
-    constexpr LONG FirstDescriptor = 16;
-    constexpr DWORD DescriptorBytes = 3 * Mastering::SectorBytes;
-    std::vector<char> descriptors(DescriptorBytes);
+    constexpr LONG firstDescriptor = 16;
+    constexpr DWORD descriptorBytes = 3 * Mastering::SectorBytes;
+    std::vector<char> descriptors(descriptorBytes);
     LARGE_INTEGER place{};
     DWORD count = 0;
-    place.QuadPart = std::int64_t{startSector + FirstDescriptor} * Mastering::SectorBytes;
+    place.QuadPart = std::int64_t{startSector + firstDescriptor} * Mastering::SectorBytes;
     bool isDone = SetFilePointerEx(image, place, nullptr, FILE_BEGIN) &&
-                  ReadFile(image, descriptors.data(), DescriptorBytes, &count, nullptr) && count == DescriptorBytes;
-    place.QuadPart = std::int64_t{FirstDescriptor} * Mastering::SectorBytes;
+                  ReadFile(image, descriptors.data(), descriptorBytes, &count, nullptr) && count == descriptorBytes;
+    place.QuadPart = std::int64_t{firstDescriptor} * Mastering::SectorBytes;
     isDone = isDone && SetFilePointerEx(image, place, nullptr, FILE_BEGIN) &&
-             WriteFile(image, descriptors.data(), DescriptorBytes, &count, nullptr);
+             WriteFile(image, descriptors.data(), descriptorBytes, &count, nullptr);
     return isDone ? S_OK : static_cast<HRESULT>(Mastering::UnexpectedResponse);
 }

@@ -28,14 +28,14 @@ std::uint16_t Checksum(const Bytes& bytes, std::size_t first, std::size_t count)
 
 /// Fills in the sixteen bytes that every descriptor begins with.
 void Tag(BlockWriter& block, std::uint16_t id, std::uint32_t location, std::size_t lengthBytes) {
-    constexpr std::size_t TagBytes = 16;
+    constexpr std::size_t tagBytes = 16;
     block.Little(0, id, 2);
     block.Little(2, 2, 2);
-    block.Little(8, Checksum(block.bytes, TagBytes, lengthBytes - TagBytes), 2);
-    block.Little(10, lengthBytes - TagBytes, 2);
+    block.Little(8, Checksum(block.bytes, tagBytes, lengthBytes - tagBytes), 2);
+    block.Little(10, lengthBytes - tagBytes, 2);
     block.Little(12, location, 4);
     unsigned sum = 0;
-    for (std::size_t index = 0; index < TagBytes; ++index)
+    for (std::size_t index = 0; index < tagBytes; ++index)
         if (index != 4) sum += block.bytes[index];
     block.Little(4, sum, 1);
 }
@@ -252,9 +252,9 @@ class UdfVolume {
         block.Little(27, isFolder ? 4 : 5, 1);
         block.Little(36, 0xFFFFFFFF, 4);
         block.Little(40, 0xFFFFFFFF, 4);
-        constexpr std::uint32_t ReadAndSearchForAll = 0x14A5;
-        constexpr std::uint32_t ReadForAll = 0x1084;
-        block.Little(44, isFolder ? ReadAndSearchForAll : ReadForAll, 4);
+        constexpr std::uint32_t readAndSearchForAll = 0x14A5;
+        constexpr std::uint32_t readForAll = 0x1084;
+        block.Little(44, isFolder ? readAndSearchForAll : readForAll, 4);
         block.Little(48, 1, 2);
         block.Little(56, sizeBytes, 8);
         block.Little(64, SectorsFor(sizeBytes), 8);
@@ -286,8 +286,8 @@ class UdfVolume {
         return record.bytes;
     }
     Bytes RootNames(std::uint32_t nameSectors = 1) const {
-        constexpr int FolderAndParent = 0x0A;
-        Bytes names = NameRecord({}, 2, 0, FolderAndParent, 3);
+        constexpr int folderAndParent = 0x0A;
+        Bytes names = NameRecord({}, 2, 0, folderAndParent, 3);
         for (std::size_t index = 0; index < entries_.size(); ++index) {
             const auto ownSector = 3 + static_cast<std::uint32_t>(names.size() / SectorBytes);
             const Bytes record = NameRecord(entries_[index].name, FileEntrySector(nameSectors, index),

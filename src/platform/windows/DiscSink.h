@@ -35,8 +35,8 @@ class DiscSinkBase : public EventInterface {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
                                      UINT*) override {
-        constexpr DISPID UpdateId = 0x200;
-        if (id != UpdateId) return DISP_E_MEMBERNOTFOUND;
+        constexpr DISPID updateId = 0x200;
+        if (id != updateId) return DISP_E_MEMBERNOTFOUND;
         if (!parameters || parameters->cArgs != ArgumentCount) return DISP_E_BADPARAMCOUNT;
         // The last argument comes first.
         std::array<VARIANTARG*, ArgumentCount> arguments;

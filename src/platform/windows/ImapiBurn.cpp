@@ -154,8 +154,8 @@ HRESULT WriteStream(const ImapiDrive& drive, DiscFamily family, const BurnJob& j
             array.ForEach(VT_UI4, [&](const VARIANT& speed) { speeds.push_back(speed.ulVal); });
         data->SetWriteSpeed(DiscSpeeds(family, std::move(speeds)).SectorsPerSecond(*job.speed), VARIANT_FALSE);
     } else {
-        constexpr LONG Fastest = -1;
-        data->SetWriteSpeed(Fastest, VARIANT_FALSE);
+        constexpr LONG fastest = -1;
+        data->SetWriteSpeed(fastest, VARIANT_FALSE);
     }
     const bool mustOverwrite = ground.IsOverwriteOnly() && !ground.IsBlank();
     data->put_ForceOverwrite(mustOverwrite ? VARIANT_TRUE : VARIANT_FALSE);

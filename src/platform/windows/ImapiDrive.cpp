@@ -45,8 +45,8 @@ std::wstring NameOf(IDiscRecorder2* recorder) {
 }
 
 bool Writes(IDiscRecorder2* recorder, DiscFamily family) {
-    constexpr LONG CdProfiles[] = {Mastering::ProfileCdRecordable, Mastering::ProfileCdRewritable};
-    constexpr LONG DvdProfiles[] = {Mastering::ProfileDvdMinusR,
+    constexpr LONG cdProfiles[] = {Mastering::ProfileCdRecordable, Mastering::ProfileCdRewritable};
+    constexpr LONG dvdProfiles[] = {Mastering::ProfileDvdMinusR,
                                     Mastering::ProfileDvdRam,
                                     Mastering::ProfileDvdMinusRwRestricted,
                                     Mastering::ProfileDvdMinusRwSequential,
@@ -66,7 +66,7 @@ bool Writes(IDiscRecorder2* recorder, DiscFamily family) {
         const auto isListed = [&](const auto& list) {
             return std::find(std::begin(list), std::end(list), profile.lVal) != std::end(list);
         };
-        isFound = isFound || (family == DiscFamily::Cd ? isListed(CdProfiles) : isListed(DvdProfiles));
+        isFound = isFound || (family == DiscFamily::Cd ? isListed(cdProfiles) : isListed(dvdProfiles));
     });
     return isFound;
 }
