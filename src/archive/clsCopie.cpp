@@ -24,6 +24,8 @@ bool clsCopie::CopierListeFichiers(clsColFileInfo& varrListeFichiers, ProgressBa
         Files& files = app_.machine.files;
         const std::int32_t count = varrListeFichiers.Count();
         pbProgress.SetRange(0, count);
+        // The size of an earlier archive must not count for one that is not finished.
+        app_.archiveSizeBytes = 0;
         modGestionRestaure::ResetWorkFolder(app_);
         for (std::int32_t position = 1; position <= count; ++position) {
             if (frmParent.StopWrite()) return false;

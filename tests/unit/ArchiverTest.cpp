@@ -171,6 +171,13 @@ TEST_F(Archiver, StopRequestBetweenTwoItemsEndsTheRun) {
     EXPECT_FALSE(machine.files.FileExists(L"C:\\Valcoreaux\\Backup\\zip\\_listFich.lst"));
 }
 
+TEST_F(Archiver, AnUnfinishedArchiveDoesNotKeepTheSizeOfAnEarlierOne) {
+    machine.app.archiveSizeBytes = 9;
+    items.Add(L"C:\\Data\\gone.txt", KindFile);
+    EXPECT_FALSE(Copy());
+    EXPECT_EQ(machine.app.archiveSizeBytes, 0);
+}
+
 TEST_F(Archiver, MissingItemEndsTheRunAndKeepsWhatWasPackedBefore) {
     items.Add(L"C:\\Data\\a.txt", KindFile);
     items.Add(L"C:\\Data\\gone.txt", KindFile);
