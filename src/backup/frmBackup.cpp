@@ -141,6 +141,7 @@ void frmBackup::InitCaptions() {
     Guarded(L"InitCaptions, module ctlScan", [this] {
         SetTitle(Text(TitleText));
         SetCaptions(Captions);
+        for (Figure* figure : {&required_, &available_, &workSpace_}) figure->shownBytes.reset();
         for (std::size_t panel = 0; panel < PanelToolTips.size(); ++panel)
             stBarDataWriter.SetPanelToolTip(static_cast<int>(panel), Text(PanelToolTips[panel]));
     });
@@ -364,8 +365,10 @@ void frmBackup::ActiverControles(bool isEnabled) {
 }
 
 void frmBackup::MajBoutonLancer() {
-    Guarded(L"MajBoutonLancer, module frmBackupCD",
-            [this] { cmdLancer.Enable(CanStartBackup(state_.miTypeMedia, state_.disc, SpacesOf(app_))); });
+    Guarded(L"MajBoutonLancer, module frmBackupCD", [this] {
+        const bool canStart = CanStartBackup(state_.miTypeMedia, state_.disc, SpacesOf(app_));
+        if (cmdLancer.IsEnabled() != canStart) cmdLancer.Enable(canStart);
+    });
 }
 
 void frmBackup::AfficherEspaces() {
@@ -376,23 +379,34 @@ void frmBackup::AfficherEspaces() {
 
 void frmBackup::AfficherEspaceRequis() {
     Guarded(L"AfficherEspaceRequis, module frmBackupCD", [this] {
-        lblEspaceRequis.SetText(SpaceFigure(app_, 130, app_.requiredSpace.ToDouble()));
-        lblEspaceRequis.SetColor(SpacesOf(app_).IsMediumFull() ? Red : Black);
+        ShowFigure(required_, app_.requiredSpace.ToDouble());
+        SetColor(lblEspaceRequis, SpacesOf(app_).IsMediumFull());
         MajBoutonLancer();
     });
 }
 
 void frmBackup::AfficherEspaceDispo() {
-    lblEspaceDispo.SetText(SpaceFigure(app_, 131, app_.availableSpace.ToDouble()));
+    ShowFigure(available_, app_.availableSpace.ToDouble());
 }
 
 void frmBackup::AfficherEspaceTravail() {
-    Guarded(L"AfficherEspaceTravail, module frmBackupCD",
-            [this] { lblEspaceTravail.SetText(SpaceFigure(app_, 167, app_.dblEspaceDisponible)); });
+    Guarded(L"AfficherEspaceTravail, module frmBackupCD", [this] { ShowFigure(workSpace_, app_.dblEspaceDisponible); });
 }
 
 void frmBackup::MarkWorkSpace(bool isUsedUp) {
-    lblEspaceTravail.SetColor(isUsedUp ? Red : Black);
+    SetColor(lblEspaceTravail, isUsedUp);
+}
+
+/// Thousands of items may be added in a row, each with its look at the figures: only what changes is written.
+void frmBackup::ShowFigure(Figure& figure, double bytes) {
+    if (figure.shownBytes == bytes) return;
+    figure.label.SetText(SpaceFigure(app_, figure.captionId, bytes));
+    figure.shownBytes = bytes;
+}
+
+void frmBackup::SetColor(ui::Label& label, bool isRed) {
+    const COLORREF color = isRed ? Red : Black;
+    if (label.Color() != color) label.SetColor(color);
 }
 
 void frmBackup::ShowPanels(const MediumReport& report) {

@@ -16,6 +16,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -90,6 +91,13 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     void AfficherEspaceDispo();
     void AfficherEspaceTravail();
     void MarkWorkSpace(bool isUsedUp) override;
+    struct Figure {
+        ui::Label& label;
+        int captionId;
+        std::optional<double> shownBytes;
+    };
+    void ShowFigure(Figure& figure, double bytes);
+    static void SetColor(ui::Label& label, bool isRed);
     void ShowPanels(const MediumReport& report) override;
     void ShowEraseButton(bool isVisible, bool isEnabled) override;
     void Refresh() override { ui::Form::Refresh(); }
@@ -129,6 +137,10 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     ui::StatusBar stBarDataWriter{*this, IDC_stBarDataWriter};
     ControlProgress stepProgress_{pbProgress};
     ControlProgress totalProgress_{pbProgressTotal};
+
+    Figure required_{lblEspaceRequis, 130, {}};
+    Figure available_{lblEspaceDispo, 131, {}};
+    Figure workSpace_{lblEspaceTravail, 167, {}};
 
     BackupState state_;
     PasswordQuestion askPassword_;
