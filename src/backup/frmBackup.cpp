@@ -71,6 +71,7 @@ void frmBackup::OnLoad() {
     SetFrame(IDC_fProgression,
              {IDC_lblStatutGravure, IDC_pbProgress, IDC_lblStatutGraveur, IDC_pbProgressTotal, IDC_cmdStopWrite});
     for (const Placement& placement : ProgressPlaces) ui::Control(*this, placement.controlId).Move(placement.place);
+    KeepButtonsBelow(ProgressPlace.top + ProgressPlace.height);
     ConnectControls();
     stBarDataWriter.SetPanels({2700, 2400, 2700, 2700, 1400});
     // The system takes the timer away with the window.
@@ -79,6 +80,23 @@ void frmBackup::OnLoad() {
     app_.requiredSpace = {};
     app_.availableSpace = {};
     HostSelection();
+}
+
+/// Dialog units grow less than the screen's scale at some sizes: the progress would then lie over the buttons.
+void frmBackup::KeepButtonsBelow(int bottomTwips) {
+    constexpr int GapTwips = 60;
+    const int missingTwips = bottomTwips + GapTwips - cmdLancer.Bounds().top;
+    if (missingTwips <= 0) return;
+    for (ui::Control* button : {static_cast<ui::Control*>(&cmdPrecedent), static_cast<ui::Control*>(&cmdLancer),
+                                static_cast<ui::Control*>(&cmdQuitter)})
+        button->SetTop(button->Bounds().top + missingTwips);
+    RECT outer{};
+    GetWindowRect(Handle(), &outer);
+    SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left,
+                 outer.bottom - outer.top + ui::PixelsFromTwips(missingTwips, Handle()),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // The status bar finds its place when it is told that there is a new one.
+    SendMessageW(stBarDataWriter.Handle(), WM_SIZE, 0, 0);
 }
 
 void frmBackup::ConnectControls() {

@@ -59,6 +59,7 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   private:
+    void KeepButtonsBelow(int bottomTwips);
     void ConnectControls();
     void HostSelection();
     void SetUp();
