@@ -1,5 +1,6 @@
 """Time of a backup and of a restore by the program, against a bare program that runs the same archiver command lines."""
 
+import os
 import random
 import shutil
 import statistics
@@ -51,12 +52,14 @@ CASES = (("one file of 500 MB", one_large_file),
          ("150 selected small files", many_selected_files))
 
 
-class MemoryWatch:
-    """The most private memory that a program was seen to hold; the window is not asked, so that it is not disturbed."""
+class ProcessWatch:
+    """The most private memory that a program was seen to hold, and the processor time that it took itself. Its windows
+    are not asked for anything meanwhile."""
 
     def __init__(self, program):
         self.peak = 0
         self._program = program
+        self._before = processor_seconds(program)
         self._ended = threading.Event()
         self._thread = threading.Thread(target=self._watch)
         self._thread.start()
@@ -68,41 +71,49 @@ class MemoryWatch:
     def stop(self):
         self._ended.set()
         self._thread.join()
-        return self.peak
+        return self.peak, processor_seconds(self._program) - self._before
 
 
 def private_bytes(program):
     """Private memory of the process on this machine, without what it shares with Wine's other processes."""
-    if not hasattr(program, "unix_id"):
-        program.unix_id = find_process(program)
-    fields = dict(line.split(":", 1) for line in Path(f"/proc/{program.unix_id}/status").read_text().splitlines())
+    fields = dict(line.split(":", 1) for line in (process_of(program) / "status").read_text().splitlines())
     return int(fields["RssAnon"].split()[0]) * 1024
 
 
-def find_process(program):
+def processor_seconds(program):
+    fields = (process_of(program) / "stat").read_text().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def process_of(program):
+    """The folder in /proc of the program's process."""
+    if hasattr(program, "process_folder"):
+        return program.process_folder
     prefix = f"WINEPREFIX={program.workstation.prefix}".encode()
     for process in Path("/proc").iterdir():
         try:
             if (process / "comm").read_text().startswith("Backup.exe") and prefix in (process / "environ").read_bytes():
-                return int(process.name)
+                program.process_folder = process
+                return process
         except OSError:
             continue
     raise LookupError("the program's process is not there")
 
 
 def timed(program, start, seconds=600):
-    """Seconds from an action to the message box that ends the run, and the memory meanwhile."""
-    memory = MemoryWatch(program)
+    """Seconds from an action to the message box that ends the run; then the program's memory and processor time."""
+    watch = ProcessWatch(program)
     # Only which windows there are is asked for: a question to a window itself would take of its time.
     before = {window.handle for window in program.windows()}
     started = time.monotonic()
     start()
-    program.wait(lambda: {window.handle for window in program.windows()} - before, "the last message", seconds)
+    program.wait(lambda: {window.handle for window in program.windows()} - before, "the last message", seconds,
+                 pause_seconds=0.05)
     elapsed = time.monotonic() - started
-    peak = memory.stop()
+    peak, own_seconds = watch.stop()
     program.answer(IDOK)
     program.wait_exit()
-    return elapsed, peak
+    return elapsed, own_seconds, peak
 
 
 def measure_program_backup(station, items):
@@ -141,8 +152,10 @@ def measure_program_restore(station):
 
 def measure_floor(station, action, item_list):
     done = subprocess.run(station.wine_command(station.program_folder + r"\floor.exe", action, "E:\\", PASSWORD, item_list),
-                          env=station.environment, cwd=station.path(station.program_folder), check=True,
-                          capture_output=True, text=True)
+                          env=station.environment, cwd=station.path(station.program_folder), check=False,
+                          capture_output=True, text=True, errors="replace")
+    if done.returncode != 0:
+        raise RuntimeError(f"the floor ended with {done.returncode}: {done.stderr}{done.stdout[-500:]}")
     return int(done.stdout.split("milliseconds")[1]) / 1000
 
 
@@ -151,37 +164,35 @@ def measure(name, make):
     shutil.rmtree(folder, ignore_errors=True)
     display = Display()
     station = Workstation(folder, display=display)
-    rows = {"backup": ([], []), "restore": ([], [])}
-    peak = 0
+    runs = {action: {"floor": [], "program": [], "own": [], "peak": []} for action in ("backup", "restore")}
     try:
         station.add_drive("e")
         shutil.copy2(BINARIES / "floor.exe", station.path(station.program_folder) / "floor.exe")
         items = [station.windows_path(path) for path in make(station.documents)]
         item_list = station.path(r"C:\items.txt")
         item_list.write_text("".join(item + "\n" for item in items), encoding="utf-8")
+        measures = {"backup": lambda: measure_program_backup(station, items),
+                    "restore": lambda: measure_program_restore(station)}
         for _ in range(ROUNDS):
-            rows["backup"][1].append(measure_floor(station, "backup", r"C:\items.txt"))
-            seconds, seen = measure_program_backup(station, items)
-            rows["backup"][0].append(seconds)
-            peak = max(peak, seen)
-            rows["restore"][1].append(measure_floor(station, "restore", r"C:\items.txt"))
-            seconds, seen = measure_program_restore(station)
-            rows["restore"][0].append(seconds)
-            peak = max(peak, seen)
+            for action, run in runs.items():
+                run["floor"].append(measure_floor(station, action, r"C:\items.txt"))
+                for column, value in zip(("program", "own", "peak"), measures[action]()):
+                    run[column].append(value)
     finally:
         station.remove()
         display.stop()
-    for action, (program, floor) in rows.items():
-        ratio = statistics.median(program) / statistics.median(floor)
-        print(f"| {name} | {action} | {statistics.median(program):.2f} | {statistics.median(floor):.2f} | {ratio:.3f} | "
-              f"{TARGET_RATIO} | {peak / 2**20:.1f} |", flush=True)
+    for action, run in runs.items():
+        program, floor = statistics.median(run["program"]), statistics.median(run["floor"])
+        spread = " ".join(f"{seconds:.2f}" for seconds in sorted(run["floor"]))
+        print(f"| {name} | {action} | {program:.2f} | {floor:.2f} | {program / floor:.3f} | {TARGET_RATIO} | "
+              f"{statistics.median(run['own']):.2f} | {max(run['peak']) / 2**20:.1f} | {spread} |", flush=True)
 
 
 def main():
-    print(f"Medians of {ROUNDS} rounds, program and floor in turn. Memory: the most private memory seen, "
-          f"{TARGET_MEGABYTES} MB at most.\n")
-    print("| case | action | program s | floor s | ratio | at most | memory MB |")
-    print("|---|---|---|---|---|---|---|")
+    print(f"Medians of {ROUNDS} rounds, program and floor in turn. Own: the processor time of the program itself. Memory: "
+          f"the most private memory seen, {TARGET_MEGABYTES} MB at most. The floor's runs tell how steady the machine was.\n")
+    print("| case | action | program s | floor s | ratio | at most | own s | memory MB | floor's runs s |")
+    print("|---|---|---|---|---|---|---|---|---|")
     for name, make in CASES:
         measure(name, make)
 

@@ -279,7 +279,7 @@ class Program:
         state = self.driver.call("state", self.process_id)[0][0]
         return int(state) if state else None
 
-    def wait(self, condition, description, seconds=DEFAULT_SECONDS):
+    def wait(self, condition, description, seconds=DEFAULT_SECONDS, pause_seconds=0.02):
         """The first true value of a condition, which is asked again and again until the deadline."""
         deadline = time.monotonic() + seconds
         while True:
@@ -293,7 +293,7 @@ class Program:
             if time.monotonic() > deadline:
                 raise NotSeen(f"waited {seconds} s for {description}"
                               + (f" ({failure})" if failure else "") + f"; seen: {self.describe()}")
-            time.sleep(0.02)
+            time.sleep(pause_seconds)
 
     def describe(self):
         """What a person would see now, for failure messages."""
