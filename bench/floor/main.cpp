@@ -1,4 +1,4 @@
-// Runs the archiver command lines of a backup or a restore, copies the archive, and prints the milliseconds that it
+// Runs the archiver command lines of a backup or a restore, copies the two files, and prints the milliseconds that it
 // took and the milliseconds of processor time that this program itself took:
 //   floor backup|restore DRIVE PASSWORD LISTFILE
 // The list file names one item per line, in UTF-8. The archiver lies beside this program.
@@ -21,9 +21,9 @@ std::wstring ProgramFolder() {
     return whole.substr(0, whole.rfind(L'\\'));
 }
 
-std::vector<std::wstring> ReadItems(const wchar_t* listFile) {
+std::vector<std::wstring> ReadItems(const std::wstring& listFile) {
     char path[MAX_PATH] = {};
-    WideCharToMultiByte(CP_ACP, 0, listFile, -1, path, MAX_PATH, nullptr, nullptr);
+    WideCharToMultiByte(CP_ACP, 0, listFile.c_str(), -1, path, MAX_PATH, nullptr, nullptr);
     std::ifstream stream(path);
     std::vector<std::wstring> items;
     for (std::string line; std::getline(stream, line);) {
@@ -61,11 +61,13 @@ void Run(std::wstring commandLine) {
     CloseHandle(started.hProcess);
 }
 
-void CopyToMedium(const std::wstring& source, const std::wstring& target) {
-    if (!CopyFileW(source.c_str(), target.c_str(), FALSE)) {
-        std::fprintf(stderr, "cannot copy: error %lu\n", GetLastError());
-        ExitProcess(1);
-    }
+void CopyFileTo(const std::wstring& source, const std::wstring& target) {
+    if (CopyFileW(source.c_str(), target.c_str(), FALSE)) return;
+    std::fprintf(stderr, "cannot copy: error %lu\n", GetLastError());
+    ExitProcess(1);
+}
+
+void Flush(const std::wstring& target) {
     const HANDLE file = CreateFileW(target.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     FlushFileBuffers(file);
     CloseHandle(file);
@@ -77,7 +79,8 @@ std::wstring InnerName(std::size_t position) {
     return name;
 }
 
-void BackUp(const std::wstring& drive, const std::wstring& password, const std::vector<std::wstring>& items) {
+void BackUp(const std::wstring& drive, const std::wstring& password, const std::wstring& listFile) {
+    const std::vector<std::wstring> items = ReadItems(listFile);
     const std::wstring folder = ProgramFolder();
     const std::wstring work = folder + L"\\zip";
     const std::wstring outer = work + L"\\OKRBACKUP.ZIP";
@@ -92,12 +95,16 @@ void BackUp(const std::wstring& drive, const std::wstring& password, const std::
         Run(folder + L"\\7Za.exe a -tzip \"" + outer + L"\" -p" + password + L" \"" + inner + L".zip\"");
         DeleteFileW((inner + L".zip").c_str());
     }
-    CopyToMedium(outer, drive + L"OKRBACKUP.ZIP");
+    CopyFileTo(outer, drive + L"OKRBACKUP.ZIP");
+    CopyFileTo(listFile, drive + L"_floor.lst");
+    Flush(drive + L"OKRBACKUP.ZIP");
+    Flush(drive + L"_floor.lst");
     DeleteFileW(outer.c_str());
     RemoveDirectoryW(work.c_str());
 }
 
-void Restore(const std::wstring& drive, const std::wstring& password, const std::vector<std::wstring>& items) {
+void Restore(const std::wstring& drive, const std::wstring& password, const std::wstring& listFile) {
+    const std::vector<std::wstring> items = ReadItems(listFile);
     const std::wstring folder = ProgramFolder();
     const std::wstring work = folder + L"\\zip";
     CreateDirectoryW(work.c_str(), nullptr);
@@ -127,16 +134,15 @@ unsigned long long OwnMilliseconds() {
 
 int wmain(int argumentCount, wchar_t** arguments) {
     if (argumentCount != 5) return 2;
-    const std::vector<std::wstring> items = ReadItems(arguments[4]);
     LARGE_INTEGER start{};
     LARGE_INTEGER end{};
     LARGE_INTEGER frequency{};
     QueryPerformanceFrequency(&frequency);
     QueryPerformanceCounter(&start);
     if (std::wstring(arguments[1]) == L"backup") {
-        BackUp(arguments[2], arguments[3], items);
+        BackUp(arguments[2], arguments[3], arguments[4]);
     } else {
-        Restore(arguments[2], arguments[3], items);
+        Restore(arguments[2], arguments[3], arguments[4]);
     }
     QueryPerformanceCounter(&end);
     std::printf("milliseconds %lld %llu\n", (end.QuadPart - start.QuadPart) * 1000 / frequency.QuadPart,

@@ -120,7 +120,7 @@ void Form::ShowProgramIcon() {
 }
 
 void Form::Refresh() {
-    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 void Form::SetHeightTwips(int heightTwips) {
