@@ -19,6 +19,7 @@ from workstation import BUILD, PROJECT, Display, Workstation
 
 LOGS = BUILD / "logs"
 FUZZ_SECONDS = 8
+PROGRAM_TIMEOUT_SECONDS = 180
 # Most tests wait more than they compute; more at once would disturb those that measure time.
 AT_ONCE = 2
 # Parts run in threads beside each other, and a process that was forked while others hold locks may hang.
@@ -56,7 +57,11 @@ def google_test(report, command, result, **options):
     result.unlink(missing_ok=True)
     log = LOGS / f"{report.name.replace(', ', '-').lower()}-tests.log"
     with open(log, "wb") as output:
-        code = subprocess.run(command, stdout=output, stderr=subprocess.STDOUT, check=False, **options).returncode
+        try:
+            code = subprocess.run(command, stdout=output, stderr=subprocess.STDOUT, check=False,
+                                  timeout=PROGRAM_TIMEOUT_SECONDS, **options).returncode
+        except subprocess.TimeoutExpired:
+            code = f"no answer within {PROGRAM_TIMEOUT_SECONDS} s"
     said = log.read_text(encoding="utf-8", errors="replace")
     where = f"(all of it: {log.relative_to(PROJECT)})"
     if not result.exists():
