@@ -13,7 +13,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
 
 from burner import Burner, install_image_mastering  # noqa: E402
-from workstation import BINARIES, BUILD, Workstation  # noqa: E402
+from workstation import BINARIES, BUILD, Display, Workstation  # noqa: E402
 
 ROUNDS = 7
 ARCHIVE_MEGABYTES = 600
@@ -39,7 +39,8 @@ def settle(drive):
 def main():
     folder = BUILD / "workstation" / "bench-discs"
     shutil.rmtree(folder, ignore_errors=True)
-    station = Workstation(folder)
+    display = Display()
+    station = Workstation(folder, display=display)
     try:
         install_image_mastering(station)
         drive = Burner(station, "g", "cd")
@@ -61,6 +62,7 @@ def main():
             settle(drive)
     finally:
         station.remove()
+        display.stop()
     ratio = statistics.median(burns) / statistics.median(copies)
     print(f"Medians of {ROUNDS} rounds, write and copy in turn.\n")
     print("| case | write s | copy s | ratio | at most | longest wait ms | at most |")

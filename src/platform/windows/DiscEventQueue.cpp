@@ -1,5 +1,7 @@
 #include "platform/windows/DiscEventQueue.h"
 
+#include "platform/RuntimeError.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -29,6 +31,8 @@ DiscEventQueue::DiscEventQueue(std::function<void(DiscEvent)> onEvent)
     }();
     window_.Reset(
         CreateWindowExW(0, MAKEINTATOM(windowClass), L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, module, nullptr));
+    // A message posted to no window would go to the posting thread, and nobody would ever be told of anything.
+    if (!arrived_ || !window_) throw RuntimeError(ErrorNumber::CannotCreateObject);
     SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 

@@ -44,6 +44,7 @@ struct DiscEvent {
 class DiscEventQueue {
   public:
     /// `onEvent` is called on the creating thread for every event that nobody took before; it may destroy the queue.
+    /// Throws 429 where the system gives no window.
     explicit DiscEventQueue(std::function<void(DiscEvent)> onEvent);
     DiscEventQueue(const DiscEventQueue&) = delete;
     DiscEventQueue& operator=(const DiscEventQueue&) = delete;
