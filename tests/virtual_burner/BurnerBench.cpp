@@ -187,7 +187,13 @@ void BurnerBench::SlowDown() {
 }
 
 bool BurnerBench::WaitForContent(wchar_t letter) {
-    RunFor([letter] { return DiscSetting(letter, "content") != "pending"; }, 15000);
+    // While the burner rewrites its state file a reader may find it empty.
+    RunFor(
+        [letter] {
+            const std::string content = DiscSetting(letter, "content");
+            return content == "shown" || content == "unreadable";
+        },
+        15000);
     return DiscSetting(letter, "content") == "shown";
 }
 

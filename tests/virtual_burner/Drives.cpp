@@ -133,7 +133,11 @@ void SettingsFile::Set(const std::string& key, const std::string& value) {
         std::ofstream file(written, std::ios::binary | std::ios::trunc);
         for (const std::string& kept : lines_) file << kept << '\n';
     }
-    MoveFileExW(written.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING);
+    // A reader that has it open at this moment keeps it from being replaced.
+    for (int tries = 0; tries < 300; ++tries) {
+        if (MoveFileExW(written.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) break;
+        Sleep(10);
+    }
 }
 
 VirtualDrive::VirtualDrive(const std::wstring& driveFolder)
