@@ -74,7 +74,7 @@ class BurnTest(DiscTest):
                                  text=True, check=True).stdout.split()
         self.assertEqual(sorted(name.strip("'") for name in listing), sorted([f"/{LIST_NAME}", f"/{ARCHIVE_NAME}"]))
         target = Path(tempfile.mkdtemp(dir=self.station.prefix))
-        subprocess.run(["7z", "x", "-y", f"-o{target}", str(image)], check=True, capture_output=True)
+        subprocess.run(["7zz", "x", "-y", f"-o{target}", str(image)], check=True, capture_output=True)
         self.assertEqual(sorted(os.listdir(target)), sorted([LIST_NAME, ARCHIVE_NAME]))
         for name in (LIST_NAME, ARCHIVE_NAME):
             self.assertTrue(filecmp.cmp(target / name, self.work_file(name), shallow=False), name)
