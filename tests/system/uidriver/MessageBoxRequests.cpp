@@ -66,8 +66,18 @@ class Picture {
     const unsigned char* pixels_ = nullptr;
 };
 
+// A box is found as soon as it is there, which may be before it has painted itself.
+void WaitUntilPainted(HWND control) {
+    constexpr int Looks = 200;
+    constexpr DWORD LookMilliseconds = 10;
+    constexpr DWORD ScreenMilliseconds = 60; // what is painted reaches the screen when the program next waits
+    for (int look = 0; look < Looks && GetUpdateRect(control, nullptr, FALSE); ++look) Sleep(LookMilliseconds);
+    Sleep(ScreenMilliseconds);
+}
+
 // An icon handle says nothing outside its process, so the icon is told by what the screen shows.
 std::wstring IconShownBy(HWND iconControl) {
+    WaitUntilPainted(iconControl);
     RECT rect{};
     GetWindowRect(iconControl, &rect);
     const SIZE size{rect.right - rect.left, rect.bottom - rect.top};
