@@ -233,7 +233,7 @@ void frmRestaureCD::lvFichiersRepertoires_ItemCheck(int row) {
     Guarded(L"lvFichiersRepertoires_ItemCheck, module frmRestaureCD", [&] {
         if (isRestoring_) return;
         rows_.Toggle(row);
-        lvFichiersRepertoires.Redraw();
+        lvFichiersRepertoires.RedrawRow(row);
         EnableLaunch();
     });
 }
@@ -303,7 +303,7 @@ void frmRestaureCD::CopierFichRepert(int index) {
         const ControlFileRecord& record = rows_.At(index).record;
         modGestionRestaure::UnZipIntermediaire(app_, ExtractionPath(record.restorePath), record.innerArchive);
         rows_.MarkRestored(index);
-        lvFichiersRepertoires.Redraw();
+        lvFichiersRepertoires.RedrawRow(index);
         app_.machine.messageLoop.RunPending();
     });
 }

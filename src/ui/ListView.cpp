@@ -74,6 +74,10 @@ void ListView::Redraw() {
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
+void ListView::RedrawRow(int row) {
+    Send(LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+}
+
 void ListView::Select(int row) {
     if (row >= 0 && Send(LVM_GETSELECTEDCOUNT) == 1 && Selected() == row) {
         ShowRow(row);

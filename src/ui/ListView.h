@@ -37,6 +37,7 @@ class ListView : public Control {
     /// Asks for the number of rows again and repaints; selection and place are kept where they can be.
     void RowsChanged();
     void Redraw();
+    void RedrawRow(int row);
     /// Makes one row the selected and focused one (-1: none) and scrolls it into view.
     void Select(int row);
     /// Scrolls one row into view.
