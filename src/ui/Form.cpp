@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace ui {
 
@@ -26,12 +27,16 @@ Form::Form(int templateId) : templateId_(templateId) {}
 Form::~Form() {
     // A derived part is gone by now: the window goes without its handlers.
     if (window_ != nullptr) {
-        HWND window = window_;
-        RemovePropW(window, FormProperty);
-        window_ = nullptr;
-        DestroyWindow(window);
+        DestroyWindow(Disconnect());
     }
     if (accelerators_ != nullptr) DestroyAcceleratorTable(accelerators_);
+}
+
+HWND Form::Disconnect() {
+    HWND window = std::exchange(window_, nullptr);
+    SetWindowLongPtrW(window, DWLP_USER, 0);
+    RemovePropW(window, FormProperty);
+    return window;
 }
 
 Form* Form::Of(HWND window) {
@@ -49,15 +54,6 @@ void Form::CreateChild(Form& parent, const RECT& place) {
     Create(&parent);
     SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_SHOWWINDOW);
-}
-
-void Form::CreateChild(Form& parent, int placeholderId) {
-    HWND placeholder = parent.ControlHandle(placeholderId);
-    RECT place{};
-    GetWindowRect(placeholder, &place);
-    MapWindowPoints(nullptr, parent.Handle(), reinterpret_cast<POINT*>(&place), 2);
-    Create(&parent);
-    SetWindowPos(window_, placeholder, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_SHOWWINDOW);
 }
 
 void Form::Show() {
@@ -90,9 +86,7 @@ void Form::Unload() {
     if (owner_ != nullptr && owner_->IsLoaded() && GetAncestor(window, GA_PARENT) == GetDesktopWindow()) {
         EnableWindow(owner_->Handle(), TRUE);
     }
-    RemovePropW(window, FormProperty);
-    window_ = nullptr;
-    DestroyWindow(window);
+    DestroyWindow(Disconnect());
     posted_.clear();
     wantedVisible_.clear();
     textColors_.clear();
@@ -241,10 +235,12 @@ void Form::RaiseActivate() {
 }
 
 INT_PTR CALLBACK Form::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    Form* form = Of(window);
+    // Read for every message, so not from the property, which a look-up by name takes.
+    auto* form = reinterpret_cast<Form*>(GetWindowLongPtrW(window, DWLP_USER));
     if (message == WM_INITDIALOG) {
         form = reinterpret_cast<Form*>(lParam);
         form->window_ = window;
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
         SetPropW(window, FormProperty, form);
     }
     if (form == nullptr) return FALSE;

@@ -34,8 +34,6 @@ class Form {
     void Create(Form* owner = nullptr);
     /// Creates the window as a visible child of `parent`, at a place in pixels of the parent's inside, and loads it.
     void CreateChild(Form& parent, const RECT& place);
-    /// The same where a control of `parent` holds the place, and next to it in the tab order; in its template's size.
-    void CreateChild(Form& parent, int placeholderId);
     /// Shows a created window and activates it.
     void Show();
     /// Creates, shows and runs the window until it is unloaded; `owner` is disabled meanwhile and activated after.
@@ -100,6 +98,8 @@ class Form {
   private:
     static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Parts the window from this object, which no message reaches any more; gives the window.
+    HWND Disconnect();
     bool HandleCommand(int controlId, int code);
     bool HandleNotify(NMHDR& header);
     void RaiseActivate();

@@ -22,7 +22,9 @@ class ScanControlTest : public testing::Test {
   protected:
     void Open() {
         parent.Create();
-        scan.CreateChild(parent, IDC_testLabel);
+        RECT place{0, 0, 240, 28};
+        MapDialogRect(parent.Handle(), &place);
+        scan.CreateChild(parent, place);
     }
     std::wstring Label() const {
         wchar_t text[256] = {};

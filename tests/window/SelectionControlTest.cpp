@@ -58,7 +58,9 @@ class SelectionControlTest : public testing::Test {
         SetWindowPos(parent.Handle(), nullptr, 0, 0, 820, 460, SWP_NOMOVE);
         for (HWND child = GetWindow(parent.Handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
             ShowWindow(child, SW_HIDE);
-        control->CreateChild(parent, IDC_testLabel);
+        RECT place{5, 4, 523, 242};
+        MapDialogRect(parent.Handle(), &place);
+        control->CreateChild(parent, place);
         parent.Show();
         ui::RunPendingMessages();
     }
