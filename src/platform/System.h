@@ -27,7 +27,10 @@ struct LocalTime {
 /// Holds something off for as long as it lives.
 class Hold {
   public:
+    Hold() = default;
     virtual ~Hold() = default;
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
 };
 
 /// The workstation: version, user, settings and clock.

@@ -3,6 +3,7 @@
 #include "platform/DiscLabel.h"
 #include "platform/DiscSpeeds.h"
 #include "platform/MasteringCodes.h"
+#include "platform/windows/AwakeHold.h"
 #include "platform/windows/DiscSink.h"
 #include "platform/windows/FileStream.h"
 
@@ -35,15 +36,6 @@ struct WriteGround {
     bool IsBlank() const { return (state & Mastering::StateBlank) != 0; }
     bool IsOverwriteOnly() const { return (state & Mastering::StateOverwriteOnly) != 0; }
     bool NeedsImport() const { return !IsBlank() && !IsOverwriteOnly(); }
-};
-
-/// Keeps the computer awake while the drive works.
-class AwakeHold {
-  public:
-    AwakeHold() { SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED); }
-    ~AwakeHold() { SetThreadExecutionState(ES_CONTINUOUS); }
-    AwakeHold(const AwakeHold&) = delete;
-    AwakeHold& operator=(const AwakeHold&) = delete;
 };
 
 HRESULT OpenSources(const std::vector<std::wstring>& files, std::vector<ImageSource>& sources) {

@@ -1,6 +1,7 @@
 #include "platform/windows/WindowsSystem.h"
 
 #include "platform/Text.h"
+#include "platform/windows/AwakeHold.h"
 #include "platform/windows/UniqueHandle.h"
 
 #include <windows.h>
@@ -18,12 +19,6 @@ std::wstring LocaleText(LCTYPE type) {
     GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text, 80);
     return text;
 }
-
-class AwakeHold : public Hold {
-  public:
-    AwakeHold() { SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED); }
-    ~AwakeHold() override { SetThreadExecutionState(ES_CONTINUOUS); }
-};
 
 } // namespace
 

@@ -1,0 +1,11 @@
+#include "platform/windows/AwakeHold.h"
+
+#include <windows.h>
+
+AwakeHold::AwakeHold() {
+    SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
+}
+
+AwakeHold::~AwakeHold() {
+    SetThreadExecutionState(ES_CONTINUOUS);
+}
