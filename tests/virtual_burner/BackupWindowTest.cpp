@@ -1,10 +1,10 @@
 // The backup window with a disc writer that works: what it leaves behind, and whether it goes on answering.
 #include "BurnerBench.h"
-#include "Footprint.h"
 #include "backup/frmBackup.h"
 #include "selection/ctlSelectionFichiersIds.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
+#include "window/Footprint.h"
 
 #include <gmock/gmock.h>
 
@@ -129,12 +129,12 @@ TEST_F(BackupWindow, TwoHundredLivesWithAWriterAtWorkLeaveNothingBehind) {
     BurnerBench::SetDrive(L'G', {{"write milliseconds", "300"}, {"stop milliseconds", "20"}, {"shows content", "no"}});
     // What the system loads once is there after the first windows.
     for (int turn = 0; turn < 12; ++turn) LiveOnce(turn);
-    const Footprint before = Footprint::Now();
+    const Footprint before = FootprintNow();
     ASSERT_GT(before.handles, 0u);
     ASSERT_GT(before.gdiObjects, 0u);
     for (int turn = 0; turn < 200; ++turn) LiveOnce(turn);
-    EXPECT_EQ(Footprint::Now(), before);
-    EXPECT_EQ(before.burnerObjects, 0);
+    EXPECT_EQ(FootprintNow(), before);
+    EXPECT_EQ(LiveBurnerObjects(), 0);
 }
 
 TEST_F(BackupWindow, AnswersWithinATenthOfASecondWhileADiscIsWritten) {

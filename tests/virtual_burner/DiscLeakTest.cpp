@@ -1,7 +1,7 @@
 // A disc writer leaves nothing behind, however it ends.
 #include "BurnerBench.h"
-#include "Footprint.h"
 #include "support/DiscWriterContract.h"
+#include "window/Footprint.h"
 
 namespace {
 
@@ -55,14 +55,14 @@ TEST(DiscLeaks, TwoHundredLivesLeaveNothingBehind) {
         renew();
         LiveOnce(bench, file, turn);
     }
-    const Footprint before = Footprint::Now();
+    const Footprint before = FootprintNow();
     ASSERT_GT(before.handles, 0u);
     for (int turn = 0; turn < 200; ++turn) {
         renew();
         LiveOnce(bench, file, turn);
     }
-    EXPECT_EQ(Footprint::Now(), before);
-    EXPECT_EQ(before.burnerObjects, 0);
+    EXPECT_EQ(FootprintNow(), before);
+    EXPECT_EQ(LiveBurnerObjects(), 0);
 }
 
 } // namespace

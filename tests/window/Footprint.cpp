@@ -1,10 +1,23 @@
-#include "Footprint.h"
+#include "window/Footprint.h"
 
-#include "HandleCount.h"
+#include "platform/windows/UniqueHandle.h"
+#include "window/HandleCount.h"
 
 #include <windows.h>
 
+#include <tlhelp32.h>
+
 namespace {
+
+std::size_t ThreadCount() {
+    const UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    std::size_t count = 0;
+    for (BOOL isFound = Thread32First(snapshot.Get(), &entry); isFound; isFound = Thread32Next(snapshot.Get(), &entry))
+        count += entry.th32OwnerProcessID == GetCurrentProcessId();
+    return count;
+}
 
 std::size_t GdiObjectCount() {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS); count > 0) return count;
@@ -29,16 +42,19 @@ BOOL CALLBACK CountWithChildren(HWND window, LPARAM count) {
 std::size_t WindowCount() {
     std::size_t count = 0;
     EnumThreadWindows(GetCurrentThreadId(), CountWithChildren, reinterpret_cast<LPARAM>(&count));
+    // Message-only windows are passed over by that.
+    for (HWND window = nullptr; (window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;)
+        count += GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
     return count;
 }
 
 } // namespace
 
 std::ostream& operator<<(std::ostream& stream, const Footprint& footprint) {
-    return stream << footprint.handles << " handles, " << footprint.gdiObjects << " GDI objects, " << footprint.windows
-                  << " windows";
+    return stream << footprint.handles << " handles, " << footprint.threads << " threads, " << footprint.gdiObjects
+                  << " GDI objects, " << footprint.windows << " windows";
 }
 
 Footprint FootprintNow() {
-    return {HandleCount(GetCurrentProcess()), GdiObjectCount(), WindowCount()};
+    return {HandleCount(GetCurrentProcess()), ThreadCount(), GdiObjectCount(), WindowCount()};
 }
