@@ -118,8 +118,8 @@ void Restore(const std::wstring& drive, const std::wstring& password, const std:
     RemoveDirectoryW(work.c_str());
 }
 
-// The archiver writes its progress letter by letter to a device, and in whole blocks to a pipe. The test driver starts the
-// program with the null device, so here the archiver gets the same; this program's own output is unaffected.
+// The archiver writes its progress letter by letter to a device, and in whole blocks to a pipe. The test driver starts
+// the program with the null device, so here the archiver gets the same; this program's own output is unaffected.
 void GiveTheArchiverTheNullDevice() {
     SECURITY_ATTRIBUTES isInheritable{sizeof isInheritable, nullptr, TRUE};
     const HANDLE nowhere = CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
