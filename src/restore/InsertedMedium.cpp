@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 
 #include <functional>
+#include <new>
 
 InsertedMedium LookAtMedium(const Application& app, const std::wstring& root) {
     InsertedMedium medium;
@@ -27,6 +28,9 @@ InsertedMedium LookAtMedium(const Application& app, const std::wstring& root) {
     } catch (const RuntimeError& error) {
         medium.failure = error;
         print.failure = error.Number();
+    } catch (const std::bad_alloc&) {
+        medium.failure = RuntimeError(ErrorNumber::OutOfMemory);
+        print.failure = medium.failure->Number();
     }
     return medium;
 }

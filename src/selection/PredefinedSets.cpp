@@ -2,6 +2,7 @@
 
 #include "archive/SequentialInput.h"
 #include "archive/UserProfileMarker.h"
+#include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "selection/ItemSpace.h"
@@ -69,11 +70,10 @@ std::vector<std::wstring> PredefinedSets::Entries(const std::wstring& listFile) 
     bytes.resize(bytes.find_last_not_of(" \t") + 1);
     SequentialInput input(bytes);
     const bool isOutlook = Contains(listFile, L"outlook");
-    const std::wstring profile = app_.strProfilUtilisateur;
+    const AtScopeEnd restore([this, profile = app_.strProfilUtilisateur] { app_.strProfilUtilisateur = profile; });
     if (isOutlook) LireProfilUtilisateur(app_);
     std::vector<std::wstring> entries;
     while (!input.IsAtEnd()) entries.push_back(WithUserProfile(input.Field(), app_.strProfilUtilisateur));
-    if (isOutlook) app_.strProfilUtilisateur = profile;
     return entries;
 }
 

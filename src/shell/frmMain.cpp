@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include "platform/AtScopeEnd.h"
 #include "shell/DiskDetection.h"
 #include "shell/Language.h"
 #include "shell/StartUp.h"
@@ -220,9 +221,11 @@ void frmMain::optBackup_Click() {
         if (!optBackup.IsChecked()) return;
         ShowMedia();
         if (isDetecting_) return;
-        isDetecting_ = true;
-        DetectAgain();
-        isDetecting_ = false;
+        {
+            isDetecting_ = true;
+            const AtScopeEnd done([this] { isDetecting_ = false; });
+            DetectAgain();
+        }
         if (std::exchange(isBackupClickHeld_, false)) cmdBackup_Click();
     });
 }

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <utility>
+
+/// Does something when its scope is left, however that happens. The action must not throw.
+template<class Action>
+class AtScopeEnd {
+  public:
+    explicit AtScopeEnd(Action action) : action_(std::move(action)) {}
+    ~AtScopeEnd() { action_(); }
+    AtScopeEnd(const AtScopeEnd&) = delete;
+    AtScopeEnd& operator=(const AtScopeEnd&) = delete;
+
+  private:
+    Action action_;
+};
