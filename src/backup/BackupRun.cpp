@@ -129,14 +129,14 @@ void BackupRun::StartWriting(bool hasFailed) {
 
 BackupRun::Preparation BackupRun::PreparerArchive() {
     Preparation result;
-    Guarded(app_, L"PreparerArchive, module frmBackupCD", [&] {
+    const bool isComplete = Guarded(app_, L"PreparerArchive, module frmBackupCD", [&] {
         if (!steps_.ValidZipApp()) {
             ReportError(app_, L"PreparerArchive, module frmBackupCD",
                         static_cast<std::int32_t>(ErrorNumber::FileNotFound),
                         steps_.GetZipAppName() + L" : " + app_.Text(169));
-            return;
+            return true;
         }
-        if (!steps_.DemanderMotPasse()) return;
+        if (!steps_.DemanderMotPasse()) return true;
         state_.awake = app_.machine.system.KeepAwake();
         BuildArchive(result);
         if (FitsMedium(app_.archiveSizeBytes, app_.availableSpace)) {
@@ -144,7 +144,10 @@ BackupRun::Preparation BackupRun::PreparerArchive() {
         } else {
             app_.ShowMessage(147, 146, box::Exclamation);
         }
+        return true;
     });
+    // A step that failed as a whole has left the window in its busy mode.
+    if (!isComplete) ReturnToIdle();
     return result;
 }
 

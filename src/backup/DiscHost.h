@@ -14,6 +14,8 @@ class DiscHost {
     virtual const std::wstring& Drive() const = 0;
     /// The figure of the required space as it is shown.
     virtual std::wstring RequiredSpaceText() const = 0;
+    /// The kind of the disc as text.
+    virtual std::wstring DiscMediaTypeString() const = 0;
     /// The writer component; null when the medium has none.
     virtual DiscWriter* Writer() = 0;
     virtual void RefreshDiscInfo() = 0;

@@ -2,6 +2,7 @@
 
 #include "archive/clsListe.h"
 #include "backup/DiscRules.h"
+#include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
@@ -58,7 +59,7 @@ void DiscSide::RefreshDiscInfo() {
         app_.availableSpace = report.available;
         state_.disc = report.disc;
         view_.ShowPanels(report);
-        view_.ShowEraseButton(state_.IsDiscMedium(), report.isErasable);
+        view_.ShowEraseButton(state_.IsDiscMedium(), report.disc.flDiscErasable);
     });
     view_.AfficherEspaces();
     view_.MajBoutonLancer();
@@ -66,22 +67,6 @@ void DiscSide::RefreshDiscInfo() {
 
 std::wstring DiscSide::DiscMediaTypeString() const {
     return KindName(app_, state_.disc.kind);
-}
-
-bool DiscSide::flNoDisc() const {
-    return state_.disc.presence == DiscPresence::None;
-}
-
-bool DiscSide::flMediaUnrecognized() const {
-    return state_.disc.presence == DiscPresence::Unrecognized;
-}
-
-bool DiscSide::flDiscWritable() const {
-    return state_.disc.isWritable;
-}
-
-bool DiscSide::flDiscErasable() const {
-    return state_.disc.presence == DiscPresence::Ready && IsKindErasable(state_.miTypeMedia, state_.disc.kind);
 }
 
 void DiscSide::CheckKind() {
@@ -97,11 +82,11 @@ bool DiscSide::IsDiscAccepted() {
 bool DiscSide::DiscWritableCD() {
     return Guarded(app_, L"DiscWritableCD, module frmBackupCD", [this] {
         const DiscFacts disc = Report().disc;
-        if (disc.presence == DiscPresence::None) {
+        if (disc.flNoDisc()) {
             app_.ShowMessage(145, 0, box::Ok);
             return false;
         }
-        if (!disc.isWritable) {
+        if (!disc.flDiscWritable) {
             app_.ShowMessage(267, 0, box::Ok);
             return false;
         }
@@ -112,7 +97,7 @@ bool DiscSide::DiscWritableCD() {
 bool DiscSide::DiscWritableDVD() {
     return Guarded(app_, L"DiscWritableDVD, module frmBackupCD", [this] {
         const DiscFacts disc = Report().disc;
-        return disc.presence != DiscPresence::None && IsKindOfMedium(Medium::Dvd, disc.kind);
+        return !disc.flNoDisc() && IsKindOfMedium(Medium::Dvd, disc.kind);
     });
 }
 
@@ -228,11 +213,15 @@ void DiscSide::EffacerDisque() {
         app_.ShowMessage(259, 260, box::Exclamation);
         return;
     }
-    view_.ActiverControles(false);
-    state_.isErasing = true;
-    view_.ShowEraseWindow();
-    state_.isErasing = false;
-    view_.ActiverControles(true);
+    {
+        view_.ActiverControles(false);
+        state_.isErasing = true;
+        const AtScopeEnd release([this] {
+            state_.isErasing = false;
+            view_.ActiverControles(true);
+        });
+        view_.ShowEraseWindow();
+    }
     RefreshDiscInfo();
 }
 

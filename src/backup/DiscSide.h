@@ -33,11 +33,8 @@ class DiscSide final : private DiscWriterEvents {
 
     /// Reads the medium again: state, panels, available space and what depends on them.
     void RefreshDiscInfo();
+    /// The kind of the disc as it was read last.
     std::wstring DiscMediaTypeString() const;
-    bool flNoDisc() const;
-    bool flMediaUnrecognized() const;
-    bool flDiscWritable() const;
-    bool flDiscErasable() const;
     /// Tells the user when the disc does not belong to the medium chosen.
     void CheckKind();
 

@@ -23,7 +23,7 @@ std::wstring Amount(const Application& app, double bytes) {
 }
 
 void ReportCdSpace(const Application& app, const DiscWriter& writer, MediumReport& report) {
-    if (!report.disc.isWritable) return;
+    if (!report.disc.flDiscWritable) return;
     report[Panel::UsedSpace] = Amount(app, static_cast<double>(writer.UsedBytes()), L"000.00", L"MB");
     report[Panel::TotalSpace] = Amount(app, static_cast<double>(writer.TotalBytes()), MegabytePicture, L"MB");
     report.available = Currency::FromDouble(static_cast<double>(CdFreeMegabytes(writer.FreeBytes()) * MegabyteBytes));
@@ -62,19 +62,19 @@ MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWrite
     MediumReport report;
     DiscFacts& disc = report.disc;
     if (writer != nullptr) disc.presence = writer->Presence();
-    if (disc.presence == DiscPresence::None) {
+    if (disc.flNoDisc()) {
         report[Panel::Type] = app.Text(163);
         return report;
     }
-    if (disc.presence == DiscPresence::Unrecognized) {
+    if (disc.flMediaUnrecognized()) {
         report[Panel::Type] = app.Text(164);
         return report;
     }
     disc.kind = writer->Kind();
     disc.status = writer->Status();
     disc.isDvdReady = writer->IsDvdReady();
-    disc.isWritable = IsKindWritable(medium, disc.kind, writer->IsWritable());
-    report.isErasable = IsKindErasable(medium, disc.kind);
+    disc.flDiscWritable = IsKindWritable(medium, disc.kind, writer->IsWritable());
+    disc.flDiscErasable = IsKindErasable(medium, disc.kind);
     report[Panel::Type] = KindName(app, disc.kind);
     if (medium == Medium::Cd) ReportCdSpace(app, *writer, report);
     if (medium == Medium::Dvd) ReportDvdSpace(app, *writer, report);

@@ -14,7 +14,6 @@ struct MediumReport {
     std::array<std::wstring, PanelCount> panels; ///< the time is left to the window
     Currency available;
     DiscFacts disc;
-    bool isErasable = false;
 
     std::wstring& operator[](Panel panel) { return panels[static_cast<std::size_t>(panel)]; }
     const std::wstring& operator[](Panel panel) const { return panels[static_cast<std::size_t>(panel)]; }

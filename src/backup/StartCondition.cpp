@@ -4,11 +4,11 @@ namespace {
 
 bool IsCdReady(const DiscFacts& disc) {
     return disc.presence == DiscPresence::Ready && (disc.kind == MediaKind::CdR || disc.kind == MediaKind::CdRw) &&
-           disc.status < DiscStatus::Closed && disc.isWritable;
+           disc.status < DiscStatus::Closed && disc.flDiscWritable;
 }
 
 bool IsDvdReady(const DiscFacts& disc) {
-    return disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam && disc.isDvdReady && disc.isWritable;
+    return disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam && disc.isDvdReady && disc.flDiscWritable;
 }
 
 } // namespace

@@ -10,7 +10,11 @@ struct DiscFacts {
     MediaKind kind = MediaKind::CdRom;
     DiscStatus status = DiscStatus::Blank;
     bool isDvdReady = false;
-    bool isWritable = false;
+    bool flDiscWritable = false;
+    bool flDiscErasable = false;
+
+    bool flNoDisc() const { return presence == DiscPresence::None; }
+    bool flMediaUnrecognized() const { return presence == DiscPresence::Unrecognized; }
 };
 
 /// Whether the start button can be pressed. The disc counts for CD and DVD only.

@@ -136,8 +136,9 @@ bool frmBackup::OnClosing() {
 void frmBackup::OnUnload() {
     isUnloading_ = true;
     Guarded(L"Form_Unload, module frmBackupCD", [this] {
-        // A writer that is still at work lets messages run until it has stopped.
+        // A writer that is still at work lets messages run until it has stopped, which takes a drive up to minutes.
         EnableWindow(Handle(), FALSE);
+        app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
         discs_.ReleaseWriter();
         state_.awake.reset();
         eraseWindow_ = nullptr;

@@ -47,6 +47,7 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     Medium MediaType() const override { return state_.miTypeMedia; }
     const std::wstring& Drive() const override { return state_.mstrDrive; }
     std::wstring RequiredSpaceText() const override { return lblEspaceRequis.Text(); }
+    std::wstring DiscMediaTypeString() const override { return discs_.DiscMediaTypeString(); }
     DiscWriter* Writer() override { return discs_.Writer(); }
     void RefreshDiscInfo() override { discs_.RefreshDiscInfo(); }
     void RefreshWindow() override { ui::Form::Refresh(); }

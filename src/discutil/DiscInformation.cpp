@@ -1,6 +1,5 @@
 #include "discutil/DiscInformation.h"
 
-#include "backup/DiscRules.h"
 #include "backup/DriveEntries.h"
 #include "backup/MediumReport.h"
 #include "platform/Drives.h"
@@ -43,10 +42,11 @@ void ApplyStatus(const Application& app, DiscStatus status, DiscInformation& inf
 
 } // namespace
 
-DiscInformation InformationOnDisc(const Application& app, Medium medium, const DiscWriter& writer) {
+DiscInformation InformationOnDisc(const Application& app, Medium medium, const std::wstring& kindText,
+                                  const DiscWriter& writer) {
     DiscInformation information;
     const double usedMegabytes = Megabytes(static_cast<double>(writer.UsedBytes()));
-    information.type = KindName(app, writer.Kind());
+    information.type = kindText;
     information.used = Amount(app, usedMegabytes);
     information.estimate =
         Amount(app, medium == Medium::Dvd ? DvdMegabytes - usedMegabytes
@@ -55,17 +55,16 @@ DiscInformation InformationOnDisc(const Application& app, Medium medium, const D
     return information;
 }
 
-DiscInformation InformationOnDisk(const Application& app, Medium medium, const std::wstring& root,
-                                  const std::wstring& requiredText) {
-    DiscInformation information;
+void ReadInformationOnDisk(const Application& app, Medium medium, const std::wstring& root,
+                           const std::wstring& requiredText, DiscInformation& information) {
     information.type = app.Text(MediumLabelId(medium));
     information.estimate = requiredText;
     if (!app.machine.drives.Exists(root)) {
         information.status = app.Text(141);
-        return information;
+        information.used = L"";
+        return;
     }
-    const DriveSpace space = app.machine.drives.Space(root);
     information.status = app.Text(140);
+    const DriveSpace space = app.machine.drives.Space(root);
     information.used = std::to_wstring(std::llrint(Megabytes(space.totalBytes - space.freeBytes)));
-    return information;
 }

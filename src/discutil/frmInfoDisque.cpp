@@ -1,6 +1,6 @@
 #include "discutil/frmInfoDisque.h"
 
-#include "discutil/DiscInformation.h"
+#include "platform/AtScopeEnd.h"
 #include "platform/RuntimeError.h"
 
 #include <array>
@@ -54,14 +54,25 @@ void frmInfoDisque::Rafraichir() {
         const Medium medium = parent_->MediaType();
         const DiscWriter* writer = parent_->Writer();
         if (IsDisc(medium) && writer == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
-        const DiscInformation information =
-            IsDisc(medium) ? InformationOnDisc(app_, medium, *writer)
-                           : InformationOnDisk(app_, medium, parent_->Drive(), parent_->RequiredSpaceText());
-        lblTypeCD.SetText(information.type);
-        if (information.status) lblStatutCD.SetText(*information.status);
-        lblEspaceUtilise.SetText(information.used);
-        lblEstimEspaceUtilise.SetText(information.estimate);
+        DiscInformation information;
+        // A disk that fails in the middle still shows what it told before.
+        const AtScopeEnd show([&] { ShowInformation(information); });
+        if (IsDisc(medium)) {
+            information = InformationOnDisc(app_, medium, parent_->DiscMediaTypeString(), *writer);
+        } else {
+            ReadInformationOnDisk(app_, medium, parent_->Drive(), parent_->RequiredSpaceText(), information);
+        }
     });
+}
+
+void frmInfoDisque::ShowInformation(const DiscInformation& information) {
+    const auto set = [](ui::Label& label, const std::optional<std::wstring>& text) {
+        if (text) label.SetText(*text);
+    };
+    set(lblTypeCD, information.type);
+    set(lblStatutCD, information.status);
+    set(lblEspaceUtilise, information.used);
+    set(lblEstimEspaceUtilise, information.estimate);
 }
 
 void frmInfoDisque::cmdRafraichir_Click() {

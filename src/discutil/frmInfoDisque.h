@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/DiscHost.h"
+#include "discutil/DiscInformation.h"
 #include "discutil/frmInfoDisqueIds.h"
 #include "shell/ApplicationForm.h"
 
@@ -19,6 +20,7 @@ class frmInfoDisque final : public ApplicationForm {
   private:
     void InitCaptions();
     void Rafraichir();
+    void ShowInformation(const DiscInformation& information);
     void cmdRafraichir_Click();
     void cmdOk_Click();
 

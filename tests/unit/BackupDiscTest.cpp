@@ -26,8 +26,13 @@ class DiscTest : public testing::Test {
     FakeDisc& Dvd() { return machine.discWriters.dvdDrives[0].disc; }
     MediumReport CdReport() { return ReportOnDisc(machine.app, Medium::Cd, cdWriter.get()); }
     MediumReport DvdReport() { return ReportOnDisc(machine.app, Medium::Dvd, dvdWriter.get()); }
-    DiscInformation CdInformation() { return InformationOnDisc(machine.app, Medium::Cd, *cdWriter); }
-    DiscInformation DvdInformation() { return InformationOnDisc(machine.app, Medium::Dvd, *dvdWriter); }
+    DiscInformation CdInformation() { return InformationOnDisc(machine.app, Medium::Cd, L"kind", *cdWriter); }
+    DiscInformation DiskInformation(Medium medium) {
+        DiscInformation information;
+        ReadInformationOnDisk(machine.app, medium, L"E:\\", L"required", information);
+        return information;
+    }
+    DiscInformation DvdInformation() { return InformationOnDisc(machine.app, Medium::Dvd, L"kind", *dvdWriter); }
     void SpeakEnglish() {
         machine.app.lngLangue = 10000;
         machine.system.decimalSeparator = L".";
@@ -69,7 +74,7 @@ TEST_F(DiscTest, ADoubleLayerDvdPassesTheKindCheckButCannotStart) {
     Dvd() = BlankDisc(MediaKind::DvdPlusRDl, 8500 * Megabyte);
     const MediumReport report = DvdReport();
     EXPECT_TRUE(IsKindOfMedium(Medium::Dvd, report.disc.kind));
-    EXPECT_FALSE(report.disc.isWritable);
+    EXPECT_FALSE(report.disc.flDiscWritable);
     EXPECT_EQ(report.available, Currency());
     EXPECT_FALSE(CanStartBackup(Medium::Dvd, report.disc, {Currency::FromDouble(1), Currency::FromDouble(2), 2}));
 }
@@ -248,7 +253,7 @@ TEST_F(DiscTest, TheProposedLabelIsTheDateInTheLanguagesOrder) {
 TEST_F(DiscTest, InformationOnABlankCdSaysNothingIsUsed) {
     Cd() = BlankDisc(MediaKind::CdR, 650 * Megabyte);
     const DiscInformation information = CdInformation();
-    EXPECT_EQ(information.type, L"CD-R");
+    EXPECT_EQ(information.type, L"kind");
     EXPECT_EQ(information.status, L"Vierge");
     EXPECT_EQ(information.used, L"0.000 Mo");
     EXPECT_EQ(information.estimate, L"  650,000 Mo");
@@ -291,7 +296,7 @@ TEST_F(DiscTest, InformationOnAStatusWithoutATextLeavesTheStatusAsItWas) {
 }
 
 TEST_F(DiscTest, InformationOnARemovedDiskHasAnEmptyUsedSpace) {
-    const DiscInformation information = InformationOnDisk(machine.app, Medium::RemovableDisk, L"E:\\", L"required");
+    const DiscInformation information = DiskInformation(Medium::RemovableDisk);
     EXPECT_EQ(information.type, L"Disque amovible");
     EXPECT_EQ(information.estimate, L"required");
     EXPECT_EQ(information.status, L"non disponible");
@@ -301,7 +306,7 @@ TEST_F(DiscTest, InformationOnARemovedDiskHasAnEmptyUsedSpace) {
 TEST_F(DiscTest, InformationOnADiskShowsWholeMegabytesUsed) {
     machine.drives.Add(L"E:\\", DriveType::Fixed, L"", {100.0 * 1048576, 300.6 * 1048576});
     SpeakEnglish();
-    const DiscInformation information = InformationOnDisk(machine.app, Medium::ExternalDisk, L"E:\\", L"required");
+    const DiscInformation information = DiskInformation(Medium::ExternalDisk);
     EXPECT_EQ(information.type, L"External disk");
     EXPECT_EQ(information.status, L"Ready");
     EXPECT_EQ(information.used, L"201");

@@ -550,7 +550,7 @@ TEST_F(BackupRunTest, AnotherDiscIsReadAndItsWrongKindIsSaid) {
     Writer().InsertDisc(unknown);
     EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_EQ(view.report[Panel::Type], L"Disque non reconnu");
-    EXPECT_TRUE(discs.flMediaUnrecognized());
+    EXPECT_TRUE(state.disc.flMediaUnrecognized());
 }
 
 TEST_F(BackupRunTest, TheEraseButtonIsThereForDiscsAndLiveForRewritableOnes) {
@@ -559,11 +559,12 @@ TEST_F(BackupRunTest, TheEraseButtonIsThereForDiscsAndLiveForRewritableOnes) {
     EXPECT_FALSE(view.isEraseEnabled);
     Writer().InsertDisc(BlankDisc(MediaKind::CdRw, 600 * Megabyte));
     EXPECT_TRUE(view.isEraseEnabled);
-    EXPECT_TRUE(discs.flDiscErasable());
+    EXPECT_TRUE(state.disc.flDiscErasable);
+    EXPECT_EQ(discs.DiscMediaTypeString(), L"CD-RW");
     Writer().InsertDisc({});
     EXPECT_TRUE(view.isEraseVisible);
     EXPECT_FALSE(view.isEraseEnabled);
-    EXPECT_TRUE(discs.flNoDisc());
+    EXPECT_TRUE(state.disc.flNoDisc());
     UseDisk(Medium::RemovableDisk);
     EXPECT_FALSE(view.isEraseVisible);
 }
@@ -574,6 +575,24 @@ TEST_F(BackupRunTest, ErasingKeepsTheControlsQuietAndReadsTheDiscAgain) {
     discs.EffacerDisque();
     EXPECT_FALSE(state.isErasing);
     EXPECT_THAT(view.calls, ElementsAre(L"disable", L"erase window", L"enable", L"panels", L"spaces", L"start button"));
+}
+
+TEST_F(BackupRunTest, AnEraseWindowThatFailsGivesTheControlsBack) {
+    UseDisc(Medium::Cd, BlankDisc(MediaKind::CdRw, 600 * Megabyte));
+    view.whileErasing = [] { throw RuntimeError(ErrorNumber::OutOfMemory); };
+    EXPECT_THROW(discs.EffacerDisque(), RuntimeError);
+    EXPECT_FALSE(state.isErasing);
+    EXPECT_EQ(view.calls.back(), L"enable");
+}
+
+TEST_F(BackupRunTest, AStepThatFailsAsAWholeLeavesTheWindowIdle) {
+    UseDisk(Medium::RemovableDisk);
+    steps.whileArchiving = [] { throw RuntimeError(ErrorNumber::OutOfMemory); };
+    run.Launch();
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L"PreparerArchive, module frmBackupCD"));
+    EXPECT_EQ(Modes().back(), L"idle");
+    EXPECT_FALSE(run.IsRunning());
 }
 
 TEST_F(BackupRunTest, ADiscOfUnknownStatusIsNotErased) {

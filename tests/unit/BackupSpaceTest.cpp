@@ -24,7 +24,7 @@ DiscFacts ReadyDisc(MediaKind kind) {
     disc.presence = DiscPresence::Ready;
     disc.kind = kind;
     disc.isDvdReady = true;
-    disc.isWritable = true;
+    disc.flDiscWritable = true;
     return disc;
 }
 
@@ -56,7 +56,7 @@ TEST(StartButton, NeedsEachConditionOfACd) {
     disc.status = DiscStatus::Unknown;
     EXPECT_FALSE(CanStartBackup(Medium::Cd, disc, Roomy()));
     disc = ReadyDisc(MediaKind::CdR);
-    disc.isWritable = false;
+    disc.flDiscWritable = false;
     EXPECT_FALSE(CanStartBackup(Medium::Cd, disc, Roomy()));
     disc = ReadyDisc(MediaKind::CdR);
     disc.isDvdReady = false;
@@ -70,7 +70,7 @@ TEST(StartButton, NeedsAReadyWritableDvdWhateverItsStatus) {
     disc.isDvdReady = false;
     EXPECT_FALSE(CanStartBackup(Medium::Dvd, disc, Roomy()));
     disc = ReadyDisc(MediaKind::DvdPlusR);
-    disc.isWritable = false;
+    disc.flDiscWritable = false;
     EXPECT_FALSE(CanStartBackup(Medium::Dvd, disc, Roomy()));
 }
 

@@ -40,6 +40,7 @@ class FakeDiscHost : public DiscHost, private DiscWriterEvents {
     Medium MediaType() const override { return medium; }
     const std::wstring& Drive() const override { return drive; }
     std::wstring RequiredSpaceText() const override { return L"required"; }
+    std::wstring DiscMediaTypeString() const override { return {}; }
     DiscWriter* Writer() override { return writer.get(); }
     void RefreshDiscInfo() override { ++refreshes; }
     bool EffacementEnCour() const override { return isErasing; }

@@ -23,11 +23,13 @@ class InformationHost : public DiscHost {
   public:
     Medium medium = Medium::Cd;
     std::wstring drive = L"E:\\";
+    std::wstring kind;
     std::unique_ptr<DiscWriter> writer;
 
     Medium MediaType() const override { return medium; }
     const std::wstring& Drive() const override { return drive; }
     std::wstring RequiredSpaceText() const override { return L"Required :  1,000"; }
+    std::wstring DiscMediaTypeString() const override { return kind; }
     DiscWriter* Writer() override { return writer.get(); }
     void RefreshDiscInfo() override {}
     bool EffacementEnCour() const override { return false; }
@@ -44,6 +46,7 @@ class InformationWindowTest : public testing::Test {
         host.medium = medium;
         if (medium == Medium::Cd) host.writer = machine.discWriters.Create(DiscFamily::Cd);
         if (medium == Medium::Dvd) host.writer = machine.discWriters.Create(DiscFamily::Dvd);
+        host.kind = medium == Medium::Dvd ? L"DVD+R" : L"CD-R";
         form.SetParent(host);
         form.Create();
         form.Show();
@@ -121,6 +124,14 @@ TEST_F(InformationWindowTest, ARemovedUsbDiskIsNotAvailableAndItsUsedSpaceEmpty)
     machine.drives.Remove(L"E:\\");
     Click(IDC_cmdRafraichir);
     ExpectShown(L"Disque amovible", L"non disponible", L"", L"Required :  1,000");
+}
+
+TEST_F(InformationWindowTest, ADiskThatCannotBeReadStillShowsWhatIsKnownOfIt) {
+    machine.drives.Add(L"E:\\", DriveType::Removable, std::nullopt).canRead = false;
+    Open(Medium::RemovableDisk);
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L"Rafraichir, module frmInfoDisque"));
+    ExpectShown(L"Disque amovible", L"Prêt", L"0", L"Required :  1,000");
 }
 
 TEST_F(InformationWindowTest, AnExternalDiskIsNamedSo) {
