@@ -5,6 +5,7 @@ by hard links, which Wine never writes to, so a copy costs a few milliseconds.
 """
 
 import atexit
+import functools
 import os
 import shutil
 import subprocess
@@ -34,6 +35,16 @@ def _wine_tool(name):
         if candidate and os.access(candidate, os.X_OK):
             return candidate
     raise CannotHave(f"there is no {name} on this machine")
+
+
+@functools.cache
+def _same_addresses():
+    """The start of a command line whose processes get the same addresses each time. With random ones the heap of one
+    process in some thousands lies where Wine must put a page of its own, and that process does not start."""
+    command = ["setarch", "--addr-no-randomize"]
+    is_allowed = subprocess.run([*command, "true"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                check=False).returncode == 0
+    return command if is_allowed else []
 
 
 def _base_environment(prefix):
@@ -79,7 +90,7 @@ def _make_template():
     scratch.mkdir(parents=True)
     environment = _base_environment(scratch)
     try:
-        subprocess.run([_wine_tool("wineboot"), "-i"], env=environment, check=True, timeout=180,
+        subprocess.run([*_same_addresses(), _wine_tool("wineboot"), "-i"], env=environment, check=True, timeout=180,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         subprocess.run([_wine_tool("wineserver"), "-w"], env=environment, check=True, timeout=60)
     except (subprocess.SubprocessError, OSError) as failure:
@@ -279,7 +290,7 @@ class Workstation:
             hive.write(f"\n[{escaped}] 1\n" + "".join(line + "\n" for line in lines))
 
     def wine_command(self, *arguments):
-        return [_wine_tool("wine"), *arguments]
+        return [*_same_addresses(), _wine_tool("wine"), *arguments]
 
     def stop(self):
         """Ends everything that runs on the workstation."""
