@@ -1,5 +1,6 @@
 """Time of a backup and of a restore by the program, against a bare program that runs the same archiver command lines."""
 
+import contextlib
 import os
 import random
 import re
@@ -18,6 +19,8 @@ from program import IDOK, Program  # noqa: E402
 from workstation import BINARIES, BUILD, Display, Workstation  # noqa: E402
 
 PASSWORD = "Valcoreaux1"
+ITEM_LIST = r"C:\items.txt"
+RESULT = r"C:\result.txt"
 ROUNDS = 3
 TARGET_RATIO = 1.03
 TARGET_MEGABYTES = 15
@@ -182,40 +185,56 @@ def measure_program_restore(station):
         program.stop()
 
 
-def measure_floor(station, action, item_list):
-    done = subprocess.run(station.wine_command(station.program_folder + r"\floor.exe", action, "E:\\", PASSWORD, item_list),
-                          env=station.environment, cwd=station.path(station.program_folder), check=False,
-                          capture_output=True, text=True, errors="replace")
-    if done.returncode != 0:
-        raise RuntimeError(f"the floor ended with {done.returncode}: {done.stderr}{done.stdout[-500:]}")
-    elapsed, own = done.stdout.split("milliseconds")[1].split()[:2]
+def measure_floor(station, driver, action, seconds=600):
+    """Started like the program is, by the same driver, so that the archiver meets the same conditions."""
+    result = station.path(RESULT)
+    result.unlink(missing_ok=True)
+    driver.call("start", station.program_folder,
+                f'"{station.program_folder}\\floor.exe" {action} E:\\ {PASSWORD} {ITEM_LIST} {RESULT}')
+    deadline = time.monotonic() + seconds
+    while not result.exists():
+        if time.monotonic() > deadline:
+            raise TimeoutError("the floor does not end")
+        time.sleep(0.05)
+    text = result.read_text()
+    if not re.fullmatch(r"\d+ \d+", text):
+        raise RuntimeError(f"the floor failed: {text}")
+    elapsed, own = text.split()
     return int(elapsed) / 1000, int(own) / 1000
+
+
+def started_session(station):
+    """A driver in a Windows session that has shown windows already: what follows is measured in one and the same."""
+    program = Program(station)
+    program.main_window().press("cmdSortie")
+    program.wait_exit()
+    return program.driver
 
 
 def measure(name, make):
     folder = BUILD / "workstation" / "bench"
     shutil.rmtree(folder, ignore_errors=True)
-    display = Display()
-    station = Workstation(folder, display=display)
     runs = {action: {column: [] for column in ("floor", "floor own", "program", "own", "peak")}
             for action in ("backup", "restore")}
-    try:
+    with contextlib.ExitStack() as ending:
+        display = Display()
+        ending.callback(display.stop)
+        station = Workstation(folder, display=display)
+        ending.callback(station.remove)
         station.add_drive("e")
         shutil.copy2(BINARIES / "floor.exe", station.path(station.program_folder) / "floor.exe")
         items = [station.windows_path(path) for path in make(station.documents)]
-        item_list = station.path(r"C:\items.txt")
-        item_list.write_text("".join(item + "\n" for item in items), encoding="utf-8")
+        station.path(ITEM_LIST).write_text("".join(item + "\n" for item in items), encoding="utf-8")
+        driver = started_session(station)
+        ending.callback(driver.stop)
         measures = {"backup": lambda: measure_program_backup(station, items),
                     "restore": lambda: measure_program_restore(station)}
         for _ in range(ROUNDS):
             for action, run in runs.items():
-                for column, value in zip(("floor", "floor own"), measure_floor(station, action, r"C:\items.txt")):
+                for column, value in zip(("floor", "floor own"), measure_floor(station, driver, action)):
                     run[column].append(value)
                 for column, value in zip(("program", "own", "peak"), measures[action]()):
                     run[column].append(value)
-    finally:
-        station.remove()
-        display.stop()
     for action, run in runs.items():
         program, floor = statistics.median(run["program"]), statistics.median(run["floor"])
         spread = " ".join(f"{seconds:.2f}" for seconds in sorted(run["floor"]))

@@ -1,7 +1,8 @@
-// Runs the archiver command lines of a backup or a restore, copies the two files, and prints the milliseconds that it
-// took and the milliseconds of processor time that this program itself took:
-//   floor backup|restore DRIVE PASSWORD LISTFILE
-// The list file names one item per line, in UTF-8. The archiver lies beside this program.
+// Runs the archiver command lines of a backup or a restore, copies the two files, and writes to the result file the
+// milliseconds that it took and the milliseconds of processor time that this program itself took, or what went wrong:
+//   floor backup|restore DRIVE PASSWORD LISTFILE RESULTFILE
+// The list file names one item per line, in UTF-8. The archiver lies beside this program. Like the program that is
+// measured it has no console, so that the archiver starts under the same conditions.
 
 #include <windows.h>
 
@@ -13,6 +14,11 @@
 #include <vector>
 
 namespace {
+
+struct Failure {
+    const char* what;
+    DWORD error;
+};
 
 std::wstring ProgramFolder() {
     wchar_t path[MAX_PATH] = {};
@@ -53,8 +59,7 @@ void Run(std::wstring commandLine) {
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS, nullptr, nullptr,
                         &startup, &started)) {
-        std::fprintf(stderr, "cannot start: error %lu\n", GetLastError());
-        ExitProcess(1);
+        throw Failure{"cannot start", GetLastError()};
     }
     WaitForSingleObject(started.hProcess, INFINITE);
     CloseHandle(started.hThread);
@@ -62,9 +67,7 @@ void Run(std::wstring commandLine) {
 }
 
 void CopyFileTo(const std::wstring& source, const std::wstring& target) {
-    if (CopyFileW(source.c_str(), target.c_str(), FALSE)) return;
-    std::fprintf(stderr, "cannot copy: error %lu\n", GetLastError());
-    ExitProcess(1);
+    if (!CopyFileW(source.c_str(), target.c_str(), FALSE)) throw Failure{"cannot copy", GetLastError()};
 }
 
 void Flush(const std::wstring& target) {
@@ -118,15 +121,6 @@ void Restore(const std::wstring& drive, const std::wstring& password, const std:
     RemoveDirectoryW(work.c_str());
 }
 
-// The archiver writes its progress letter by letter to a device, and in whole blocks to a pipe. The test driver starts
-// the program with the null device, so here the archiver gets the same; this program's own output is unaffected.
-void GiveTheArchiverTheNullDevice() {
-    SECURITY_ATTRIBUTES isInheritable{sizeof isInheritable, nullptr, TRUE};
-    const HANDLE nowhere = CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                       &isInheritable, OPEN_EXISTING, 0, nullptr);
-    for (const DWORD which : {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE}) SetStdHandle(which, nowhere);
-}
-
 unsigned long long OwnMilliseconds() {
     FILETIME created{};
     FILETIME ended{};
@@ -139,23 +133,35 @@ unsigned long long OwnMilliseconds() {
     return (Ticks(kernel) + Ticks(user)) / 10000;
 }
 
+/// The result file appears whole: whoever waits for it finds no half of it.
+void WriteResult(const std::wstring& path, const std::string& text) {
+    const std::wstring unfinished = path + L".tmp";
+    DWORD written = 0;
+    const HANDLE file =
+        CreateFileW(unfinished.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    CloseHandle(file);
+    MoveFileW(unfinished.c_str(), path.c_str());
+}
+
 } // namespace
 
-int wmain(int argumentCount, wchar_t** arguments) {
-    if (argumentCount != 5) return 2;
-    GiveTheArchiverTheNullDevice();
+int APIENTRY wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
+    if (__argc != 6) return 2;
+    const std::vector<std::wstring> arguments(__wargv + 1, __wargv + __argc);
     LARGE_INTEGER start{};
     LARGE_INTEGER end{};
     LARGE_INTEGER frequency{};
     QueryPerformanceFrequency(&frequency);
     QueryPerformanceCounter(&start);
-    if (std::wstring(arguments[1]) == L"backup") {
-        BackUp(arguments[2], arguments[3], arguments[4]);
-    } else {
-        Restore(arguments[2], arguments[3], arguments[4]);
+    try {
+        (arguments[0] == L"backup" ? BackUp : Restore)(arguments[1], arguments[2], arguments[3]);
+    } catch (const Failure& failure) {
+        WriteResult(arguments[4], std::string(failure.what) + ", error " + std::to_string(failure.error));
+        return 1;
     }
     QueryPerformanceCounter(&end);
-    std::printf("milliseconds %lld %llu\n", (end.QuadPart - start.QuadPart) * 1000 / frequency.QuadPart,
-                OwnMilliseconds());
+    WriteResult(arguments[4], std::to_string((end.QuadPart - start.QuadPart) * 1000 / frequency.QuadPart) + ' ' +
+                                  std::to_string(OwnMilliseconds()));
     return 0;
 }
