@@ -24,25 +24,8 @@ constexpr std::array Captions = {
     ui::Caption{IDC_fProgression, 209},     ui::Caption{IDC_lblStatutGravure, 134},
     ui::Caption{IDC_lblStatutGraveur, 219}, ui::Caption{IDC_cmdStopWrite, 135},
 };
-constexpr std::array PanelToolTips = {151, 152, 153, 154, 155};
 constexpr int TitleText = 106;
 
-constexpr COLORREF Red = 255;
-constexpr COLORREF Black = 0;
-constexpr ui::BoundsTwips ProgressPlace{120, 5925, 11640, 1965};
-/// What stands in the progress frame goes where the frame is put, whatever the dialog's font makes of its units.
-struct Placement {
-    int controlId;
-    ui::BoundsTwips place;
-};
-constexpr std::array ProgressPlaces = {
-    Placement{IDC_fProgression, ProgressPlace},
-    Placement{IDC_lblStatutGravure, {270, 6165, 11340, 210}},
-    Placement{IDC_pbProgress, {270, 6390, 11340, 210}},
-    Placement{IDC_lblStatutGraveur, {270, 6705, 11340, 210}},
-    Placement{IDC_pbProgressTotal, {270, 6930, 11340, 210}},
-    Placement{IDC_cmdStopWrite, {9750, 7350, 1860, 345}},
-};
 constexpr RECT SelectionPlace{5, 4, 523, 242};
 constexpr RECT ScanPlace{145, 269, 385, 297};
 constexpr UINT_PTR ClockTimer = 1;
@@ -68,12 +51,10 @@ void frmBackup::OnLoad() {
     SetFrame(IDC_fParametres,
              {IDC_cmbGraveur, IDC_lblVitesse, IDC_cmbSpeed, IDC_lblNomVolume, IDC_txtDiscLabel, IDC_cmdInfoDisque,
               IDC_cmdEffacerDisque, IDC_lblEspaceRequis, IDC_lblEspaceDispo, IDC_lblEspaceTravail});
-    SetFrame(IDC_fProgression,
-             {IDC_lblStatutGravure, IDC_pbProgress, IDC_lblStatutGraveur, IDC_pbProgressTotal, IDC_cmdStopWrite});
-    for (const Placement& placement : ProgressPlaces) ui::Control(*this, placement.controlId).Move(placement.place);
-    KeepButtonsBelow(ProgressPlace.top + ProgressPlace.height);
+    progress_.LayOut();
+    KeepButtonsBelow(ProgressControls::BottomTwips);
     ConnectControls();
-    stBarDataWriter.SetPanels({2700, 2400, 2700, 2700, 1400});
+    stBarDataWriter.LayOut();
     // The system takes the timer away with the window.
     SetTimer(Handle(), ClockTimer, ClockMilliseconds, nullptr);
     // Before the selection is loaded, because its predefined sets count at once.
@@ -107,7 +88,7 @@ void frmBackup::ConnectControls() {
     cmdPrecedent.OnClick([this] { cmdPrecedent_Click(); });
     cmdQuitter.OnClick([this] { cmdQuitter_Click(); });
     cmdLancer.OnClick([this] { run_.Launch(); });
-    cmdStopWrite.OnClick([this] { cmdStopWrite_Click(); });
+    progress_.cmdStopWrite.OnClick([this] { cmdStopWrite_Click(); });
 }
 
 void frmBackup::HostSelection() {
@@ -152,7 +133,7 @@ void frmBackup::OnUnload() {
 
 std::optional<LRESULT> frmBackup::OnMessage(UINT message, WPARAM wParam, LPARAM) {
     if (message != WM_TIMER || wParam != ClockTimer) return std::nullopt;
-    ShowTime();
+    stBarDataWriter.ShowTime(app_);
     return 0;
 }
 
@@ -160,9 +141,8 @@ void frmBackup::InitCaptions() {
     Guarded(L"InitCaptions, module ctlScan", [this] {
         SetTitle(Text(TitleText));
         SetCaptions(Captions);
-        for (Figure* figure : {&required_, &available_, &workSpace_}) figure->shownBytes.reset();
-        for (std::size_t panel = 0; panel < PanelToolTips.size(); ++panel)
-            stBarDataWriter.SetPanelToolTip(static_cast<int>(panel), Text(PanelToolTips[panel]));
+        for (SpaceLabel* label : {&lblEspaceRequis, &lblEspaceDispo, &lblEspaceTravail}) label->Forget();
+        stBarDataWriter.ShowToolTips(app_);
     });
 }
 
@@ -170,7 +150,7 @@ void frmBackup::SetUp() {
     app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
     InitCaptions();
     ShowTitle();
-    ShowTime();
+    stBarDataWriter.ShowTime(app_);
     if (state_.IsDiscMedium()) {
         SetUpDiscs();
     } else {
@@ -362,15 +342,12 @@ void frmBackup::cmdStopWrite_Click() {
 void frmBackup::AfficherProgression(bool isBusy) {
     fParametres.Enable(!isBusy);
     fParametres.Show(!isBusy);
-    fProgression.Enable(isBusy);
-    fProgression.Show(isBusy);
-    fProgression.Move(ProgressPlace);
+    progress_.Show(isBusy);
     ActiverControles(!isBusy);
     cmdLancer.Enable(!isBusy);
     cmdLancer.Show(!isBusy);
-    cmdStopWrite.Enable(isBusy);
     // The control that had the focus is hidden or disabled now: without one the keyboard would reach nothing.
-    if (GetActiveWindow() == Handle()) (isBusy ? cmdStopWrite : cmdLancer).SetFocus();
+    if (GetActiveWindow() == Handle()) (isBusy ? progress_.cmdStopWrite : cmdLancer).SetFocus();
     app_.machine.messageLoop.RunPending();
 }
 
@@ -398,55 +375,27 @@ void frmBackup::AfficherEspaces() {
 
 void frmBackup::AfficherEspaceRequis() {
     Guarded(L"AfficherEspaceRequis, module frmBackupCD", [this] {
-        ShowFigure(required_, app_.requiredSpace.ToDouble());
-        SetColor(lblEspaceRequis, SpacesOf(app_).IsMediumFull());
+        lblEspaceRequis.ShowBytes(app_, app_.requiredSpace.ToDouble());
+        lblEspaceRequis.SetRed(SpacesOf(app_).IsMediumFull());
         MajBoutonLancer();
     });
 }
 
 void frmBackup::AfficherEspaceDispo() {
-    ShowFigure(available_, app_.availableSpace.ToDouble());
+    lblEspaceDispo.ShowBytes(app_, app_.availableSpace.ToDouble());
 }
 
 void frmBackup::AfficherEspaceTravail() {
-    Guarded(L"AfficherEspaceTravail, module frmBackupCD", [this] { ShowFigure(workSpace_, app_.dblEspaceDisponible); });
-}
-
-void frmBackup::MarkWorkSpace(bool isUsedUp) {
-    SetColor(lblEspaceTravail, isUsedUp);
-}
-
-/// Thousands of items may be added in a row, each with its look at the figures: only what changes is written.
-void frmBackup::ShowFigure(Figure& figure, double bytes) {
-    if (figure.shownBytes == bytes) return;
-    figure.label.SetText(SpaceFigure(app_, figure.captionId, bytes));
-    figure.shownBytes = bytes;
-}
-
-void frmBackup::SetColor(ui::Label& label, bool isRed) {
-    const COLORREF color = isRed ? Red : Black;
-    if (label.Color() != color) label.SetColor(color);
+    Guarded(L"AfficherEspaceTravail, module frmBackupCD",
+            [this] { lblEspaceTravail.ShowBytes(app_, app_.dblEspaceDisponible); });
 }
 
 void frmBackup::ShowPanels(const MediumReport& report) {
-    for (std::size_t panel = 0; panel < static_cast<std::size_t>(Panel::Time); ++panel)
-        stBarDataWriter.SetPanelText(static_cast<int>(panel), report.panels[panel]);
-    ShowTime();
-}
-
-void frmBackup::ShowTime() {
-    const LocalTime now = app_.machine.system.Now();
-    const std::wstring time = FormatNumber(now.hour, L"00", L"") + L":" + FormatNumber(now.minute, L"00", L"");
-    const int panel = static_cast<int>(Panel::Time);
-    if (stBarDataWriter.PanelText(panel) != time) stBarDataWriter.SetPanelText(panel, time);
+    stBarDataWriter.ShowReport(report);
+    stBarDataWriter.ShowTime(app_);
 }
 
 void frmBackup::ShowEraseButton(bool isVisible, bool isEnabled) {
     cmdEffacerDisque.Show(isVisible);
     cmdEffacerDisque.Enable(isEnabled);
-}
-
-void frmBackup::HideStepProgress() {
-    pbProgress.Show(false);
-    lblStatutGraveur.Show(false);
 }

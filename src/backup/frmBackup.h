@@ -7,7 +7,10 @@
 #include "backup/BackupView.h"
 #include "backup/DiscHost.h"
 #include "backup/DiscSide.h"
+#include "backup/MediumStatusControls.h"
+#include "backup/ProgressControls.h"
 #include "backup/SelectionWatch.h"
+#include "backup/SpaceControls.h"
 #include "backup/frmBackupIds.h"
 #include "selection/ctlScan.h"
 #include "selection/ctlSelectionFichiers.h"
@@ -74,7 +77,6 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     void LoadComboDriveUSB();
     void FillDrives(const std::vector<std::wstring>& roots);
     void RemoveControls();
-    void ShowTime();
     RECT PixelsOf(RECT dialogUnits) const;
 
     void cmbGraveur_Click();
@@ -92,23 +94,16 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     void AfficherEspaceRequis() override;
     void AfficherEspaceDispo();
     void AfficherEspaceTravail();
-    void MarkWorkSpace(bool isUsedUp) override;
-    struct Figure {
-        ui::Label& label;
-        int captionId;
-        std::optional<double> shownBytes;
-    };
-    void ShowFigure(Figure& figure, double bytes);
-    static void SetColor(ui::Label& label, bool isRed);
+    void MarkWorkSpace(bool isUsedUp) override { lblEspaceTravail.SetRed(isUsedUp); }
     void ShowPanels(const MediumReport& report) override;
     void ShowEraseButton(bool isVisible, bool isEnabled) override;
     void Refresh() override { ui::Form::Refresh(); }
-    std::wstring RunStatus() const override { return lblStatutGravure.Text(); }
-    void SetRunStatus(const std::wstring& text) override { lblStatutGravure.SetText(text); }
-    void SetWriterStatus(const std::wstring& text) override { lblStatutGraveur.SetText(text); }
-    ProgressBar& StepProgress() override { return stepProgress_; }
-    ProgressBar& TotalProgress() override { return totalProgress_; }
-    void HideStepProgress() override;
+    std::wstring RunStatus() const override { return progress_.lblStatutGravure.Text(); }
+    void SetRunStatus(const std::wstring& text) override { progress_.lblStatutGravure.SetText(text); }
+    void SetWriterStatus(const std::wstring& text) override { progress_.lblStatutGraveur.SetText(text); }
+    ProgressBar& StepProgress() override { return progress_.Step(); }
+    ProgressBar& TotalProgress() override { return progress_.Total(); }
+    void HideStepProgress() override { progress_.HideStep(); }
     std::wstring SelectedDrive() const override { return cmbGraveur.SelectedText(); }
     std::optional<double> SelectedSpeed() const override;
     std::wstring DiscLabel() const override { return txtDiscLabel.Text(); }
@@ -124,25 +119,14 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     ui::TextBox txtDiscLabel{*this, IDC_txtDiscLabel};
     ui::Button cmdInfoDisque{*this, IDC_cmdInfoDisque};
     ui::Button cmdEffacerDisque{*this, IDC_cmdEffacerDisque};
-    ui::Label lblEspaceRequis{*this, IDC_lblEspaceRequis};
-    ui::Label lblEspaceDispo{*this, IDC_lblEspaceDispo};
-    ui::Label lblEspaceTravail{*this, IDC_lblEspaceTravail};
-    ui::Frame fProgression{*this, IDC_fProgression};
-    ui::Label lblStatutGravure{*this, IDC_lblStatutGravure};
-    ui::ProgressBarControl pbProgress{*this, IDC_pbProgress};
-    ui::Label lblStatutGraveur{*this, IDC_lblStatutGraveur};
-    ui::ProgressBarControl pbProgressTotal{*this, IDC_pbProgressTotal};
-    ui::Button cmdStopWrite{*this, IDC_cmdStopWrite};
+    SpaceLabel lblEspaceRequis{*this, IDC_lblEspaceRequis, 130};
+    SpaceLabel lblEspaceDispo{*this, IDC_lblEspaceDispo, 131};
+    SpaceLabel lblEspaceTravail{*this, IDC_lblEspaceTravail, 167};
     ui::Button cmdPrecedent{*this, IDC_cmdPrecedent};
     ui::Button cmdLancer{*this, IDC_cmdLancer};
     ui::Button cmdQuitter{*this, IDC_cmdQuitter};
-    ui::StatusBar stBarDataWriter{*this, IDC_stBarDataWriter};
-    ControlProgress stepProgress_{pbProgress};
-    ControlProgress totalProgress_{pbProgressTotal};
-
-    Figure required_{lblEspaceRequis, 130, {}};
-    Figure available_{lblEspaceDispo, 131, {}};
-    Figure workSpace_{lblEspaceTravail, 167, {}};
+    MediumStatusBar stBarDataWriter{*this, IDC_stBarDataWriter};
+    ProgressControls progress_{*this};
 
     BackupState state_;
     PasswordQuestion askPassword_;

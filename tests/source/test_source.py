@@ -7,7 +7,7 @@ from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent.parent
 ROOMS = ("shell", "selection", "archive", "backup", "restore", "discutil")
-FORM = re.compile(r"^(frm|ctl).*|.*Form\.(h|cpp)$")
+FORM = re.compile(r"^(frm|ctl).*|.*(Form|Controls)\.(h|cpp)$")
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"])([^">]+)[">]', re.MULTILINE)
 WINDOWS_HEADERS = re.compile(
     r"^(windows|windowsx|winuser|winbase|commctrl|commdlg|shellapi|shlobj|shlwapi|objbase|ole2|oleauto|setupapi|userenv|"

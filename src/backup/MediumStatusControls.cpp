@@ -1,0 +1,34 @@
+#include "backup/MediumStatusControls.h"
+
+#include "platform/System.h"
+#include "shell/NumberFormat.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::array<int, PanelCount> ToolTips = {151, 152, 153, 154, 155};
+
+} // namespace
+
+void MediumStatusBar::LayOut() {
+    SetPanels({2700, 2400, 2700, 2700, 1400});
+}
+
+void MediumStatusBar::ShowToolTips(const Application& app) {
+    for (std::size_t panel = 0; panel < ToolTips.size(); ++panel)
+        SetPanelToolTip(static_cast<int>(panel), app.Text(ToolTips[panel]));
+}
+
+void MediumStatusBar::ShowReport(const MediumReport& report) {
+    for (std::size_t panel = 0; panel < static_cast<std::size_t>(Panel::Time); ++panel)
+        SetPanelText(static_cast<int>(panel), report.panels[panel]);
+}
+
+void MediumStatusBar::ShowTime(const Application& app) {
+    const LocalTime now = app.machine.system.Now();
+    const std::wstring time = FormatNumber(now.hour, L"00", L"") + L":" + FormatNumber(now.minute, L"00", L"");
+    const int panel = static_cast<int>(Panel::Time);
+    // It comes each second: what stands there already is not painted again.
+    if (PanelText(panel) != time) SetPanelText(panel, time);
+}

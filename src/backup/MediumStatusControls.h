@@ -1,0 +1,16 @@
+#pragma once
+
+#include "backup/MediumReport.h"
+#include "ui/Controls.h"
+
+/// The status bar with what is known of the medium, and the time.
+class MediumStatusBar : public ui::StatusBar {
+  public:
+    using StatusBar::StatusBar;
+
+    void LayOut();
+    void ShowToolTips(const Application& app);
+    /// Shows every panel but the time.
+    void ShowReport(const MediumReport& report);
+    void ShowTime(const Application& app);
+};
