@@ -7,7 +7,6 @@ import shutil
 import statistics
 import subprocess
 import sys
-import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
@@ -30,10 +29,12 @@ def run(station, *arguments):
     return int(found.group(1)), float(found.group(2) or 0)
 
 
-def settle(drive):
-    """What was written is shown under the drive's letter by then, so that this does not run into the next round."""
-    while drive.disc_settings().get("content") == "pending":
-        time.sleep(0.05)
+def copy_once(path):
+    """Brings the file into memory, and as much memory again into use: a virtual machine pays for what it takes from its
+    host anew, and that price would fall on whichever comes first."""
+    scratch = path.with_name("scratch.bin")
+    shutil.copyfile(path, scratch)
+    scratch.unlink()
 
 
 def main():
@@ -43,32 +44,33 @@ def main():
     station = Workstation(folder, display=display)
     try:
         install_image_mastering(station)
-        drive = Burner(station, "g", "cd")
+        drive = Burner(station, "g", "cd", shows_content="no")
         shutil.copy2(BINARIES / "disc_console.exe", station.path(r"C:\Tools\disc_console.exe"))
         generator = random.Random(4)
-        with open(station.path(r"C:\OKRBACKUP.ZIP"), "wb") as archive:
+        archive = station.path(r"C:\OKRBACKUP.ZIP")
+        with open(archive, "wb") as stream:
             for _ in range(ARCHIVE_MEGABYTES):
-                archive.write(generator.randbytes(2**20))
+                stream.write(generator.randbytes(2**20))
         station.path(r"C:\_listFich.lst").write_bytes(b"C:\\Documents\t32\tZip0001.zip\r\n")
         burns, waits, copies = [], [], []
-        for _ in range(ROUNDS):
-            station.path(r"C:\copy.bin").unlink(missing_ok=True)
+        for _ in range(1 + ROUNDS):
+            copy_once(archive)
             copies.append(run(station, "copy", r"C:\OKRBACKUP.ZIP", r"C:\copy.bin")[0])
             station.path(r"C:\copy.bin").unlink()
             drive.insert("CD-R")
+            copy_once(archive)
             elapsed, wait = run(station, "cd", "0", "burn", "21 nov., 2026", r"C:\_listFich.lst", r"C:\OKRBACKUP.ZIP")
             burns.append(elapsed)
             waits.append(wait)
-            settle(drive)
     finally:
         station.remove()
         display.stop()
-    ratio = statistics.median(burns) / statistics.median(copies)
-    print(f"Medians of {ROUNDS} rounds, write and copy in turn.\n")
+    ratio = statistics.median(burns[1:]) / statistics.median(copies[1:])
+    print(f"Medians of {ROUNDS} rounds after one that does not count, write and copy in turn.\n")
     print("| case | write s | copy s | ratio | at most | longest wait ms | at most |")
     print("|---|---|---|---|---|---|---|")
-    print(f"| {ARCHIVE_MEGABYTES} MB to a CD-R | {statistics.median(burns) / 1000:.2f} | "
-          f"{statistics.median(copies) / 1000:.2f} | {ratio:.3f} | {TARGET_RATIO} | {max(waits):.0f} | "
+    print(f"| {ARCHIVE_MEGABYTES} MB to a CD-R | {statistics.median(burns[1:]) / 1000:.2f} | "
+          f"{statistics.median(copies[1:]) / 1000:.2f} | {ratio:.3f} | {TARGET_RATIO} | {max(waits):.0f} | "
           f"{TARGET_WAIT_MILLISECONDS} |", flush=True)
 
 

@@ -61,6 +61,18 @@ TEST_F(FileStreams, CloneReadsOnItsOwn) {
     EXPECT_EQ(first, 'b');
 }
 
+TEST_F(FileStreams, PositionBeforeTheStartIsRefused) {
+    HRESULT result = E_FAIL;
+    const auto stream = OpenFileStream(MakeFileWithHole(0, "abcdef"), result);
+    LARGE_INTEGER distance{};
+    distance.QuadPart = -1;
+    EXPECT_EQ(stream->Seek(distance, STREAM_SEEK_CUR, nullptr), STG_E_INVALIDFUNCTION);
+    EXPECT_EQ(stream->Seek(distance, STREAM_SEEK_END, nullptr), S_OK);
+    char last = 0;
+    EXPECT_EQ(stream->Read(&last, 1, nullptr), S_OK);
+    EXPECT_EQ(last, 'f');
+}
+
 TEST_F(FileStreams, FileBeingReadCannotBeChanged) {
     HRESULT result = E_FAIL;
     const std::wstring path = MakeFileWithHole(0, "abcdef");

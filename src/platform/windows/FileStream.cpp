@@ -4,23 +4,31 @@
 
 #include <algorithm>
 #include <atomic>
-#include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
 
-struct SourceFile {
-    UniqueFile handle;
-    std::wstring name;
-    ULONGLONG sizeBytes = 0;
-    FILETIME modified{};
-};
+HRESULT LastResult() {
+    return HRESULT_FROM_WIN32(GetLastError());
+}
 
 class FileStream : public IStream {
   public:
-    FileStream(std::shared_ptr<const SourceFile> file, ULONGLONG position)
-        : file_(std::move(file)), position_(position) {}
+    explicit FileStream(std::wstring path) : path_(std::move(path)) {}
     virtual ~FileStream() = default;
+
+    /// Each stream has a handle of its own, and with it a position of its own.
+    HRESULT Open() {
+        handle_.Reset(CreateFileW(path_.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+        LARGE_INTEGER sizeBytes{};
+        if (!handle_ || !GetFileSizeEx(handle_.Get(), &sizeBytes) ||
+            !GetFileTime(handle_.Get(), nullptr, nullptr, &modified_))
+            return LastResult();
+        sizeBytes_ = static_cast<ULONGLONG>(sizeBytes.QuadPart);
+        return S_OK;
+    }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
         if (!object) return E_POINTER;
@@ -38,26 +46,16 @@ class FileStream : public IStream {
     }
 
     HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG sizeBytes, ULONG* readBytes) override {
-        OVERLAPPED place{};
-        place.Offset = static_cast<DWORD>(position_);
-        place.OffsetHigh = static_cast<DWORD>(position_ >> 32);
         DWORD count = 0;
-        HRESULT result = S_OK;
-        if (position_ < file_->sizeBytes && !ReadFile(file_->handle.Get(), buffer, sizeBytes, &count, &place)) {
-            const DWORD error = GetLastError();
-            if (error != ERROR_HANDLE_EOF) result = HRESULT_FROM_WIN32(error);
-        }
-        position_ += count;
+        const HRESULT result = ReadFile(handle_.Get(), buffer, sizeBytes, &count, nullptr) ? S_OK : LastResult();
         if (readBytes) *readBytes = count;
         return SUCCEEDED(result) && count < sizeBytes ? S_FALSE : result;
     }
     HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER distance, DWORD origin, ULARGE_INTEGER* newPosition) override {
-        LONGLONG start = 0;
-        if (origin == STREAM_SEEK_CUR) start = static_cast<LONGLONG>(position_);
-        if (origin == STREAM_SEEK_END) start = static_cast<LONGLONG>(file_->sizeBytes);
-        if (start + distance.QuadPart < 0) return STG_E_INVALIDFUNCTION;
-        position_ = static_cast<ULONGLONG>(start + distance.QuadPart);
-        if (newPosition) newPosition->QuadPart = position_;
+        LARGE_INTEGER position{};
+        // The origins of streams and of files have the same numbers.
+        if (!SetFilePointerEx(handle_.Get(), distance, &position, origin)) return STG_E_INVALIDFUNCTION;
+        if (newPosition) newPosition->QuadPart = static_cast<ULONGLONG>(position.QuadPart);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER sizeBytes, ULARGE_INTEGER* readBytes,
@@ -86,21 +84,31 @@ class FileStream : public IStream {
         if (!status) return STG_E_INVALIDPOINTER;
         *status = {};
         if (!(flags & STATFLAG_NONAME)) {
-            const std::size_t sizeBytes = (file_->name.size() + 1) * sizeof(wchar_t);
+            const std::size_t sizeBytes = (path_.size() + 1) * sizeof(wchar_t);
             status->pwcsName = static_cast<wchar_t*>(CoTaskMemAlloc(sizeBytes));
             if (!status->pwcsName) return STG_E_INSUFFICIENTMEMORY;
-            std::copy_n(file_->name.c_str(), file_->name.size() + 1, status->pwcsName);
+            std::copy_n(path_.c_str(), path_.size() + 1, status->pwcsName);
         }
         status->type = STGTY_STREAM;
-        status->cbSize.QuadPart = file_->sizeBytes;
-        status->mtime = file_->modified;
+        status->cbSize.QuadPart = sizeBytes_;
+        status->mtime = modified_;
         status->grfMode = STGM_READ | STGM_SHARE_DENY_WRITE;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Clone(IStream** clone) override {
         if (!clone) return STG_E_INVALIDPOINTER;
-        *clone = new FileStream(file_, position_);
-        return S_OK;
+        *clone = nullptr;
+        auto* copy = new FileStream(path_);
+        const ComPointer<IStream> owner(copy);
+        LARGE_INTEGER position{};
+        HRESULT result = copy->Open();
+        if (SUCCEEDED(result) && !SetFilePointerEx(handle_.Get(), {}, &position, FILE_CURRENT)) result = LastResult();
+        if (SUCCEEDED(result)) result = copy->Seek(position, STREAM_SEEK_SET, nullptr);
+        if (SUCCEEDED(result)) {
+            copy->AddRef();
+            *clone = copy;
+        }
+        return result;
     }
 
     HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return STG_E_ACCESSDENIED; }
@@ -115,25 +123,19 @@ class FileStream : public IStream {
     }
 
   private:
-    std::shared_ptr<const SourceFile> file_;
-    ULONGLONG position_;
+    std::wstring path_;
+    UniqueFile handle_;
+    ULONGLONG sizeBytes_ = 0;
+    FILETIME modified_{};
     std::atomic<ULONG> references_{1};
 };
 
 } // namespace
 
 ComPointer<IStream> OpenFileStream(const std::wstring& path, HRESULT& result) {
-    auto file = std::make_shared<SourceFile>();
-    file->name = path;
-    file->handle.Reset(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-    LARGE_INTEGER sizeBytes{};
-    if (!file->handle || !GetFileSizeEx(file->handle.Get(), &sizeBytes) ||
-        !GetFileTime(file->handle.Get(), nullptr, nullptr, &file->modified)) {
-        result = HRESULT_FROM_WIN32(GetLastError());
-        return {};
-    }
-    file->sizeBytes = static_cast<ULONGLONG>(sizeBytes.QuadPart);
-    result = S_OK;
-    return ComPointer<IStream>(new FileStream(std::move(file), 0));
+    auto* stream = new FileStream(path);
+    ComPointer<IStream> owner(stream);
+    result = stream->Open();
+    if (FAILED(result)) owner.Reset();
+    return owner;
 }
