@@ -127,10 +127,10 @@ unsigned long long OwnMilliseconds() {
     FILETIME kernel{};
     FILETIME user{};
     GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user);
-    const auto Ticks = [](const FILETIME& time) {
+    const auto ticks = [](const FILETIME& time) {
         return static_cast<unsigned long long>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
     };
-    return (Ticks(kernel) + Ticks(user)) / 10000;
+    return (ticks(kernel) + ticks(user)) / 10000;
 }
 
 /// The result file appears whole: whoever waits for it finds no half of it.

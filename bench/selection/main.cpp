@@ -193,15 +193,15 @@ Cost AddAll(BenchMachine& machine, int count) {
 }
 
 void ReadListFile(BenchMachine& machine) {
-    constexpr int Entries = 10000;
+    constexpr int entries = 10000;
     machine.app.strRepRacine = L"C:\\bench\\sets";
     Window window(machine, L"C:\\bench\\empty");
-    Expect(window.RowCount(), Entries, "the predefined set");
+    Expect(window.RowCount(), entries, "the predefined set");
     Row("open the window with a list file of 10000 entries, s", "%.3f", window.OpenSeconds(), "");
     const double taken = TimeOf([&] { window.Click(IDC_chkSauvOKR1); });
     Expect(window.RowCount(), 0, "unchecking the set");
     const double added = TimeOf([&] { window.Click(IDC_chkSauvOKR1); });
-    Expect(window.RowCount(), Entries, "checking the set");
+    Expect(window.RowCount(), entries, "checking the set");
     Row("uncheck a set of 10000 entries, s", "%.3f", taken, "");
     Row("check a set of 10000 entries, s", "%.3f", added, "");
     machine.app.strRepRacine = L"C:\\bench\\root";
@@ -209,12 +209,12 @@ void ReadListFile(BenchMachine& machine) {
 
 /// What cannot be done without: one enumeration of every folder, and nothing else.
 std::uint64_t BareMeasure(std::wstring& folder) {
-    constexpr DWORD LargeFetch = 2;
+    constexpr DWORD largeFetch = 2;
     const std::size_t length = folder.size();
     folder += L"\\*";
     WIN32_FIND_DATAW entry{};
     HANDLE search = FindFirstFileExW(folder.c_str(), static_cast<FINDEX_INFO_LEVELS>(1), &entry, FindExSearchNameMatch,
-                                     nullptr, LargeFetch);
+                                     nullptr, largeFetch);
     folder.resize(length);
     if (search == INVALID_HANDLE_VALUE) return 0;
     std::uint64_t bytes = 0;
@@ -234,10 +234,10 @@ std::uint64_t BareMeasure(std::wstring& folder) {
 }
 
 void MeasureFolder(BenchMachine& machine) {
-    constexpr std::size_t Rounds = 7;
-    std::array<double, Rounds> program{};
-    std::array<double, Rounds> bare{};
-    for (std::size_t round = 0; round < Rounds; ++round) {
+    constexpr std::size_t rounds = 7;
+    std::array<double, rounds> program{};
+    std::array<double, rounds> bare{};
+    for (std::size_t round = 0; round < rounds; ++round) {
         std::uint64_t bareBytes = 0;
         std::uint64_t programBytes = 1;
         std::wstring folder = L"C:\\bench\\tree";
@@ -250,9 +250,9 @@ void MeasureFolder(BenchMachine& machine) {
     }
     std::sort(program.begin(), program.end());
     std::sort(bare.begin(), bare.end());
-    Row("measure 50000 files in 500 folders, median of 7, ms", "%.1f", program[Rounds / 2] * 1000, "");
-    Row("the bare enumeration of the same, median of 7, ms", "%.1f", bare[Rounds / 2] * 1000, "");
-    Row("measuring against the bare enumeration", "%.3f", program[Rounds / 2] / bare[Rounds / 2], "1.1");
+    Row("measure 50000 files in 500 folders, median of 7, ms", "%.1f", program[rounds / 2] * 1000, "");
+    Row("the bare enumeration of the same, median of 7, ms", "%.1f", bare[rounds / 2] * 1000, "");
+    Row("measuring against the bare enumeration", "%.3f", program[rounds / 2] / bare[rounds / 2], "1.1");
 }
 
 } // namespace

@@ -113,17 +113,17 @@ void frmMotPasse::InitCaptionsMotPasse() {
 }
 
 void frmMotPasse::LayOutForCreation() {
-    constexpr int FieldLeft = 2400;
-    constexpr int ButtonHeight = 345;
-    constexpr int RightEdge = FrameLeft + FrameWidth;
-    lblNotaBene.Move({LeftEdge, 60, RightEdge - LeftEdge, 600});
-    lblTitre.Move({LeftEdge, 765, FieldLeft - LeftEdge, LabelHeight});
-    txtMotPasse.Move({FieldLeft, 720, FieldWidth, 285});
-    lblConfirmation.Move({LeftEdge, 1110, FieldLeft - LeftEdge, LabelHeight});
-    txtConfirmation.Move({FieldLeft, 1065, FieldWidth, 285});
-    cmdOK.Move({RightEdge - 2 * ButtonWidth - 120, 1530, ButtonWidth, ButtonHeight});
-    cmdCancel.Move({RightEdge - ButtonWidth, 1530, ButtonWidth, ButtonHeight});
-    cmdAideMax.Move({LeftEdge, 2040, ButtonWidth, ButtonHeight});
+    constexpr int fieldLeft = 2400;
+    constexpr int buttonHeight = 345;
+    constexpr int rightEdge = FrameLeft + FrameWidth;
+    lblNotaBene.Move({LeftEdge, 60, rightEdge - LeftEdge, 600});
+    lblTitre.Move({LeftEdge, 765, fieldLeft - LeftEdge, LabelHeight});
+    txtMotPasse.Move({fieldLeft, 720, FieldWidth, 285});
+    lblConfirmation.Move({LeftEdge, 1110, fieldLeft - LeftEdge, LabelHeight});
+    txtConfirmation.Move({fieldLeft, 1065, FieldWidth, 285});
+    cmdOK.Move({rightEdge - 2 * ButtonWidth - 120, 1530, ButtonWidth, buttonHeight});
+    cmdCancel.Move({rightEdge - ButtonWidth, 1530, ButtonWidth, buttonHeight});
+    cmdAideMax.Move({LeftEdge, 2040, ButtonWidth, buttonHeight});
     cmdCancel.Show(true);
     lblConfirmation.Show(true);
     txtConfirmation.Show(true);

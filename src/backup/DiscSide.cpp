@@ -146,7 +146,7 @@ void DiscSide::AfficherOperationEnCours(std::int16_t percent) {
 }
 
 void DiscSide::ShowWriting(std::int16_t percent) {
-    constexpr int StageTexts[] = {283, 284, 285};
+    constexpr int stageTexts[] = {283, 284, 285};
     switch (writer_->CurrentOperation()) {
     case DiscOperation::Erasing:
         view_.SetWriterStatus(app_.Text(709));
@@ -155,7 +155,7 @@ void DiscSide::ShowWriting(std::int16_t percent) {
         view_.SetWriterStatus(app_.Text(269));
         break;
     case DiscOperation::Writing:
-        view_.SetWriterStatus(app_.Text(StageTexts[static_cast<std::size_t>(writer_->CurrentStage())]));
+        view_.SetWriterStatus(app_.Text(stageTexts[static_cast<std::size_t>(writer_->CurrentStage())]));
         view_.TotalProgress().SetValue(percent);
         break;
     case DiscOperation::Finished:

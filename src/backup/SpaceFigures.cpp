@@ -20,7 +20,7 @@ std::wstring SpaceFigure(const Application& app, int captionId, double bytes) {
 }
 
 bool FitsMedium(std::int64_t archiveSizeBytes, Currency available) {
-    constexpr std::int64_t Units = 10000;
+    constexpr std::int64_t units = 10000;
     // Whole bytes against a figure with decimals: the part below one byte holds no byte.
-    return archiveSizeBytes <= available.TenThousandths() / Units;
+    return archiveSizeBytes <= available.TenThousandths() / units;
 }

@@ -32,10 +32,12 @@ std::vector<WriteSpeed> ProbeCdSpeeds(DiscWriter& writer) {
 std::vector<WriteSpeed> ProbeDvdSpeeds(DiscWriter& writer, const std::wstring& decimalSeparator) {
     std::vector<double> kept;
     // Repeated subtraction in single precision: it decides which speeds are asked for.
-    for (float speed = FastestDvdSpeed; speed >= SlowestDvdSpeed; speed -= DvdSpeedStep) {
+    float speed = FastestDvdSpeed;
+    while (speed >= SlowestDvdSpeed) {
         writer.SetWriteSpeed(static_cast<double>(speed));
         const double settled = writer.WriteSpeed();
         if (std::find(kept.begin(), kept.end(), settled) == kept.end()) kept.push_back(settled);
+        speed -= DvdSpeedStep;
     }
     std::vector<WriteSpeed> speeds;
     for (const double settled : kept) {

@@ -65,8 +65,8 @@ void frmBackup::OnLoad() {
 
 /// Dialog units grow less than the screen's scale at some sizes: the progress would then lie over the buttons.
 void frmBackup::KeepButtonsBelow(int bottomTwips) {
-    constexpr int GapTwips = 60;
-    const int missingTwips = bottomTwips + GapTwips - cmdLancer.Bounds().top;
+    constexpr int gapTwips = 60;
+    const int missingTwips = bottomTwips + gapTwips - cmdLancer.Bounds().top;
     if (missingTwips <= 0) return;
     for (ui::Control* button : {static_cast<ui::Control*>(&cmdPrecedent), static_cast<ui::Control*>(&cmdLancer),
                                 static_cast<ui::Control*>(&cmdQuitter)})
@@ -167,11 +167,11 @@ void frmBackup::ShowTitle() {
 
 /// The scan's progress stands in the settings' place until the writer is known.
 void frmBackup::SetUpDiscs() {
-    constexpr std::int16_t Steps = 3;
+    constexpr std::int16_t steps = 3;
     fParametres.Show(false);
     ctlScan_.CreateChild(*this, PixelsOf(ScanPlace));
     ctlScan_.SetMIN(0);
-    ctlScan_.SetMAX(Steps);
+    ctlScan_.SetMAX(steps);
     ui::Form::Refresh();
     CreateWriter();
     ctlScan_.SetValue(1);
@@ -179,7 +179,7 @@ void frmBackup::SetUpDiscs() {
     ctlScan_.SetValue(2);
     txtDiscLabel.SetText(DefaultVolumeLabel(app_));
     FillWriters();
-    ctlScan_.SetValue(Steps);
+    ctlScan_.SetValue(steps);
     ctlScan_.Refresh();
     ctlScan_.Unload();
     fParametres.Show(true);

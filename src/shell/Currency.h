@@ -19,6 +19,7 @@ class Currency {
     Currency& operator+=(Currency other);
     Currency& operator-=(Currency other);
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 takes the 0 of a comparison for a null pointer
     constexpr auto operator<=>(const Currency&) const = default;
 
   private:

@@ -19,13 +19,13 @@ inline std::size_t HandleCount(HANDLE process) {
         void* object;
         ULONG access;
     };
-    constexpr ULONG SystemHandles = 16;
+    constexpr ULONG systemHandles = 16;
     using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
     const auto query = reinterpret_cast<Query>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
     std::vector<BYTE> answer(1 << 20);
     ULONG sizeBytes = 0;
-    if (query(SystemHandles, answer.data(), static_cast<ULONG>(answer.size()), &sizeBytes) < 0) return 0;
+    if (query(systemHandles, answer.data(), static_cast<ULONG>(answer.size()), &sizeBytes) < 0) return 0;
     ULONG all = 0;
     std::memcpy(&all, answer.data(), sizeof all);
     std::size_t own = 0;

@@ -68,11 +68,11 @@ class Picture {
 
 // A box is found as soon as it is there, which may be before it has painted itself.
 void WaitUntilPainted(HWND control) {
-    constexpr int Looks = 200;
-    constexpr DWORD LookMilliseconds = 10;
-    constexpr DWORD ScreenMilliseconds = 60; // what is painted reaches the screen when the program next waits
-    for (int look = 0; look < Looks && GetUpdateRect(control, nullptr, FALSE); ++look) Sleep(LookMilliseconds);
-    Sleep(ScreenMilliseconds);
+    constexpr int looks = 200;
+    constexpr DWORD lookMilliseconds = 10;
+    constexpr DWORD screenMilliseconds = 60; // what is painted reaches the screen when the program next waits
+    for (int look = 0; look < looks && GetUpdateRect(control, nullptr, FALSE); ++look) Sleep(lookMilliseconds);
+    Sleep(screenMilliseconds);
 }
 
 // An icon handle says nothing outside its process, so the icon is told by what the screen shows.
@@ -103,8 +103,8 @@ std::wstring IconShownBy(HWND iconControl) {
         }
     }
     // Two icons differ by far more than this; a picture that is further from all of them is none of them.
-    constexpr std::int64_t MeanDifferenceLimit = 12;
-    return bestDifference > MeanDifferenceLimit * 3 * size.cx * size.cy ? L"unknown" : best;
+    constexpr std::int64_t meanDifferenceLimit = 12;
+    return bestDifference > meanDifferenceLimit * 3 * size.cx * size.cy ? L"unknown" : best;
 }
 
 // messagebox WINDOW: first its text, icon ("none" without one) and default button's id, then id and text of each
