@@ -146,6 +146,8 @@ void BurnerBench::InsertDisc(wchar_t letter, const Settings& disc) {
     fs::remove_all(prepared, ignored);
     fs::create_directories(prepared / "volume", ignored);
     WriteSettings(prepared / "disc.ini", disc);
+    // What a test before wrote may still be on its way to the letter.
+    const ProcessLock lock(SettingsLockName);
     fs::remove_all(DriveFolder(letter) / "disc", ignored);
     fs::rename(prepared, DriveFolder(letter) / "disc", ignored);
 }
@@ -162,6 +164,7 @@ void BurnerBench::TakeOut(DiscFamily family, int drive) {
     std::error_code ignored;
     const fs::path folder = DriveFolder(LetterOf(family, drive));
     fs::remove_all(folder / "outside", ignored);
+    const ProcessLock lock(SettingsLockName);
     fs::rename(folder / "disc", folder / "outside", ignored);
 }
 

@@ -183,6 +183,8 @@ bool ShowDiscContent(const std::wstring& discFolder) {
     namespace fs = std::filesystem;
     const ProcessLock lock(L"VirtualBurnerContent");
     SettingsFile settings(discFolder + L"\\disc.ini");
+    // The showing of an earlier write may have come late and shown this one's content already.
+    if (settings.Text("content") != "pending") return true;
     const std::wstring imagePath = discFolder + L"\\disc.iso";
     const fs::path volumePath(discFolder + L"\\volume");
     const fs::path preparedPath(discFolder + L"\\volume.new");
@@ -197,10 +199,11 @@ bool ShowDiscContent(const std::wstring& discFolder) {
             isWhole = isWhole && CopyOut(image, file, (preparedPath / file.name).wstring());
         std::ofstream(preparedPath / ".windows-label") << Narrow(volume->label) << '\n';
     }
+    // A later write has its own showing to come, and so has another disc; either may come at this moment.
+    const ProcessLock whileCompared(SettingsLockName);
+    if (SettingsFile(discFolder + L"\\disc.ini").Text("writes") != settings.Text("writes")) return isWhole;
     fs::remove_all(volumePath, ignored);
     fs::rename(preparedPath, volumePath, ignored);
-    // A later write has its own showing to come.
-    if (SettingsFile(discFolder + L"\\disc.ini").Text("writes") == settings.Text("writes"))
-        settings.Set("content", isWhole ? "shown" : "unreadable");
+    settings.Set("content", isWhole ? "shown" : "unreadable");
     return isWhole;
 }

@@ -116,8 +116,10 @@ std::int64_t SettingsFile::Number(const std::string& key, std::int64_t otherwise
 }
 
 void SettingsFile::Set(const std::string& key, const std::string& value) {
-    const ProcessLock lock(L"VirtualBurnerSettings");
+    const ProcessLock lock(SettingsLockName);
     Load();
+    // A disc that has been taken out meanwhile has nothing to be changed, and the next one has its own.
+    if (!exists_) return;
     values_[key] = value;
     const std::string line = key + " = " + value;
     const auto found =

@@ -20,6 +20,9 @@ class ProcessLock {
     UniqueObject mutex_;
 };
 
+/// Held while a settings file is changed or a disc put in or taken out; the thread that holds it may do more of both.
+inline constexpr wchar_t SettingsLockName[] = L"VirtualBurnerSettings";
+
 /// A file of lines "key = value"; lines that begin with "#" are comments.
 class SettingsFile {
   public:
@@ -30,7 +33,7 @@ class SettingsFile {
     std::int64_t Number(const std::string& key, std::int64_t otherwise = 0) const;
     std::optional<std::int64_t> OptionalNumber(const std::string& key) const;
     bool Flag(const std::string& key) const { return Text(key) == "yes"; }
-    /// Changes one value on disk as well, leaving the other lines as they are by now.
+    /// Changes one value on disk as well, leaving the other lines as they are by now; nothing when the file is gone.
     void Set(const std::string& key, const std::string& value);
 
   private:

@@ -48,6 +48,7 @@ void EjectDisc(const std::wstring& driveFolder) {
     const std::wstring outside = driveFolder + L"\\ejected";
     std::error_code ignored;
     std::filesystem::remove_all(outside, ignored);
+    const ProcessLock lock(SettingsLockName);
     MoveFileExW(inside.c_str(), outside.c_str(), 0);
 }
 
