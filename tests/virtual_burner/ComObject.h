@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/ComPointer.h"
+#include "platform/windows/CountedObject.h"
 
 #include <olectl.h>
 
@@ -13,35 +13,14 @@
 /// How many objects and connections of this server are alive; a test compares it before and after.
 extern std::atomic<long> liveObjects;
 
-/// An object of the server with one main interface. `Other` names further ones.
+/// An object of the server, counted while it lives.
 template<class Interface>
-class ComObject : public Interface {
+class ComObject : public CountedObject<Interface> {
   public:
     ComObject() { ++liveObjects; }
-    ComObject(const ComObject&) = delete;
-    ComObject& operator=(const ComObject&) = delete;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object) return E_POINTER;
-        *object =
-            id == InterfaceId<IUnknown> || id == InterfaceId<Interface> ? static_cast<Interface*>(this) : Other(id);
-        if (!*object) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
 
   protected:
-    virtual ~ComObject() { --liveObjects; }
-    virtual void* Other(REFIID) { return nullptr; }
-
-  private:
-    std::atomic<ULONG> references_{1};
+    ~ComObject() override { --liveObjects; }
 };
 
 /// The same for an automation interface, reached through its table only.

@@ -8,6 +8,10 @@
 
 std::atomic<long> liveObjects{0};
 
+template<>
+inline constexpr GUID InterfaceId<IClassFactory> = {
+    0x00000001, 0x0000, 0x0000, {0xc0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+
 namespace {
 
 struct ServedClass {
@@ -24,25 +28,10 @@ constexpr ServedClass Classes[] = {
     {CLSID_MsftFileSystemImage, L"{2C941FC5-975B-59BE-A960-9A2A262853A5}", MakeFileSystemImage},
 };
 
-class Factory : public IClassFactory {
+class Factory : public CountedObject<IClassFactory> {
   public:
     explicit Factory(IUnknown* (*make)()) : make_(make) {}
-    virtual ~Factory() = default;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object) return E_POINTER;
-        const bool isKnown = id == InterfaceId<IUnknown> || id == IID_IClassFactory;
-        *object = isKnown ? static_cast<IClassFactory*>(this) : nullptr;
-        if (!isKnown) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override {
         if (outer) return CLASS_E_NOAGGREGATION;
         const ComPointer<IUnknown> made(make_());
@@ -55,7 +44,6 @@ class Factory : public IClassFactory {
 
   private:
     IUnknown* (*make_)();
-    std::atomic<ULONG> references_{1};
 };
 
 struct KeyTraits {

@@ -1,31 +1,15 @@
 #pragma once
 
-#include "platform/windows/ComPointer.h"
+#include "platform/windows/CountedObject.h"
 
 #include <array>
-#include <atomic>
 #include <functional>
 
 /// Receives the one event of an event interface. Image mastering delivers it through IDispatch::Invoke; the real method
 /// behind IDispatch is there for a source that calls it.
 template<class EventInterface, std::size_t ArgumentCount>
-class DiscSinkBase : public EventInterface {
+class DiscSinkBase : public CountedObject<EventInterface> {
   public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object) return E_POINTER;
-        const bool isKnown =
-            id == InterfaceId<IUnknown> || id == InterfaceId<IDispatch> || id == InterfaceId<EventInterface>;
-        *object = isKnown ? static_cast<EventInterface*>(this) : nullptr;
-        if (!isKnown) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (!count) return E_POINTER;
         *count = 0;
@@ -46,8 +30,6 @@ class DiscSinkBase : public EventInterface {
     }
 
   protected:
-    DiscSinkBase() = default;
-    virtual ~DiscSinkBase() = default;
     virtual HRESULT OnInvoke(const std::array<VARIANTARG*, ArgumentCount>& arguments) = 0;
 
     static IUnknown* ObjectIn(const VARIANTARG& argument) {
@@ -60,7 +42,7 @@ class DiscSinkBase : public EventInterface {
     }
 
   private:
-    std::atomic<ULONG> references_{1};
+    void* Other(REFIID id) override { return id == InterfaceId<IDispatch> ? static_cast<IDispatch*>(this) : nullptr; }
 };
 
 /// Told of each step of a write: the writer and what it says of the step, either may be null.

@@ -1,9 +1,9 @@
 #include "platform/windows/FileStream.h"
 
+#include "platform/windows/CountedObject.h"
 #include "platform/windows/UniqueHandle.h"
 
 #include <algorithm>
-#include <atomic>
 #include <utility>
 #include <vector>
 
@@ -13,10 +13,9 @@ HRESULT LastResult() {
     return HRESULT_FROM_WIN32(GetLastError());
 }
 
-class FileStream : public IStream {
+class FileStream : public CountedObject<IStream> {
   public:
     explicit FileStream(std::wstring path) : path_(std::move(path)) {}
-    virtual ~FileStream() = default;
 
     /// Each stream has a handle of its own, and with it a position of its own.
     HRESULT Open() {
@@ -28,21 +27,6 @@ class FileStream : public IStream {
             return LastResult();
         sizeBytes_ = static_cast<ULONGLONG>(sizeBytes.QuadPart);
         return S_OK;
-    }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object) return E_POINTER;
-        const bool isKnown = id == InterfaceId<IUnknown> || id == InterfaceId<IStream> || id == IID_ISequentialStream;
-        *object = isKnown ? static_cast<IStream*>(this) : nullptr;
-        if (!isKnown) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
     }
 
     HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG sizeBytes, ULONG* readBytes) override {
@@ -123,11 +107,12 @@ class FileStream : public IStream {
     }
 
   private:
+    void* Other(REFIID id) override { return id == IID_ISequentialStream ? static_cast<IStream*>(this) : nullptr; }
+
     std::wstring path_;
     UniqueFile handle_;
     ULONGLONG sizeBytes_ = 0;
     FILETIME modified_{};
-    std::atomic<ULONG> references_{1};
 };
 
 } // namespace
