@@ -202,6 +202,7 @@ FolderMeasure FakeFiles::Measure(const std::wstring& folder, const std::function
 std::string FakeFiles::Read(const std::wstring& path) const {
     const Entry& entry = FileAt(path);
     if (entry.isFolder) throw RuntimeError(ErrorNumber::PermissionDenied);
+    if (path == tooLargeToRead) throw std::bad_alloc();
     return entry.content;
 }
 

@@ -23,6 +23,8 @@ class FakeFiles : public Files {
     void Deny(const std::wstring& path) { FailWith(path, ErrorNumber::PermissionDenied); }
     /// From now on every use of the path, there or not, fails with `number`.
     void FailWith(const std::wstring& path, ErrorNumber number);
+    /// There is no memory for the content of this file.
+    std::wstring tooLargeToRead;
     /// Bytes that can still be written to a drive ("E:"); without this, any amount.
     void SetFreeBytes(const std::wstring& drive, std::uint64_t freeBytes);
 

@@ -14,5 +14,8 @@ class FakeStringTable : public StringTable {
     };
     static const std::vector<Row>& Rows();
 
+    /// Memory runs out when this text is loaded; 0 is none.
+    int outOfMemoryAt = 0;
+
     std::wstring Load(int id) const override;
 };

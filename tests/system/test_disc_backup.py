@@ -276,6 +276,17 @@ class EraseTest(DiscTest):
         program.window("frmBackup")
         self.assertEqual(self.cd.disc_settings(), before)
 
+    def test_an_erase_without_a_disc_shows_no_code_but_that_it_failed(self):
+        program, backup, erase = self.open_erase()
+        self.cd.take_out()
+        program.wait(lambda: backup.text("stBarDataWriter") == "Aucun disque", "the empty drive")
+        erase.press("cmdEffacerCD")
+        box = program.answer(IDOK, 30)
+        self.assertEqual((box.text, box.title), ("L'effacement du disque a généré une ou des erreurs", "Effacement du disque"))
+        self.assertIsNone(program.find_message_box())
+        erase.close()
+        self.leave(program, program.window("frmBackup"))
+
     def test_an_erase_that_stays_at_99_is_taken_as_finished(self):
         program, backup, erase = self.open_erase(stall_at=99, stall_milliseconds=30000)
         erase.press("cmdEffacerCD")

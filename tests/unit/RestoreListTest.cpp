@@ -190,6 +190,16 @@ TEST_F(RestoreMedium, WithTheControlFileAloneIsOfTheOlderFormat) {
     EXPECT_EQ(LookAtMedium(machine.app, L"E:\\").print.content, InsertedMedium::Content::OlderFormat);
 }
 
+TEST_F(RestoreMedium, WithAControlFileTooLargeForMemoryIsABackupThatFails) {
+    machine.files.AddFile(L"E:\\_listFich.lst", "C:\\a,32,Zip0001\r\n");
+    machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 1000);
+    machine.files.tooLargeToRead = L"E:\\_listFich.lst";
+    const InsertedMedium medium = LookAtMedium(machine.app, L"E:\\");
+    EXPECT_EQ(medium.print.content, InsertedMedium::Content::Backup);
+    ASSERT_TRUE(medium.failure);
+    EXPECT_EQ(medium.failure->Number(), 7);
+}
+
 TEST_F(RestoreMedium, WithBothFilesIsABackupOfItsArchivesSize) {
     machine.files.AddFile(L"E:\\_listFich.lst", "C:\\a,32,Zip0001\r\n");
     machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 3'000'000'000);

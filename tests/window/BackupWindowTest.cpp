@@ -661,6 +661,24 @@ TEST_F(BackupWindowTest, AnotherDiscInTheDriveIsReadAgain) {
     EXPECT_TRUE(IsEnabled(IDC_cmdEffacerDisque));
 }
 
+TEST_F(BackupWindowTest, ACaptionThatFailsIsReportedUnderTheNameOfTheScan) {
+    machine.strings.outOfMemoryAt = 204;
+    OpenCd();
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L"InitCaptions, module ctlScan"));
+    EXPECT_EQ(PanelText(0), L"CD-R");
+}
+
+TEST_F(BackupWindowTest, AnEraseThatFailsBeforeItsWindowIsReportedUnderItsButton) {
+    FakeDisc disc = BlankDisc(MediaKind::CdRw, 650 * Megabyte);
+    disc.status = DiscStatus::Unknown;
+    OpenCd(disc);
+    machine.strings.outOfMemoryAt = 259;
+    Click(IDC_cmdEffacerDisque);
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L"cmdEffacerCD_Click, module frmBackupCD"));
+}
+
 TEST(FootprintTest, TellsALeakedHandleObjectAndWindow) {
     const Footprint before = FootprintNow();
     HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
