@@ -17,7 +17,7 @@ LAID_OUT = BUILD / "workstation" / "desk-is-laid-out"
 def has_display():
     if not os.environ.get("DISPLAY"):
         return False
-    return subprocess.run(["xset", "q"], capture_output=True, check=False).returncode == 0
+    return subprocess.run(["xprop", "-root", "_NET_SUPPORTED"], capture_output=True, check=False).returncode == 0
 
 
 def user_language():
