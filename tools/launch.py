@@ -37,6 +37,8 @@ def start():
         install_image_mastering(station)
         Burner(station, "g", "cd").insert("CD-RW")
         Burner(station, "h", "dvd").insert("DVD+R")
+        # Without this a Windows of today offers no DVD.
+        station.path(r"C:\Valcoreaux\Backup\Backup.ini").write_bytes(b"[DVD]\r\nDisponible=OUI\r\n")
         write_samples(station.documents)
         LAID_OUT.touch()
     print(f"== the workstation's drive C: is {station.path('C:')}, its removable disk E: is {station.path('E:')}")
