@@ -1,17 +1,10 @@
 #include "backup/ProgressControls.h"
 
-namespace {
-
-constexpr ui::BoundsTwips FramePlace{120, 5925, 11640, 1965};
-static_assert(ProgressControls::BottomTwips == FramePlace.top + FramePlace.height);
-
-} // namespace
-
 /// What stands in the frame goes where the frame is put, whatever the dialog's font makes of its units.
 void ProgressControls::LayOut() {
     form_.SetFrame(fProgression.Id(), {lblStatutGravure.Id(), pbProgress.Id(), lblStatutGraveur.Id(),
                                        pbProgressTotal.Id(), cmdStopWrite.Id()});
-    fProgression.Move(FramePlace);
+    fProgression.Move(Place);
     lblStatutGravure.Move({270, 6165, 11340, 210});
     pbProgress.Move({270, 6390, 11340, 210});
     lblStatutGraveur.Move({270, 6705, 11340, 210});
@@ -22,7 +15,7 @@ void ProgressControls::LayOut() {
 void ProgressControls::Show(bool isVisible) {
     fProgression.Enable(isVisible);
     fProgression.Show(isVisible);
-    fProgression.Move(FramePlace);
+    fProgression.Move(Place);
     cmdStopWrite.Enable(isVisible);
 }
 

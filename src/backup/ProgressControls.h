@@ -6,8 +6,7 @@
 /// The part of the backup window that stands in the settings' place while a backup runs.
 class ProgressControls {
   public:
-    /// Where the part ends, from the window's inner top.
-    static constexpr int BottomTwips = 5925 + 1965;
+    static constexpr ui::BoundsTwips Place{120, 5925, 11640, 1965};
 
     /// `form` outlives it.
     explicit ProgressControls(ui::Form& form) : form_(form) {}

@@ -52,7 +52,7 @@ void frmBackup::OnLoad() {
              {IDC_cmbGraveur, IDC_lblVitesse, IDC_cmbSpeed, IDC_lblNomVolume, IDC_txtDiscLabel, IDC_cmdInfoDisque,
               IDC_cmdEffacerDisque, IDC_lblEspaceRequis, IDC_lblEspaceDispo, IDC_lblEspaceTravail});
     progress_.LayOut();
-    KeepButtonsBelow(ProgressControls::BottomTwips);
+    KeepButtonsBelow(ProgressControls::Place.top + ProgressControls::Place.height);
     ConnectControls();
     stBarDataWriter.LayOut();
     // The system takes the timer away with the window.
