@@ -12,11 +12,15 @@ namespace {
 constexpr int MarginTwips = 30;
 constexpr int IndentTwips = 150;
 
-HICON FolderIcon(UINT which) {
-    SHFILEINFOW info{};
-    SHGetFileInfoW(L"folder", FILE_ATTRIBUTE_DIRECTORY, &info, sizeof info,
-                   SHGFI_USEFILEATTRIBUTES | SHGFI_ICON | SHGFI_SMALLICON | which);
-    return info.hIcon;
+// Where the shell's library has kept them since it has icons.
+constexpr int ClosedFolder = 3;
+constexpr int OpenFolder = 4;
+
+/// From the library itself: asked for one icon, the shell loads lists of icons that take two megabytes.
+HICON FolderIcon(int place) {
+    HICON icon = nullptr;
+    ExtractIconExW(L"shell32.dll", place, nullptr, &icon, 1);
+    return icon;
 }
 
 } // namespace
@@ -33,8 +37,8 @@ FolderListBox::~FolderListBox() {
 }
 
 void FolderListBox::Attach() {
-    if (closedIcon_ == nullptr) closedIcon_ = FolderIcon(0);
-    if (openIcon_ == nullptr) openIcon_ = FolderIcon(SHGFI_OPENICON);
+    if (closedIcon_ == nullptr) closedIcon_ = FolderIcon(ClosedFolder);
+    if (openIcon_ == nullptr) openIcon_ = FolderIcon(OpenFolder);
     const int iconHeight = GetSystemMetrics(SM_CYSMICON);
     Send(LB_SETITEMHEIGHT, 0, std::max(iconHeight, static_cast<int>(Send(LB_GETITEMHEIGHT))));
     const auto reference = reinterpret_cast<DWORD_PTR>(this);
