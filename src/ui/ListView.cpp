@@ -90,9 +90,18 @@ void ListView::Select(int row) {
     for (int selected = Selected(); selected >= 0; selected = Selected())
         Send(LVM_SETITEMSTATE, static_cast<WPARAM>(selected), reinterpret_cast<LPARAM>(&item));
     if (row < 0) return;
+    TurnPageTo(row);
     item.state = LVIS_SELECTED | LVIS_FOCUSED;
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
     Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+/// Followed down row by row, the view would move and paint all that it shows for each row.
+void ListView::TurnPageTo(int row) {
+    const auto top = static_cast<int>(Send(LVM_GETTOPINDEX));
+    const auto rowsPerPage = std::max(1, static_cast<int>(Send(LVM_GETCOUNTPERPAGE)));
+    if (row < top + rowsPerPage) return;
+    ShowRow(std::min(row + rowsPerPage, static_cast<int>(Send(LVM_GETITEMCOUNT))) - 1);
 }
 
 int ListView::Selected() const {

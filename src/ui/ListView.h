@@ -38,7 +38,8 @@ class ListView : public Control {
     void RowsChanged();
     void Redraw();
     void RedrawRow(int row);
-    /// Makes one row the selected and focused one (-1: none) and scrolls it into view.
+    /// Makes one row the selected and focused one (-1: none) and brings it into view; one below comes with the page of
+    /// rows that it begins.
     void Select(int row);
     /// Scrolls one row into view.
     void ShowRow(int row) { Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE); }
@@ -50,6 +51,7 @@ class ListView : public Control {
     void OnDrop(std::function<void(const std::vector<std::wstring>& paths)> handler);
 
   private:
+    void TurnPageTo(int row);
     LRESULT FillItem(NMLVDISPINFOW& info) const;
     LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
     static LRESULT CALLBACK DropProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
