@@ -1,5 +1,8 @@
 #include "ui/Controls.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <memory>
 
 namespace ui {
@@ -7,6 +10,9 @@ namespace ui {
 namespace {
 
 constexpr UINT_PTR EnterSubclass = 1;
+
+// What changes more often looks the same.
+constexpr DWORD FrameMilliseconds = 40;
 
 LRESULT CALLBACK EnterProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                 DWORD_PTR reference) {
@@ -160,6 +166,43 @@ std::vector<int> ListBox::SelectedRows() const {
     std::vector<int> rows(static_cast<std::size_t>(count));
     Send(LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
     return rows;
+}
+
+void ProgressBarControl::SetRange(int min, int max) {
+    const int value = std::clamp(Value(), min, std::max(min, max));
+    Send(PBM_SETRANGE32, static_cast<WPARAM>(min), max);
+    ShowValue(value);
+}
+
+int ProgressBarControl::Value() const {
+    HWND window = Handle();
+    return window != nullptr && window == window_ ? value_ : ShownValue();
+}
+
+void ProgressBarControl::SetValue(int value) {
+    const int min = Min();
+    const int max = Max();
+    value = std::clamp(value, min, std::max(min, max));
+    if (Handle() != window_ || IsWorthShowing(value, min, max)) {
+        ShowValue(value);
+    } else {
+        value_ = value;
+    }
+}
+
+bool ProgressBarControl::IsWorthShowing(int value, int min, int max) const {
+    if (value == min || value == max) return true;
+    const DWORD elapsedMilliseconds = GetTickCount() - shownAtMilliseconds_;
+    if (elapsedMilliseconds >= 1000) return true;
+    const std::int64_t parts = elapsedMilliseconds < FrameMilliseconds ? 10 : 50;
+    return std::abs(std::int64_t{value} - ShownValue()) * parts >= std::int64_t{max} - min;
+}
+
+void ProgressBarControl::ShowValue(int value) {
+    Send(PBM_SETPOS, static_cast<WPARAM>(value));
+    window_ = Handle();
+    value_ = value;
+    shownAtMilliseconds_ = GetTickCount();
 }
 
 void StatusBar::SetPanels(const std::vector<int>& widthsTwips) {

@@ -122,14 +122,28 @@ class ListBox : public Control {
     void OnDoubleClick(std::function<void()> handler) { Owner().On(Id(), LBN_DBLCLK, std::move(handler)); }
 };
 
+/// A progress bar. What it shows may lag a little behind its value, because a themed bar takes a millisecond or two to
+/// paint: for a second by less than a fiftieth of its range, and by less than a tenth of it while values come faster
+/// than the eye sees. An end of the range is shown at once.
 class ProgressBarControl : public Control {
   public:
     using Control::Control;
     int Min() const { return static_cast<int>(Send(PBM_GETRANGE, TRUE, 0)); }
     int Max() const { return static_cast<int>(Send(PBM_GETRANGE, FALSE, 0)); }
-    void SetRange(int min, int max) { Send(PBM_SETRANGE32, static_cast<WPARAM>(min), max); }
-    int Value() const { return static_cast<int>(Send(PBM_GETPOS)); }
-    void SetValue(int value) { Send(PBM_SETPOS, static_cast<WPARAM>(value)); }
+    void SetRange(int min, int max);
+    int Value() const;
+    /// A value outside of the range counts as the end that is nearer.
+    void SetValue(int value);
+
+  private:
+    bool IsWorthShowing(int value, int min, int max) const;
+    void ShowValue(int value);
+    int ShownValue() const { return static_cast<int>(Send(PBM_GETPOS)); }
+
+    /// The bar that `value_` belongs to: a form that is loaded again has another one.
+    HWND window_ = nullptr;
+    int value_ = 0;
+    DWORD shownAtMilliseconds_ = 0;
 };
 
 class StatusBar : public Control {

@@ -16,7 +16,8 @@ constexpr int ProgramIcon = 1;
 constexpr UINT RunPostedMessage = WM_APP + 1;
 
 INT_PTR Answer(HWND window, LRESULT result) {
-    SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
+    // Reading costs less than writing, and many answers are the same as the last one.
+    if (GetWindowLongPtrW(window, DWLP_MSGRESULT) != result) SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
     return TRUE;
 }
 
@@ -36,6 +37,7 @@ HWND Form::Disconnect() {
     HWND window = std::exchange(window_, nullptr);
     SetWindowLongPtrW(window, DWLP_USER, 0);
     RemovePropW(window, FormProperty);
+    controls_.clear();
     return window;
 }
 
@@ -92,6 +94,14 @@ void Form::Unload() {
     textColors_.clear();
     // A modal loop may be asleep in GetMessage.
     PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+HWND Form::ControlHandle(int controlId) const {
+    if (window_ == nullptr) return nullptr;
+    HWND& control = controls_[controlId];
+    // A look-up goes through all the children, which takes longer than most of what is done with one.
+    if (!IsWindow(control)) control = GetDlgItem(window_, controlId);
+    return control;
 }
 
 void Form::SetTitle(const std::wstring& title) {
@@ -313,7 +323,10 @@ bool Form::HandleNotify(NMHDR& header) {
     if (handler == notifications_.end()) return false;
     HWND window = window_;
     const auto steps = handler->second;
-    SetWindowLongPtrW(window, DWLP_MSGRESULT, steps(header));
+    const LRESULT answer = steps(header);
+    // What a notification that nobody handles is answered with anyway.
+    if (answer == 0) return false;
+    Answer(window, answer);
     return true;
 }
 

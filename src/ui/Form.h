@@ -44,7 +44,7 @@ class Form {
     bool IsLoaded() const { return window_ != nullptr; }
     HWND Handle() const { return window_; }
     Form* Owner() const { return owner_; }
-    HWND ControlHandle(int controlId) const { return GetDlgItem(window_, controlId); }
+    HWND ControlHandle(int controlId) const;
 
     void SetTitle(const std::wstring& title);
     std::wstring Title() const;
@@ -113,6 +113,7 @@ class Form {
     std::map<std::pair<int, int>, std::function<void()>> commands_;
     std::map<std::pair<int, UINT>, std::function<LRESULT(NMHDR&)>> notifications_;
     std::deque<std::function<void()>> posted_;
+    mutable std::unordered_map<int, HWND> controls_;
     std::unordered_map<int, bool> wantedVisible_;
     std::unordered_map<int, int> frameOf_;
     std::unordered_map<int, COLORREF> textColors_;

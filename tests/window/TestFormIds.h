@@ -7,3 +7,4 @@
 #define IDC_testList 9004
 #define IDC_testText 9005
 #define IDC_testCancel 9006
+#define IDC_testProgress 9007

@@ -23,6 +23,7 @@ class TestForm : public ui::Form {
     ui::Frame testFrame{*this, IDC_testFrame};
     ui::TextBox testText{*this, IDC_testText};
     ui::ListView testList{*this, IDC_testList};
+    ui::ProgressBarControl testProgress{*this, IDC_testProgress};
 
     int loads = 0;
     int activations = 0;
@@ -238,6 +239,32 @@ TEST(ListView, ClickOnTheBoxAndSpaceOnTheRowTickOnceEach) {
     EXPECT_FALSE(ListView_GetCheckState(list, 2));
 }
 
+TEST(ListView, TurnsThePageForRowsThatAreSelectedOneByOne) {
+    TestForm form;
+    form.Create();
+    TickRows rows;
+    rows.ticks.assign(100, false);
+    form.testList.Attach(rows, false);
+    form.testList.AddColumn(L"A", 2000);
+    form.testList.RowsChanged();
+    HWND list = form.testList.Handle();
+    const int rowsPerPage = ListView_GetCountPerPage(list);
+    ASSERT_GT(rowsPerPage, 3);
+    ASSERT_LT(rowsPerPage, 30);
+    int turns = 0;
+    for (int row = 0; row < 100; ++row) {
+        const int top = ListView_GetTopIndex(list);
+        form.testList.Select(row);
+        if (ListView_GetTopIndex(list) != top) ++turns;
+        EXPECT_GE(row, ListView_GetTopIndex(list));
+        EXPECT_LT(row, ListView_GetTopIndex(list) + rowsPerPage);
+    }
+    EXPECT_EQ(turns, (100 - 1) / rowsPerPage);
+    form.testList.Select(2);
+    EXPECT_LE(ListView_GetTopIndex(list), 2);
+    EXPECT_GT(ListView_GetTopIndex(list) + rowsPerPage, 2);
+}
+
 TEST(ListView, TakesDroppedPathsInTheirOrder) {
     TestForm form;
     form.Create();
@@ -255,6 +282,83 @@ TEST(ListView, TakesDroppedPathsInTheirOrder) {
     SendMessageW(form.testList.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
     ui::RunPendingMessages();
     EXPECT_EQ(dropped, (std::vector<std::wstring>{L"D:\\b.txt", L"D:\\été\\a.txt"}));
+}
+
+LRESULT CALLBACK CountPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR count) {
+    if (message == WM_PAINT) ++*reinterpret_cast<int*>(count);
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+TEST(ProgressBar, IsNotPaintedForEachOfManySteps) {
+    TestForm form;
+    form.Create();
+    form.Show();
+    ui::RunPendingMessages();
+    int paints = 0;
+    SetWindowSubclass(form.testProgress.Handle(), CountPaints, 0, reinterpret_cast<DWORD_PTR>(&paints));
+    constexpr int steps = 5000;
+    const DWORD start = GetTickCount();
+    form.testProgress.SetRange(0, steps);
+    for (int step = 1; step <= steps; ++step) {
+        form.testProgress.SetValue(step);
+        ASSERT_EQ(form.testProgress.Value(), step);
+    }
+    const int frames = static_cast<int>(GetTickCount() - start) / 40;
+    EXPECT_EQ(SendMessageW(form.testProgress.Handle(), PBM_GETPOS, 0, 0), steps);
+    EXPECT_GE(paints, 10);
+    EXPECT_LE(paints, 20 + frames);
+    RemoveWindowSubclass(form.testProgress.Handle(), CountPaints, 0);
+}
+
+TEST(ProgressBar, ShowsASlowStepOfAFiftiethAndAfterASecondAny) {
+    TestForm form;
+    form.Create();
+    const auto shown = [&] { return static_cast<int>(SendMessageW(form.testProgress.Handle(), PBM_GETPOS, 0, 0)); };
+    form.testProgress.SetRange(0, 1000);
+    form.testProgress.SetValue(500);
+    EXPECT_EQ(shown(), 500);
+    form.testProgress.SetValue(520);
+    EXPECT_EQ(form.testProgress.Value(), 520);
+    EXPECT_EQ(shown(), 500);
+    Sleep(60);
+    form.testProgress.SetValue(520);
+    EXPECT_EQ(shown(), 520);
+    Sleep(60);
+    form.testProgress.SetValue(521);
+    EXPECT_EQ(shown(), 520);
+    Sleep(1100);
+    form.testProgress.SetValue(522);
+    EXPECT_EQ(shown(), 522);
+    form.testProgress.SetValue(1000);
+    EXPECT_EQ(shown(), 1000);
+    form.testProgress.SetValue(0);
+    EXPECT_EQ(shown(), 0);
+}
+
+TEST(ProgressBar, KeepsItsValueWithinItsRange) {
+    TestForm form;
+    form.Create();
+    form.testProgress.SetRange(0, 3);
+    form.testProgress.SetValue(-1);
+    EXPECT_EQ(form.testProgress.Value(), 0);
+    form.testProgress.SetValue(4);
+    EXPECT_EQ(form.testProgress.Value(), 3);
+    form.testProgress.SetRange(0, 2);
+    EXPECT_EQ(form.testProgress.Value(), 2);
+    EXPECT_EQ(form.testProgress.Max(), 2);
+    // An empty selection.
+    form.testProgress.SetRange(0, 0);
+    EXPECT_EQ(form.testProgress.Value(), 0);
+}
+
+TEST(ProgressBar, StartsAgainWithItsForm) {
+    TestForm form;
+    form.Create();
+    form.testProgress.SetRange(0, 100);
+    form.testProgress.SetValue(70);
+    form.Unload();
+    form.Create();
+    EXPECT_EQ(form.testProgress.Value(), 0);
 }
 
 TEST(Controls, TextColorIsKeptPerLabel) {
