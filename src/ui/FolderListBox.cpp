@@ -12,14 +12,14 @@ namespace {
 constexpr int MarginTwips = 30;
 constexpr int IndentTwips = 150;
 
-// Where the shell's library has kept them since it has icons.
-constexpr int ClosedFolder = 3;
-constexpr int OpenFolder = 4;
+// The resources of the shell's library that hold them; a number below zero names one.
+constexpr int ClosedFolder = -4;
+constexpr int OpenFolder = -5;
 
 /// From the library itself: asked for one icon, the shell loads lists of icons that take two megabytes.
-HICON FolderIcon(int place) {
+HICON FolderIcon(int resource) {
     HICON icon = nullptr;
-    ExtractIconExW(L"shell32.dll", place, nullptr, &icon, 1);
+    ExtractIconExW(L"shell32.dll", resource, nullptr, &icon, 1);
     return icon;
 }
 

@@ -8,3 +8,4 @@
 #define IDC_testText 9005
 #define IDC_testCancel 9006
 #define IDC_testProgress 9007
+#define IDC_testFolders 9008
