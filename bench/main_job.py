@@ -85,7 +85,7 @@ def processors_awake():
 
     A virtual machine's processor takes the longer to wake the longer it slept. The archiver and Wine's server wake each
     other some thousands of times a second, so that a millisecond between two runs, in which one of the two processors
-    sleeps, makes the next run ten milliseconds longer: what would be measured is the machine.
+    sleeps, makes the next run some fifteen milliseconds longer: what would be measured is the machine.
     """
     idle_work = ("import os\n"
                  "os.sched_setscheduler(0, os.SCHED_IDLE, os.sched_param(0))\n"

@@ -176,17 +176,27 @@ TEST(Form, PostedWorkIsDroppedWhenTheWindowGoesFirst) {
     EXPECT_EQ(runs, 1);
 }
 
-TEST(ListView, AsksForTicksRowByRow) {
-    TestForm form;
-    form.Create();
+class ListViewTest : public testing::Test {
+  protected:
+    void SetUp() override { form.Create(); }
+
+    /// The view, with one column and as many rows.
+    HWND Fill(std::size_t count, bool hasTicks) {
+        rows.ticks.assign(count, false);
+        form.testList.Attach(rows, hasTicks);
+        form.testList.AddColumn(L"A", 2000);
+        form.testList.RowsChanged();
+        return form.testList.Handle();
+    }
+
     TickRows rows;
-    rows.ticks.assign(100000, false);
-    rows.ticks[3] = true;
-    form.testList.Attach(rows, true);
-    form.testList.AddColumn(L"A", 2000);
+    TestForm form;
+};
+
+TEST_F(ListViewTest, AsksForTicksRowByRow) {
+    HWND list = Fill(100000, true);
     form.testList.AddColumn(L"B", 1000);
-    form.testList.RowsChanged();
-    HWND list = form.testList.Handle();
+    rows.ticks[3] = true;
     EXPECT_EQ(ListView_GetItemCount(list), 100000);
     EXPECT_TRUE(ListView_GetCheckState(list, 3));
     EXPECT_FALSE(ListView_GetCheckState(list, 4));
@@ -195,23 +205,16 @@ TEST(ListView, AsksForTicksRowByRow) {
     EXPECT_STREQ(text, L"99999/1");
 }
 
-TEST(ListView, ClickOnTheBoxAndSpaceOnTheRowTickOnceEach) {
-    TestForm form;
-    form.Create();
-    TickRows rows;
-    rows.ticks.assign(10, false);
-    form.testList.Attach(rows, true);
-    form.testList.AddColumn(L"A", 2000);
+TEST_F(ListViewTest, ClickOnTheBoxAndSpaceOnTheRowTickOnceEach) {
+    HWND list = Fill(10, true);
     std::vector<int> ticked;
     form.testList.OnTick([&](int row) {
         ticked.push_back(row);
         rows.ticks[static_cast<std::size_t>(row)] = !rows.ticks[static_cast<std::size_t>(row)];
         form.testList.Redraw();
     });
-    form.testList.RowsChanged();
     form.Show();
     ui::RunPendingMessages();
-    HWND list = form.testList.Handle();
     RECT label{};
     ListView_GetItemRect(list, 2, &label, LVIR_LABEL);
     RECT row{};
@@ -242,15 +245,8 @@ TEST(ListView, ClickOnTheBoxAndSpaceOnTheRowTickOnceEach) {
     EXPECT_FALSE(ListView_GetCheckState(list, 2));
 }
 
-TEST(ListView, TurnsThePageForRowsThatAreSelectedOneByOne) {
-    TestForm form;
-    form.Create();
-    TickRows rows;
-    rows.ticks.assign(100, false);
-    form.testList.Attach(rows, false);
-    form.testList.AddColumn(L"A", 2000);
-    form.testList.RowsChanged();
-    HWND list = form.testList.Handle();
+TEST_F(ListViewTest, TurnsThePageForRowsThatAreSelectedOneByOne) {
+    HWND list = Fill(100, false);
     const int rowsPerPage = ListView_GetCountPerPage(list);
     ASSERT_GT(rowsPerPage, 3);
     ASSERT_LT(rowsPerPage, 30);
@@ -268,10 +264,7 @@ TEST(ListView, TurnsThePageForRowsThatAreSelectedOneByOne) {
     EXPECT_GT(ListView_GetTopIndex(list) + rowsPerPage, 2);
 }
 
-TEST(ListView, TakesDroppedPathsInTheirOrder) {
-    TestForm form;
-    form.Create();
-    TickRows rows;
+TEST_F(ListViewTest, TakesDroppedPathsInTheirOrder) {
     form.testList.Attach(rows, false);
     std::vector<std::wstring> dropped;
     form.testList.OnDrop([&](const std::vector<std::wstring>& paths) { dropped = paths; });
