@@ -262,8 +262,9 @@ def measure(name, make):
 
 
 def main():
-    print(f"Medians of {ROUNDS} rounds, program and floor in turn. Own: the processor time of the program or the floor itself. Memory: "
-          f"the most private memory seen, {TARGET_MEGABYTES} MB at most. The floor's runs tell how steady the machine was.\n")
+    print(f"Medians of {ROUNDS} rounds, program and floor in turn, with every processor kept awake. Own: the processor time of the "
+          f"program or the floor itself. Memory: the most private memory seen, {TARGET_MEGABYTES} MB at most. The floor's runs tell "
+          "how steady the machine was.\n")
     print("| case | action | program s | floor s | ratio | at most | own s | floor's own s | memory MB | "
           "floor's runs s |")
     print("|---|---|---|---|---|---|---|---|---|---|")

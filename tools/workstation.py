@@ -38,13 +38,22 @@ def _wine_tool(name):
 
 
 @functools.cache
-def _same_addresses():
-    """The start of a command line whose processes get the same addresses each time. With random ones the heap of one
-    process in some thousands lies where Wine must put a page of its own, and that process does not start."""
-    command = ["setarch", "--addr-no-randomize"]
+def _if_allowed(*command):
+    """A command that starts another one, where this machine lets it; otherwise nothing."""
     is_allowed = subprocess.run([*command, "true"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                 check=False).returncode == 0
-    return command if is_allowed else []
+    return command if is_allowed else ()
+
+
+def _conditions():
+    """The start of a command line whose processes run as an agent's would.
+
+    They get the same addresses each time: with random ones the heap of one process in some thousands lies where Wine must
+    put a page of its own, and that process does not start. And they are refused what an ordinary account is refused: root
+    may write to files that are read-only.
+    """
+    return [*_if_allowed("setarch", "--addr-no-randomize"),
+            *_if_allowed("setpriv", "--bounding-set=-dac_override", "--inh-caps=-dac_override")]
 
 
 def _base_environment(prefix):
@@ -90,7 +99,7 @@ def _make_template():
     scratch.mkdir(parents=True)
     environment = _base_environment(scratch)
     try:
-        subprocess.run([*_same_addresses(), _wine_tool("wineboot"), "-i"], env=environment, check=True, timeout=180,
+        subprocess.run([*_conditions(), _wine_tool("wineboot"), "-i"], env=environment, check=True, timeout=180,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         subprocess.run([_wine_tool("wineserver"), "-w"], env=environment, check=True, timeout=60)
     except (subprocess.SubprocessError, OSError) as failure:
@@ -290,7 +299,7 @@ class Workstation:
             hive.write(f"\n[{escaped}] 1\n" + "".join(line + "\n" for line in lines))
 
     def wine_command(self, *arguments):
-        return [*_same_addresses(), _wine_tool("wine"), *arguments]
+        return [*_conditions(), _wine_tool("wine"), *arguments]
 
     def stop(self):
         """Ends everything that runs on the workstation."""

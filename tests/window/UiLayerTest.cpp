@@ -364,10 +364,18 @@ TEST(ProgressBar, ShowsASlowStepOfAFiftiethAndAfterASecondAny) {
     form.Create();
     const auto shown = [&] { return static_cast<int>(SendMessageW(form.testProgress.Handle(), PBM_GETPOS, 0, 0)); };
     form.testProgress.SetRange(0, 1000);
+    DWORD started = 0;
+    int shownAtOnce = 0;
+    // Until nothing else on the machine has come between.
+    do {
+        form.testProgress.SetValue(0);
+        started = GetTickCount();
+        form.testProgress.SetValue(50);
+        shownAtOnce = shown();
+    } while (GetTickCount() - started > 20);
+    EXPECT_EQ(shownAtOnce, 0);
+    EXPECT_EQ(form.testProgress.Value(), 50);
     form.testProgress.SetValue(500);
-    EXPECT_EQ(shown(), 500);
-    form.testProgress.SetValue(520);
-    EXPECT_EQ(form.testProgress.Value(), 520);
     EXPECT_EQ(shown(), 500);
     Sleep(60);
     form.testProgress.SetValue(520);
