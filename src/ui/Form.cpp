@@ -23,7 +23,12 @@ INT_PTR Answer(HWND window, LRESULT result) {
 
 } // namespace
 
-Form::Form(int templateId) : templateId_(templateId) {}
+Form::Form(int templateId) : templateId_(templateId) {
+    SetKeyTranslation([](HWND topLevel, MSG& message) {
+        Form* form = Of(topLevel);
+        return form != nullptr && form->TranslateKeys(message);
+    });
+}
 
 Form::~Form() {
     // A derived part is gone by now: the window goes without its handlers.

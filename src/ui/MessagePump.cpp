@@ -1,21 +1,23 @@
 #include "ui/MessagePump.h"
 
-#include "ui/Form.h"
-
 namespace ui {
 
 namespace {
 
 // The pointer belongs to the user-interface thread, of which there is one.
 bool isHourglass = false;
+KeyTranslation translateKeys = nullptr;
 
 } // namespace
 
+void SetKeyTranslation(KeyTranslation translation) {
+    translateKeys = translation;
+}
+
 void Dispatch(MSG& message) {
-    if (message.hwnd != nullptr) {
-        if (Form* form = Form::Of(GetAncestor(message.hwnd, GA_ROOT)); form != nullptr && form->TranslateKeys(message))
-            return;
-    }
+    if (message.hwnd != nullptr && translateKeys != nullptr &&
+        translateKeys(GetAncestor(message.hwnd, GA_ROOT), message))
+        return;
     TranslateMessage(&message);
     DispatchMessageW(&message);
 }

@@ -6,6 +6,12 @@
 
 namespace ui {
 
+/// Sees a message before it is dispatched, with the top-level window that it belongs to; gives whether it was a key of
+/// that window.
+using KeyTranslation = bool (*)(HWND topLevel, MSG& message);
+/// The forms stand above the messages and bring the way to their keys; the last one set counts.
+void SetKeyTranslation(KeyTranslation translation);
+
 /// Translates and dispatches one message, the keys of the form that it belongs to included.
 void Dispatch(MSG& message);
 
