@@ -1,6 +1,5 @@
-#include "archive/frmMotPasse.h"
-#include "backup/frmBackup.h"
-#include "platform/windows/ImapiDiscWriter.h"
+#include "archive/forms/frmMotPasse.h"
+#include "backup/forms/frmBackup.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/SingleInstance.h"
 #include "platform/windows/WindowsDrives.h"
@@ -11,9 +10,11 @@
 #include "platform/windows/WindowsStringTable.h"
 #include "platform/windows/WindowsSystem.h"
 #include "platform/windows/WindowsUsbDevices.h"
-#include "restore/frmRestaureCD.h"
+#include "platform/windows/discs/ImapiDiscWriter.h"
+#include "restore/forms/frmRestaureCD.h"
 #include "shell/StartUp.h"
-#include "shell/frmMain.h"
+#include "shell/forms/FormMessageLoop.h"
+#include "shell/forms/frmMain.h"
 #include "ui/MessagePump.h"
 
 #include <objbase.h>

@@ -1,10 +1,11 @@
 // Measures the selection list in its real window on real files. Takes the folder that `bench/selection.py` has filled.
 
-#include "backup/frmBackup.h"
+#include "backup/forms/frmBackup.h"
 #include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsStringTable.h"
 #include "platform/windows/WindowsSystem.h"
-#include "selection/ctlSelectionFichiersIds.h"
+#include "selection/forms/ctlSelectionFichiersIds.h"
+#include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 

@@ -1,7 +1,7 @@
 #include "archive/ControlFile.h"
 
-#include "archive/SequentialInput.h"
-#include "archive/UserProfileMarker.h"
+#include "core/SequentialInput.h"
+#include "core/UserProfileMarker.h"
 
 #include <algorithm>
 

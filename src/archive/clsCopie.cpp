@@ -1,8 +1,8 @@
 #include "archive/clsCopie.h"
 
 #include "archive/CommandLines.h"
+#include "archive/WorkFolder.h"
 #include "archive/clsListe.h"
-#include "archive/modGestionRestaure.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/MessageLoop.h"
@@ -26,7 +26,7 @@ bool clsCopie::CopierListeFichiers(clsColFileInfo& varrListeFichiers, ProgressBa
         pbProgress.SetRange(0, count);
         // The size of an earlier archive must not count for one that is not finished.
         app_.archiveSizeBytes = 0;
-        modGestionRestaure::ResetWorkFolder(app_);
+        ResetWorkFolder(app_);
         for (std::int32_t position = 1; position <= count; ++position) {
             if (frmParent.StopWrite()) return false;
             if (!ArchiveItem(varrListeFichiers.Item(position)->strNom, position, pbProgress, frmParent)) return false;
@@ -62,7 +62,7 @@ bool clsCopie::CopierUSB(const std::wstring& vDisque) {
         }
         // The user pulls the disk out as soon as success is announced.
         for (const wchar_t* name : {ArchiveName, ControlFileName}) files.Flush(vDisque + name);
-        modGestionRestaure::RemoveWorkFolder(app_);
+        RemoveWorkFolder(app_);
         return true;
     });
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "archive/BackupParent.h"
-#include "archive/ProgressBar.h"
-#include "shell/Application.h"
+#include "core/Application.h"
+#include "core/ProgressBar.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "archive/clsListe.h"
 
-#include "archive/UserProfileMarker.h"
+#include "core/UserProfileMarker.h"
 #include "platform/Files.h"
 #include "platform/MessageLoop.h"
 #include "platform/System.h"

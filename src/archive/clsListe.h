@@ -1,7 +1,7 @@
 #pragma once
 
-#include "archive/ProgressBar.h"
-#include "shell/Application.h"
+#include "core/Application.h"
+#include "core/ProgressBar.h"
 
 class clsColFileInfo;
 

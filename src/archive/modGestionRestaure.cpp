@@ -3,7 +3,6 @@
 #include "archive/CommandLines.h"
 #include "archive/clsCopie.h"
 #include "platform/Drives.h"
-#include "platform/Files.h"
 #include "shell/ErrorReport.h"
 
 namespace modGestionRestaure {
@@ -20,15 +19,6 @@ std::int32_t UnZipIntermediaire(Application& app, const std::wstring& cheminRest
     return Guarded(app, L"UnZipIntermediaire, Module modGestionRestaure", [&] {
         return clsCopie(app).ExecCmd(UnpackInnerCommand(app.ProgramFolder(), cheminRestauration, nomArchive));
     });
-}
-
-void ResetWorkFolder(Application& app) {
-    RemoveWorkFolder(app);
-    app.machine.files.CreateFolder(app.WorkFolder());
-}
-
-void RemoveWorkFolder(Application& app) {
-    if (app.machine.files.FolderExists(app.WorkFolder())) app.machine.files.DeleteFolder(app.WorkFolder());
 }
 
 bool CanOpenDrive(const Application& app, const std::wstring& letter) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Application.h"
+#include "core/Application.h"
 
 #include <cstdint>
 #include <string>
@@ -19,12 +19,6 @@ std::int32_t UnZipOkrBackup(Application& app, const std::wstring& lecteur, const
 /// exit code; 0 after a failure, which is reported.
 std::int32_t UnZipIntermediaire(Application& app, const std::wstring& cheminRestauration,
                                 const std::wstring& nomArchive);
-
-/// Makes the work folder anew. Throws what deleting or creating it meets.
-void ResetWorkFolder(Application& app);
-
-/// Deletes the work folder when it is there. Throws what deleting it meets.
-void RemoveWorkFolder(Application& app);
 
 /// Whether the volume of a drive letter such as "E" can be opened: it tells a CD/DVD-ROM drive from a CD writer.
 bool CanOpenDrive(const Application& app, const std::wstring& letter);

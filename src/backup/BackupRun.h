@@ -3,7 +3,7 @@
 #include "backup/BackupState.h"
 #include "backup/BackupView.h"
 #include "backup/DiscSide.h"
-#include "shell/Application.h"
+#include "core/Application.h"
 
 /// The run from the start button to the finished medium.
 class BackupRun {

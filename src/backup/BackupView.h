@@ -1,7 +1,7 @@
 #pragma once
 
-#include "archive/ProgressBar.h"
 #include "backup/MediumReport.h"
+#include "core/ProgressBar.h"
 
 #include <cstdint>
 #include <optional>

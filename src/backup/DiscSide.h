@@ -3,8 +3,8 @@
 #include "backup/BackupState.h"
 #include "backup/BackupView.h"
 #include "backup/WriteSpeeds.h"
-#include "platform/DiscWriter.h"
-#include "shell/Application.h"
+#include "core/Application.h"
+#include "platform/discs/DiscWriter.h"
 
 #include <memory>
 #include <string>

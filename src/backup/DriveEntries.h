@@ -1,12 +1,7 @@
 #pragma once
 
-#include "shell/MediumOffer.h"
-
 #include <string>
 #include <vector>
-
-/// The number of the text that names a medium, such as "Disque amovible".
-int MediumLabelId(Medium medium);
 
 /// How a drive stands in the list of drives, such as "(E:\) Disque amovible".
 std::wstring DriveEntry(const std::wstring& root, const std::wstring& label);

@@ -1,17 +1,14 @@
 #include "backup/MediumReport.h"
 
 #include "backup/DiscRules.h"
-#include "backup/DriveEntries.h"
+#include "core/NumberFormat.h"
+#include "discutil/CdSpace.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
-#include "shell/NumberFormat.h"
-
-#include <algorithm>
 
 namespace {
 
 constexpr std::uint64_t MegabyteBytes = 1048576;
-constexpr std::uint64_t LargestCdMegabytes = 700;
 constexpr int UnitWord = 139;
 
 std::wstring Amount(const Application& app, double bytes, const wchar_t* picture, const std::wstring& unit) {
@@ -53,10 +50,6 @@ int StatusText(Medium medium, DiscStatus status, std::uint64_t usedBytes) {
 }
 
 } // namespace
-
-std::uint64_t CdFreeMegabytes(std::uint64_t freeBytes) {
-    return std::min(freeBytes / MegabyteBytes, LargestCdMegabytes);
-}
 
 MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWriter* writer) {
     MediumReport report;

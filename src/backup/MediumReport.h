@@ -24,6 +24,3 @@ MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWrite
 
 /// The disk at a drive root. Throws 71 when the drive is there but holds nothing that can be read.
 MediumReport ReportOnDisk(const Application& app, Medium medium, const std::wstring& root);
-
-/// Whole megabytes that a CD offers. Writers report more than can be relied on.
-std::uint64_t CdFreeMegabytes(std::uint64_t freeBytes);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "backup/BackupView.h"
+#include "core/Application.h"
 #include "selection/SelectionList.h"
-#include "shell/Application.h"
 
 #include <functional>
 #include <string>

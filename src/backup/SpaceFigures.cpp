@@ -1,7 +1,7 @@
 #include "backup/SpaceFigures.h"
 
+#include "core/NumberFormat.h"
 #include "platform/System.h"
-#include "shell/NumberFormat.h"
 
 namespace {
 

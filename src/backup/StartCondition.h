@@ -1,8 +1,8 @@
 #pragma once
 
 #include "backup/SpaceFigures.h"
-#include "platform/DiscWriter.h"
-#include "shell/MediumOffer.h"
+#include "core/Medium.h"
+#include "platform/discs/DiscWriter.h"
 
 /// What the backup window knows of the disc, as it read it last.
 struct DiscFacts {

@@ -1,7 +1,7 @@
 #include "backup/VolumeLabel.h"
 
+#include "core/NumberFormat.h"
 #include "platform/System.h"
-#include "shell/NumberFormat.h"
 
 std::wstring DefaultVolumeLabel(const Application& app) {
     const LocalTime today = app.machine.system.Now();

@@ -1,6 +1,6 @@
 #include "backup/WriteSpeeds.h"
 
-#include "shell/NumberFormat.h"
+#include "core/NumberFormat.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/DiscWriter.h"
+#include "platform/discs/DiscWriter.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "shell/Application.h"
+#include "core/Application.h"
 
 #include "platform/MessageBoxes.h"
 #include "platform/StringTable.h"

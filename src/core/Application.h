@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Currency.h"
+#include "core/Currency.h"
 
 #include <cstdint>
 #include <string>

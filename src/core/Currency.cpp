@@ -1,4 +1,4 @@
-#include "shell/Currency.h"
+#include "core/Currency.h"
 
 #include "platform/RuntimeError.h"
 

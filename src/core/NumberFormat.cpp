@@ -1,4 +1,4 @@
-#include "shell/NumberFormat.h"
+#include "core/NumberFormat.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "archive/SequentialInput.h"
+#include "core/SequentialInput.h"
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"

@@ -1,4 +1,4 @@
-#include "archive/UserProfileMarker.h"
+#include "core/UserProfileMarker.h"
 
 std::wstring ReplaceAll(std::wstring_view text, std::wstring_view what, std::wstring_view replacement) {
     std::wstring result;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/DiscWriter.h"
-#include "shell/MediumOffer.h"
+#include "core/Medium.h"
+#include "platform/discs/DiscWriter.h"
 
 #include <string>
 

@@ -1,10 +1,9 @@
 #include "discutil/DiscInformation.h"
 
-#include "backup/DriveEntries.h"
-#include "backup/MediumReport.h"
+#include "core/NumberFormat.h"
+#include "discutil/CdSpace.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
-#include "shell/NumberFormat.h"
 
 #include <cmath>
 

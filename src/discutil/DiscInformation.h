@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/DiscWriter.h"
-#include "shell/Application.h"
-#include "shell/MediumOffer.h"
+#include "core/Application.h"
+#include "core/Medium.h"
+#include "platform/discs/DiscWriter.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/Application.h"
 #include "platform/RuntimeError.h"
-#include "shell/Application.h"
 
 #include <cstdint>
 #include <optional>

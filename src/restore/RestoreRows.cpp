@@ -1,10 +1,10 @@
 #include "restore/RestoreRows.h"
 
-#include "archive/UserProfileMarker.h"
+#include "core/LongConversion.h"
+#include "core/UserProfileMarker.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
 #include "selection/clsFileInfo.h"
-#include "shell/LongConversion.h"
 
 #include <optional>
 #include <utility>

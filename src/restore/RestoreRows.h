@@ -1,7 +1,7 @@
 #pragma once
 
 #include "archive/ControlFile.h"
-#include "shell/Application.h"
+#include "core/Application.h"
 
 #include <cstdint>
 #include <string>

@@ -1,11 +1,11 @@
 #include "selection/FolderBrowser.h"
 
+#include "core/Application.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "platform/Text.h"
 #include "selection/PathRules.h"
-#include "shell/Application.h"
 
 #include <algorithm>
 #include <utility>

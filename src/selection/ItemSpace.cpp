@@ -1,7 +1,7 @@
 #include "selection/ItemSpace.h"
 
+#include "core/Application.h"
 #include "platform/Files.h"
-#include "shell/Application.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "selection/LongWork.h"
 
+#include "core/Application.h"
 #include "platform/MessageLoop.h"
 #include "platform/System.h"
-#include "shell/Application.h"
 
 #include <utility>
 

@@ -1,14 +1,14 @@
 #include "selection/PredefinedSets.h"
 
-#include "archive/SequentialInput.h"
-#include "archive/UserProfileMarker.h"
+#include "core/SequentialInput.h"
+#include "core/UserProfileMarker.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "selection/ItemSpace.h"
 #include "selection/PathRules.h"
-#include "selection/UserProfile.h"
 #include "shell/ErrorReport.h"
+#include "shell/UserProfile.h"
 
 #include <string_view>
 #include <utility>

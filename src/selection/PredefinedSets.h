@@ -1,9 +1,9 @@
 #pragma once
 
+#include "core/Currency.h"
 #include "selection/LongWork.h"
 #include "selection/SelectionRows.h"
 #include "selection/clsColFileInfo.h"
-#include "shell/Currency.h"
 
 #include <array>
 #include <cstdint>

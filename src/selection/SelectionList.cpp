@@ -1,13 +1,13 @@
 #include "selection/SelectionList.h"
 
+#include "core/Application.h"
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
 #include "selection/ItemSpace.h"
 #include "selection/PathRules.h"
-#include "selection/UserProfile.h"
-#include "shell/Application.h"
 #include "shell/ErrorReport.h"
+#include "shell/UserProfile.h"
 
 #include <algorithm>
 #include <utility>

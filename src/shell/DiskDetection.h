@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Application.h"
+#include "core/Application.h"
 #include "shell/MediumOffer.h"
 
 /// The removable drives other than A and B; none once the user has declined USB disks.

@@ -1,7 +1,7 @@
 #include "shell/Language.h"
 
+#include "core/LongConversion.h"
 #include "platform/System.h"
-#include "shell/LongConversion.h"
 #include "shell/modFonctionsCommunes.h"
 
 namespace {

@@ -1,15 +1,11 @@
 #pragma once
 
+#include "core/Medium.h"
+
 #include <array>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
-
-/// What a backup is saved on, by the code that the windows hand each other.
-enum class Medium : std::int16_t { Cd = 0, Dvd = 1, RemovableDisk = 2, ExternalDisk = 3 };
-
-inline constexpr std::array AllMedia{Medium::Cd, Medium::Dvd, Medium::RemovableDisk, Medium::ExternalDisk};
 
 /// What the main window shows of one medium after its detection.
 struct MediumOffer {

@@ -4,7 +4,7 @@
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
-#include "selection/UserProfile.h"
+#include "shell/UserProfile.h"
 
 std::wstring ParentFolder(const std::wstring& folder) {
     const auto lastBackslash = folder.rfind(L'\\');

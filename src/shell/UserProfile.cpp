@@ -1,7 +1,7 @@
-#include "selection/UserProfile.h"
+#include "shell/UserProfile.h"
 
+#include "core/Application.h"
 #include "platform/System.h"
-#include "shell/Application.h"
 
 void LireProfilUtilisateur(Application& app) {
     app.strProfilUtilisateur = app.machine.system.ProfileFolder();

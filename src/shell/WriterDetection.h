@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/DiscWriter.h"
-#include "shell/Application.h"
+#include "core/Application.h"
+#include "platform/discs/DiscWriter.h"
 #include "shell/MediumOffer.h"
 
 #include <functional>

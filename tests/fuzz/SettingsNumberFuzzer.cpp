@@ -1,9 +1,9 @@
 // The language number of the settings file: any text is a number or one of two errors.
 #include "Require.h"
 
+#include "core/LongConversion.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
-#include "shell/LongConversion.h"
 
 #include <cstddef>
 #include <cstdint>

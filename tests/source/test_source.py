@@ -6,8 +6,10 @@ import unittest
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent.parent
-ROOMS = ("shell", "selection", "archive", "backup", "restore", "discutil")
-FORM = re.compile(r"^(frm|ctl).*|.*(Form|Controls)\.(h|cpp)$")
+# From the floor up: a room stands on those before it.
+ROOMS = ("core", "shell", "selection", "archive", "discutil", "backup", "restore")
+# Neither of these two knows the other, though one of them has to come first.
+STRANGERS = {frozenset(("backup", "restore"))}
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"])([^">]+)[">]', re.MULTILINE)
 WINDOWS_HEADERS = re.compile(
     r"^(windows|windowsx|winuser|winbase|commctrl|commdlg|shellapi|shlobj|shlwapi|objbase|ole2|oleauto|setupapi|userenv|"
@@ -39,7 +41,7 @@ def kind_of(path):
     if parts[0] == "platform":
         return "windows" if parts[1] == "windows" else "platform"
     if parts[0] in ROOMS:
-        return "form" if FORM.match(parts[-1]) else "logic"
+        return "form" if parts[1] == "forms" else "logic"
     return parts[0]
 
 
@@ -54,14 +56,20 @@ MAY_INCLUDE = {
 }
 
 
-def included_kind(name, includer):
-    if WINDOWS_HEADERS.match(name):
-        return "system"
+def included_file(name, includer):
+    """The file below src that an include line means; nothing for a header of the system."""
     for base in (PROJECT / "src", includer.parent):
         candidate = (base / name).resolve()
         if candidate.is_file() and candidate.is_relative_to(PROJECT / "src"):
-            return kind_of(candidate)
+            return candidate
     return None
+
+
+def included_kind(name, includer):
+    if WINDOWS_HEADERS.match(name):
+        return "system"
+    file = included_file(name, includer)
+    return kind_of(file) if file else None
 
 
 def layer_breaches(path, text):
@@ -72,6 +80,55 @@ def layer_breaches(path, text):
             yield f"{path.relative_to(PROJECT)} includes {name}, which is not there"
         elif included is not None and included not in MAY_INCLUDE[kind]:
             yield f"{path.relative_to(PROJECT)} ({kind}) includes {name} ({included})"
+
+
+def room_of(path):
+    """The room that a file below src stands in; nothing for a file outside the rooms."""
+    room = path.relative_to(PROJECT / "src").parts[0]
+    return room if room in ROOMS else None
+
+
+def room_breaches(path, text):
+    room = room_of(path)
+    for _, name in INCLUDE.findall(text):
+        file = included_file(name, path)
+        other = room_of(file) if file else None
+        if room and other and (ROOMS.index(other) > ROOMS.index(room) or frozenset((room, other)) in STRANGERS):
+            yield f"{path.relative_to(PROJECT)} includes {name}, but {room} does not stand on {other}"
+
+
+def unit_of(path):
+    """A header and the source of its name are one unit."""
+    return str(path.relative_to(PROJECT / "src").with_suffix(""))
+
+
+def unit_graph(files):
+    """The units that each unit includes, its own header apart: files are paths with their texts."""
+    graph = {}
+    for path, text in files:
+        uses = graph.setdefault(unit_of(path), set())
+        for _, name in INCLUDE.findall(text):
+            file = included_file(name, path)
+            if file and unit_of(file) != unit_of(path):
+                uses.add(unit_of(file))
+    return graph
+
+
+def circles(graph):
+    """Each circle of a graph that a walk meets, as the names on the way round."""
+    found, done = [], set()
+
+    def walk(node, way):
+        if node in way:
+            found.append(way[way.index(node):] + [node])
+        elif node not in done:
+            for other in sorted(graph.get(node, ())):
+                walk(other, way + [node])
+            done.add(node)
+
+    for node in sorted(graph):
+        walk(node, [])
+    return found
 
 
 # Put together from pieces, so that this list does not find itself.
@@ -101,6 +158,30 @@ class LayersTest(unittest.TestCase):
         self.assertTrue(list(layer_breaches(logic, "#include <windows.h>\n")))
         self.assertTrue(list(layer_breaches(logic, '#include "ui/Form.h"\n')))
         self.assertFalse(list(layer_breaches(logic, '#include "platform/Files.h"\n#include <string>\n')))
+
+    def test_every_room_stands_on_those_below_it(self):
+        breaches = [breach for path in sources("src") for breach in room_breaches(path, path.read_text(encoding="utf-8"))]
+        self.assertEqual(breaches, [])
+
+    def test_a_file_that_includes_a_room_above_its_own_is_found(self):
+        logic = PROJECT / "src" / "archive" / "Example.cpp"
+        self.assertTrue(list(room_breaches(logic, '#include "restore/RestoreRows.h"\n')))
+        self.assertFalse(list(room_breaches(logic, '#include "selection/clsColFileInfo.h"\n')))
+        backup = PROJECT / "src" / "backup" / "Example.cpp"
+        self.assertTrue(list(room_breaches(backup, '#include "restore/RestoreRows.h"\n')))
+        restore = PROJECT / "src" / "restore" / "Example.cpp"
+        self.assertTrue(list(room_breaches(restore, '#include "backup/BackupRun.h"\n')))
+
+    def test_no_two_units_include_each_other(self):
+        files = [(path, path.read_text(encoding="utf-8")) for path in sources("src")]
+        self.assertEqual(circles(unit_graph(files)), [])
+
+    def test_units_that_include_each_other_are_found(self):
+        copier, lister = (PROJECT / "src" / "archive" / name for name in ("clsCopie.cpp", "clsListe.cpp"))
+        graph = unit_graph([(copier, '#include "archive/clsListe.h"\n'), (lister, '#include "archive/clsCopie.h"\n')])
+        self.assertEqual(circles(graph), [["archive/clsCopie", "archive/clsListe", "archive/clsCopie"]])
+        alone = unit_graph([(copier, '#include "archive/clsCopie.h"\n#include "archive/clsListe.h"\n'), (lister, "")])
+        self.assertEqual(circles(alone), [])
 
     def test_windows_headers_outside_src_stand_in_the_tests_that_need_them(self):
         allowed = ("tests/window/", "tests/system/", "tests/virtual_burner/", "bench/")

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/DiscWriter.h"
 #include "platform/RuntimeError.h"
+#include "platform/discs/DiscWriter.h"
 
 #include <cstdint>
 #include <deque>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/ProgressBar.h"
+#include "core/ProgressBar.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/Application.h"
 #include "selection/SelectionList.h"
-#include "shell/Application.h"
 
 #include <functional>
 #include <string>

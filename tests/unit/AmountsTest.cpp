@@ -1,5 +1,5 @@
-#include "shell/Currency.h"
-#include "shell/NumberFormat.h"
+#include "core/Currency.h"
+#include "core/NumberFormat.h"
 
 #include "platform/RuntimeError.h"
 

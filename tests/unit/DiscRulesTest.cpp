@@ -1,9 +1,9 @@
-#include "platform/DiscErrors.h"
-#include "platform/DiscLabel.h"
-#include "platform/DiscProgress.h"
-#include "platform/DiscReading.h"
-#include "platform/DiscSpeeds.h"
-#include "platform/MasteringCodes.h"
+#include "platform/discs/DiscErrors.h"
+#include "platform/discs/DiscLabel.h"
+#include "platform/discs/DiscProgress.h"
+#include "platform/discs/DiscReading.h"
+#include "platform/discs/DiscSpeeds.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,5 @@
 #include "archive/CommandLines.h"
+#include "archive/WorkFolder.h"
 #include "archive/modGestionRestaure.h"
 #include "support/CommandLineParts.h"
 #include "support/FakeMachine.h"
@@ -51,18 +52,18 @@ TEST(Extraction, PasswordWithABlankBreaksTheLineAsItDidWhenTheArchiveWasMade) {
 TEST(Extraction, WorkFolderIsMadeWhenMissingAndEmptiedWhenThere) {
     FakeMachine machine;
     machine.files.AddFolder(L"C:\\Valcoreaux\\Backup");
-    modGestionRestaure::ResetWorkFolder(machine.app);
+    ResetWorkFolder(machine.app);
     EXPECT_TRUE(machine.files.FolderExists(L"C:\\Valcoreaux\\Backup\\zip"));
     machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip");
-    modGestionRestaure::ResetWorkFolder(machine.app);
+    ResetWorkFolder(machine.app);
     EXPECT_TRUE(machine.files.Contents(L"C:\\Valcoreaux\\Backup\\zip").files.empty());
 }
 
 TEST(Extraction, WorkFolderCanBeRemovedTwice) {
     FakeMachine machine;
     machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip");
-    modGestionRestaure::RemoveWorkFolder(machine.app);
-    modGestionRestaure::RemoveWorkFolder(machine.app);
+    RemoveWorkFolder(machine.app);
+    RemoveWorkFolder(machine.app);
     EXPECT_FALSE(machine.files.FolderExists(L"C:\\Valcoreaux\\Backup\\zip"));
 }
 

@@ -1,5 +1,5 @@
-#include "archive/SequentialInput.h"
-#include "archive/UserProfileMarker.h"
+#include "core/SequentialInput.h"
+#include "core/UserProfileMarker.h"
 #include "support/Failures.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The backup window with a disc writer that works: what it leaves behind, and whether it goes on answering.
 #include "BurnerBench.h"
-#include "backup/frmBackup.h"
-#include "selection/ctlSelectionFichiersIds.h"
+#include "backup/forms/frmBackup.h"
+#include "selection/forms/ctlSelectionFichiersIds.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 #include "window/Footprint.h"

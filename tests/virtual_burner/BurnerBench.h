@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/ImapiDiscWriter.h"
+#include "platform/windows/discs/ImapiDiscWriter.h"
 
 #include <windows.h>
 

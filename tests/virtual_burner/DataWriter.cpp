@@ -2,7 +2,7 @@
 #include "DiscRecorder.h"
 #include "Session.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 #include "platform/windows/UniqueHandle.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // drive by hand, and for measuring: a write tells how long it took and how long the calling thread was kept from its
 // messages.
 #include "platform/RuntimeError.h"
-#include "platform/windows/ImapiDiscWriter.h"
+#include "platform/windows/discs/ImapiDiscWriter.h"
 
 #include <windows.h>
 

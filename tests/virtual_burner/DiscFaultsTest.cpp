@@ -3,8 +3,8 @@
 #include "DiscContent.h"
 #include "support/DiscWriterContract.h"
 
-#include "platform/MasteringCodes.h"
 #include "platform/RuntimeError.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <fstream>
 #include <iterator>

@@ -1,6 +1,6 @@
 #include "DiscRecorder.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
 #include <set>

@@ -1,6 +1,6 @@
 #include "Drives.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "ComObject.h"
 #include "DiscRecorder.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
 #include <filesystem>

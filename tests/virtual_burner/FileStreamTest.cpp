@@ -1,5 +1,5 @@
 // Files as image mastering reads them.
-#include "platform/windows/FileStream.h"
+#include "platform/windows/discs/FileStream.h"
 #include "platform/windows/UniqueHandle.h"
 
 #include <winioctl.h>

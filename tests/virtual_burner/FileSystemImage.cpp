@@ -4,7 +4,7 @@
 #include "ImageLayout.h"
 #include "Session.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
 #include <cstring>

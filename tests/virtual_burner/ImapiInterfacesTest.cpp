@@ -1,5 +1,5 @@
 // Every method stands where the system's own tables have it: a method that moved would call another one there.
-#include "platform/windows/ImapiInterfaces.h"
+#include "platform/windows/discs/ImapiInterfaces.h"
 
 #include <gmock/gmock.h>
 

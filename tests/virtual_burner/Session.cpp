@@ -2,7 +2,7 @@
 
 #include "Drives.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 #include "platform/windows/UniqueHandle.h"
 
 #include <filesystem>

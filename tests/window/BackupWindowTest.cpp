@@ -1,9 +1,10 @@
 #include "CaptionFit.h"
 #include "Footprint.h"
 #include "KeyboardReach.h"
-#include "backup/frmBackup.h"
-#include "discutil/frmEffacerCDRWIds.h"
-#include "selection/ctlSelectionFichiersIds.h"
+#include "backup/forms/frmBackup.h"
+#include "discutil/forms/frmEffacerCDRWIds.h"
+#include "selection/forms/ctlSelectionFichiersIds.h"
+#include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 

@@ -1,8 +1,8 @@
 #include "CaptionFit.h"
 #include "KeyboardReach.h"
-#include "backup/DiscHost.h"
 #include "backup/DriveEntries.h"
-#include "discutil/frmEffacerCDRW.h"
+#include "discutil/DiscHost.h"
+#include "discutil/forms/frmEffacerCDRW.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 

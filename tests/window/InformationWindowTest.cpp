@@ -1,7 +1,8 @@
 #include "CaptionFit.h"
 #include "KeyboardReach.h"
-#include "backup/DiscHost.h"
-#include "discutil/frmInfoDisque.h"
+#include "discutil/DiscHost.h"
+#include "discutil/forms/frmInfoDisque.h"
+#include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "shell/LongConversion.h"
+#include "core/LongConversion.h"
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"

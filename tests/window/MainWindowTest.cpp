@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "KeyboardReach.h"
-#include "shell/frmMain.h"
+#include "shell/forms/FormMessageLoop.h"
+#include "shell/forms/frmMain.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 

@@ -1,8 +1,9 @@
 #include "CaptionFit.h"
 #include "Footprint.h"
 #include "KeyboardReach.h"
-#include "archive/frmMotPasse.h"
+#include "archive/forms/frmMotPasse.h"
 #include "platform/MessageBoxes.h"
+#include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 

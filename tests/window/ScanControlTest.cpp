@@ -1,6 +1,6 @@
 #include "CaptionFit.h"
 #include "TestFormIds.h"
-#include "selection/ctlScan.h"
+#include "selection/forms/ctlScan.h"
 #include "support/FakeMachine.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "archive/frmMotPasse.h"
+#include "archive/forms/frmMotPasse.h"
 
 #include "archive/modGestionMotPasse.h"
 #include "platform/MessageBoxes.h"

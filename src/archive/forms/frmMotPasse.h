@@ -1,7 +1,7 @@
 #pragma once
 
-#include "archive/frmMotPasseIds.h"
-#include "shell/ApplicationForm.h"
+#include "archive/forms/frmMotPasseIds.h"
+#include "shell/forms/ApplicationForm.h"
 
 /// Asks for the backup password: twice and by the policy when a backup is made, once and unchecked when one is
 /// restored.

@@ -1,7 +1,7 @@
-#include "backup/MediumStatusControls.h"
+#include "backup/forms/MediumStatusBar.h"
 
+#include "core/NumberFormat.h"
 #include "platform/System.h"
-#include "shell/NumberFormat.h"
 
 #include <array>
 

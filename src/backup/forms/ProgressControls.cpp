@@ -1,4 +1,4 @@
-#include "backup/ProgressControls.h"
+#include "backup/forms/ProgressControls.h"
 
 /// What stands in the frame goes where the frame is put, whatever the dialog's font makes of its units.
 void ProgressControls::LayOut() {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "backup/frmBackupIds.h"
-#include "shell/ApplicationForm.h"
+#include "backup/forms/frmBackupIds.h"
+#include "shell/forms/ApplicationForm.h"
 
 /// The part of the backup window that stands in the settings' place while a backup runs.
 class ProgressControls {

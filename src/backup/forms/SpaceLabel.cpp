@@ -1,4 +1,4 @@
-#include "backup/SpaceControls.h"
+#include "backup/forms/SpaceLabel.h"
 
 #include "backup/SpaceFigures.h"
 

@@ -1,13 +1,13 @@
-#include "backup/frmBackup.h"
+#include "backup/forms/frmBackup.h"
 
 #include "backup/DriveEntries.h"
 #include "backup/VolumeLabel.h"
-#include "discutil/frmEffacerCDRW.h"
-#include "discutil/frmInfoDisque.h"
+#include "core/NumberFormat.h"
+#include "discutil/forms/frmEffacerCDRW.h"
+#include "discutil/forms/frmInfoDisque.h"
 #include "platform/Drives.h"
 #include "platform/RuntimeError.h"
 #include "shell/DiskDetection.h"
-#include "shell/NumberFormat.h"
 
 #include <array>
 #include <cmath>

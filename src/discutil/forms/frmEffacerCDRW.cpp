@@ -1,4 +1,4 @@
-#include "discutil/frmEffacerCDRW.h"
+#include "discutil/forms/frmEffacerCDRW.h"
 
 #include "discutil/EraseWatchdog.h"
 #include "platform/MessageBoxes.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "backup/DiscHost.h"
-#include "discutil/frmEffacerCDRWIds.h"
-#include "shell/ApplicationForm.h"
+#include "discutil/DiscHost.h"
+#include "discutil/forms/frmEffacerCDRWIds.h"
+#include "shell/forms/ApplicationForm.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "discutil/frmInfoDisque.h"
+#include "discutil/forms/frmInfoDisque.h"
 
 #include "platform/AtScopeEnd.h"
 #include "platform/RuntimeError.h"

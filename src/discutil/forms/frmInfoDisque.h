@@ -1,9 +1,9 @@
 #pragma once
 
-#include "backup/DiscHost.h"
+#include "discutil/DiscHost.h"
 #include "discutil/DiscInformation.h"
-#include "discutil/frmInfoDisqueIds.h"
-#include "shell/ApplicationForm.h"
+#include "discutil/forms/frmInfoDisqueIds.h"
+#include "shell/forms/ApplicationForm.h"
 
 /// Shows the medium of the backup window: its kind, its state and its space. Changes nothing.
 class frmInfoDisque final : public ApplicationForm {

@@ -1,6 +1,6 @@
-#include "platform/DiscErrors.h"
+#include "platform/discs/DiscErrors.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 std::wstring DiscErrorText(std::uint32_t result) {
     switch (result) {

@@ -1,4 +1,4 @@
-#include "platform/DiscLabel.h"
+#include "platform/discs/DiscLabel.h"
 
 #include <cstddef>
 

@@ -1,6 +1,6 @@
-#include "platform/DiscProgress.h"
+#include "platform/discs/DiscProgress.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
 

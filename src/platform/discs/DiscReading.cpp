@@ -1,6 +1,6 @@
-#include "platform/DiscReading.h"
+#include "platform/discs/DiscReading.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "platform/DiscSpeeds.h"
+#include "platform/discs/DiscSpeeds.h"
 
 #include <algorithm>
 #include <cmath>

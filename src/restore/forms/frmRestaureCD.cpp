@@ -1,7 +1,8 @@
-#include "restore/frmRestaureCD.h"
+#include "restore/forms/frmRestaureCD.h"
 
+#include "archive/WorkFolder.h"
 #include "archive/clsListe.h"
-#include "archive/frmMotPasse.h"
+#include "archive/forms/frmMotPasse.h"
 #include "archive/modGestionRestaure.h"
 #include "platform/MessageBoxes.h"
 #include "restore/DriveLines.h"
@@ -88,7 +89,7 @@ void frmRestaureCD::Form_Load() {
     Guarded(L"Form_Load, module frmRestaureCD", [this] {
         hook_.Install(Handle(), modFonctionsCommunes::MyWindowProcRestaureCD);
         InitCaptions();
-        modGestionRestaure::ResetWorkFolder(app_);
+        ResetWorkFolder(app_);
         MAJListeCDetUSB();
     });
 }
@@ -120,7 +121,7 @@ void frmRestaureCD::OnUnload() {
 
 void frmRestaureCD::Form_Unload() {
     refresh_.Cancel();
-    Guarded(L"Form_Unload, module frmRestaureCD", [this] { modGestionRestaure::RemoveWorkFolder(app_); });
+    Guarded(L"Form_Unload, module frmRestaureCD", [this] { RemoveWorkFolder(app_); });
     hook_.Remove();
 }
 
@@ -279,7 +280,7 @@ bool frmRestaureCD::OpenArchive() {
         // The lists follow the devices while the user types: what is opened is the medium that is shown now.
         if (modGestionRestaure::UnZipOkrBackup(app_, SelectedRoot(), ArchiveName) != modGestionRestaure::WrongPassword)
             return true;
-        modGestionRestaure::ResetWorkFolder(app_);
+        ResetWorkFolder(app_);
         app_.ShowMessage(WrongPassword, WrongPasswordTitle, box::Exclamation);
     }
 }
@@ -329,7 +330,7 @@ void frmRestaureCD::mnuRaffraichir_Rafraichir_Click() {
 
 void frmRestaureCD::cmdFermer_Click() {
     Guarded(L"cmdFermer_Click, module frmRestaureCD", [this] {
-        modGestionRestaure::RemoveWorkFolder(app_);
+        RemoveWorkFolder(app_);
         Unload();
     });
 }

@@ -1,4 +1,4 @@
-#include "selection/ctlScan.h"
+#include "selection/forms/ctlScan.h"
 
 #include <array>
 

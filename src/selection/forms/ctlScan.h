@@ -1,7 +1,7 @@
 #pragma once
 
-#include "selection/ctlScanIds.h"
-#include "shell/ApplicationForm.h"
+#include "selection/forms/ctlScanIds.h"
+#include "shell/forms/ApplicationForm.h"
 #include "ui/Controls.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "selection/ctlSelectionFichiers.h"
+#include "selection/forms/ctlSelectionFichiers.h"
 
 #include "platform/Files.h"
 #include "platform/Processes.h"

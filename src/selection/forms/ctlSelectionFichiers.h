@@ -2,8 +2,8 @@
 
 #include "selection/FolderBrowser.h"
 #include "selection/SelectionList.h"
-#include "selection/ctlSelectionFichiersIds.h"
-#include "shell/ApplicationForm.h"
+#include "selection/forms/ctlSelectionFichiersIds.h"
+#include "shell/forms/ApplicationForm.h"
 #include "ui/ControlKeys.h"
 #include "ui/Controls.h"
 #include "ui/FolderListBox.h"

@@ -1,6 +1,4 @@
-#include "shell/ApplicationForm.h"
-
-#include "ui/MessagePump.h"
+#include "shell/forms/ApplicationForm.h"
 
 ApplicationForm::ApplicationForm(Application& app, int templateId, const wchar_t* module)
     : ui::Form(templateId), app_(app), module_(module) {}
@@ -11,16 +9,4 @@ void ApplicationForm::SetCaptions(std::span<const ui::Caption> captions) {
 
 void ApplicationForm::OnUnhandledException() noexcept {
     ReportCurrentException(app_, L"WindowProc, module " + module_);
-}
-
-void FormMessageLoop::RunPending() {
-    ui::RunPendingMessages();
-}
-
-void FormMessageLoop::Paint() {
-    ui::PaintPendingWindows();
-}
-
-void FormMessageLoop::SetPointer(Pointer pointer) {
-    ui::ShowHourglass(pointer == Pointer::Hourglass);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "archive/ProgressBar.h"
+#include "core/Application.h"
+#include "core/ProgressBar.h"
 #include "platform/MessageLoop.h"
-#include "shell/Application.h"
 #include "shell/ErrorReport.h"
 #include "ui/Controls.h"
 
@@ -45,12 +45,4 @@ class ControlProgress final : public ProgressBar {
 
   private:
     ui::ProgressBarControl& bar_;
-};
-
-/// The user-interface thread's real messages and pointer.
-class FormMessageLoop final : public MessageLoop {
-  public:
-    void RunPending() override;
-    void Paint() override;
-    void SetPointer(Pointer pointer) override;
 };

@@ -1,4 +1,4 @@
-#include "shell/frmMain.h"
+#include "shell/forms/frmMain.h"
 
 #include "platform/AtScopeEnd.h"
 #include "shell/DiskDetection.h"

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/DiscWriter.h"
-#include "shell/ApplicationForm.h"
+#include "platform/discs/DiscWriter.h"
 #include "shell/MainWindow.h"
 #include "shell/MediumOffer.h"
-#include "shell/frmMainIds.h"
+#include "shell/forms/ApplicationForm.h"
+#include "shell/forms/frmMainIds.h"
 #include "ui/ToolTips.h"
 
 #include <functional>

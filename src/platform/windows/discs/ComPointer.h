@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/ImapiInterfaces.h"
+#include "platform/windows/discs/ImapiInterfaces.h"
 
 #include <oleauto.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/ComPointer.h"
+#include "platform/windows/discs/ComPointer.h"
 
 #include <atomic>
 

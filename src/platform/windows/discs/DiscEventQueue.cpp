@@ -1,4 +1,4 @@
-#include "platform/windows/DiscEventQueue.h"
+#include "platform/windows/discs/DiscEventQueue.h"
 
 #include "platform/RuntimeError.h"
 

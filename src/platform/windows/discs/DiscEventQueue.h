@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/DiscProgress.h"
-#include "platform/DiscReading.h"
+#include "platform/discs/DiscProgress.h"
+#include "platform/discs/DiscReading.h"
 #include "platform/windows/UniqueHandle.h"
 
 #include <cstdint>

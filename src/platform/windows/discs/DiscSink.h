@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/CountedObject.h"
+#include "platform/windows/discs/CountedObject.h"
 
 #include <array>
 #include <functional>

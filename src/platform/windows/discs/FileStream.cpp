@@ -1,7 +1,7 @@
-#include "platform/windows/FileStream.h"
+#include "platform/windows/discs/FileStream.h"
 
-#include "platform/windows/CountedObject.h"
 #include "platform/windows/UniqueHandle.h"
+#include "platform/windows/discs/CountedObject.h"
 
 #include <algorithm>
 #include <utility>

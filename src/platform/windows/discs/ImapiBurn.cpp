@@ -1,11 +1,11 @@
-#include "platform/windows/ImapiBurn.h"
+#include "platform/windows/discs/ImapiBurn.h"
 
-#include "platform/DiscLabel.h"
-#include "platform/DiscSpeeds.h"
-#include "platform/MasteringCodes.h"
+#include "platform/discs/DiscLabel.h"
+#include "platform/discs/DiscSpeeds.h"
+#include "platform/discs/MasteringCodes.h"
 #include "platform/windows/AwakeHold.h"
-#include "platform/windows/DiscSink.h"
-#include "platform/windows/FileStream.h"
+#include "platform/windows/discs/DiscSink.h"
+#include "platform/windows/discs/FileStream.h"
 
 #include <algorithm>
 #include <cstdint>

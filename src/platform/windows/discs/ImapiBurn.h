@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/DiscProgress.h"
-#include "platform/DiscWriter.h"
-#include "platform/windows/ImapiDrive.h"
+#include "platform/discs/DiscProgress.h"
+#include "platform/discs/DiscWriter.h"
+#include "platform/windows/discs/ImapiDrive.h"
 
 #include <atomic>
 #include <functional>

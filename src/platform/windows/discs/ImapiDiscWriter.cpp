@@ -1,8 +1,8 @@
-#include "platform/windows/ImapiDiscWriter.h"
+#include "platform/windows/discs/ImapiDiscWriter.h"
 
-#include "platform/DiscErrors.h"
-#include "platform/MasteringCodes.h"
 #include "platform/RuntimeError.h"
+#include "platform/discs/DiscErrors.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/DiscProgress.h"
-#include "platform/DiscSpeeds.h"
-#include "platform/DiscWriter.h"
 #include "platform/MessageLoop.h"
-#include "platform/windows/DiscEventQueue.h"
-#include "platform/windows/ImapiWorker.h"
+#include "platform/discs/DiscProgress.h"
+#include "platform/discs/DiscSpeeds.h"
+#include "platform/discs/DiscWriter.h"
+#include "platform/windows/discs/DiscEventQueue.h"
+#include "platform/windows/discs/ImapiWorker.h"
 
 #include <memory>
 #include <optional>

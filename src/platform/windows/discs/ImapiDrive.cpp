@@ -1,6 +1,6 @@
-#include "platform/windows/ImapiDrive.h"
+#include "platform/windows/discs/ImapiDrive.h"
 
-#include "platform/MasteringCodes.h"
+#include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
 #include <cstdint>

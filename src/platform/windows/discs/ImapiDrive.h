@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/DiscReading.h"
-#include "platform/DiscWriter.h"
-#include "platform/windows/ComPointer.h"
-#include "platform/windows/DiscEventQueue.h"
+#include "platform/discs/DiscReading.h"
+#include "platform/discs/DiscWriter.h"
+#include "platform/windows/discs/ComPointer.h"
+#include "platform/windows/discs/DiscEventQueue.h"
 
 #include <string>
 #include <vector>

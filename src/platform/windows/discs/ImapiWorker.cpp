@@ -1,7 +1,7 @@
-#include "platform/windows/ImapiWorker.h"
+#include "platform/windows/discs/ImapiWorker.h"
 
-#include "platform/DiscErrors.h"
-#include "platform/MasteringCodes.h"
+#include "platform/discs/DiscErrors.h"
+#include "platform/discs/MasteringCodes.h"
 #include "platform/windows/QuietErrors.h"
 
 #include <utility>

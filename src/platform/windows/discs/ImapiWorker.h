@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/DiscWriter.h"
-#include "platform/windows/DiscEventQueue.h"
-#include "platform/windows/ImapiBurn.h"
-#include "platform/windows/ImapiDrive.h"
+#include "platform/discs/DiscWriter.h"
+#include "platform/windows/discs/DiscEventQueue.h"
+#include "platform/windows/discs/ImapiBurn.h"
+#include "platform/windows/discs/ImapiDrive.h"
 
 #include <atomic>
 #include <deque>

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+/// What a backup is saved on, by the code that the windows hand each other.
+enum class Medium : std::int16_t { Cd = 0, Dvd = 1, RemovableDisk = 2, ExternalDisk = 3 };
+
+inline constexpr std::array AllMedia{Medium::Cd, Medium::Dvd, Medium::RemovableDisk, Medium::ExternalDisk};
+
+/// The number of the text that names a medium, such as "Disque amovible".
+int MediumLabelId(Medium medium);
