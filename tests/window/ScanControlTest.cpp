@@ -1,5 +1,5 @@
 #include "CaptionFit.h"
-#include "TestFormIds.h"
+#include "HostForm.h"
 #include "selection/forms/ctlScan.h"
 #include "support/FakeMachine.h"
 
@@ -9,14 +9,6 @@
 #include <vector>
 
 namespace {
-
-class HostForm : public ui::Form {
-  public:
-    HostForm() : ui::Form(IDD_TestForm) {}
-
-  protected:
-    void OnUnhandledException() noexcept override { ADD_FAILURE() << "a handler let something through"; }
-};
 
 class ScanControlTest : public testing::Test {
   protected:

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "backup/BackupRun.h"
+#include "support/FakeBackupView.h"
+#include "support/FakeMachine.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// The steps of a run to a disk, written down as they are asked for.
+class FakeBackupSteps : public BackupSteps {
+  public:
+    std::vector<std::wstring> calls;
+    bool hasArchiver = true;
+    bool givesPassword = true;
+    bool archives = true;
+    bool copies = true;
+    std::int32_t count = 1;
+    std::function<void()> whileArchiving;
+    std::function<void()> whileCopying;
+
+    bool ValidZipApp() override {
+        calls.push_back(L"archiver?");
+        return hasArchiver;
+    }
+    std::wstring GetZipAppName() override { return L"7Za.exe"; }
+    bool DemanderMotPasse() override {
+        calls.push_back(L"password");
+        return givesPassword;
+    }
+    std::int32_t SelectedCount() const override { return count; }
+    void EnregistrerListeFichiers() override { calls.push_back(L"list"); }
+    bool CopierListeFichiers() override {
+        calls.push_back(L"archive");
+        if (whileArchiving) whileArchiving();
+        return archives;
+    }
+    bool CopierUSB(const std::wstring& root) override {
+        calls.push_back(L"copy " + root);
+        if (whileCopying) whileCopying();
+        return copies;
+    }
+};
+
+/// A run on a stand-in workstation.
+class BackupRunTest : public testing::Test {
+  protected:
+    static constexpr std::uint64_t Megabyte = 1048576;
+
+    void SetUp() override { machine.app.archiveSizeBytes = 100; }
+
+    void UseDisk(Medium medium, const std::wstring& root = L"E:\\") {
+        state.miTypeMedia = medium;
+        state.mstrDrive = root;
+        view.drive = L"(" + root + L") x";
+        machine.drives.Add(root, DriveType::Removable, L"", {1e6, 2e6});
+        discs.RefreshDiscInfo();
+        view.calls.clear();
+    }
+    void UseDisc(Medium medium, const FakeDisc& disc) {
+        state.miTypeMedia = medium;
+        machine.discWriters.Drives(Family(medium)).push_back({L"WRITER (G:)", disc});
+        discs.CreateWriter();
+        discs.RefreshDiscInfo();
+        view.calls.clear();
+    }
+    void UseCd() { UseDisc(Medium::Cd, BlankDisc(MediaKind::CdR, 700 * Megabyte)); }
+    static DiscFamily Family(Medium medium) { return medium == Medium::Cd ? DiscFamily::Cd : DiscFamily::Dvd; }
+    FakeDiscWriter& Writer() { return *machine.discWriters.Latest(Family(state.miTypeMedia)); }
+    FakeDiscRecord& Record() { return machine.discWriters.Record(Family(state.miTypeMedia)); }
+    std::wstring Text(int id) const { return machine.app.Text(id); }
+    void ExpectBox(std::size_t at, const std::wstring& text, const std::wstring& title, std::uint32_t style) {
+        ASSERT_LT(at, machine.messageBoxes.shown.size());
+        EXPECT_EQ(machine.messageBoxes.shown[at].text, text);
+        EXPECT_EQ(machine.messageBoxes.shown[at].title, title);
+        EXPECT_EQ(machine.messageBoxes.shown[at].style, style);
+    }
+    void ExpectOnlyBox(const std::wstring& text, const std::wstring& title, std::uint32_t style) {
+        EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
+        ExpectBox(0, text, title, style);
+    }
+    /// The window's way into and out of its busy mode.
+    std::vector<std::wstring> Modes() const {
+        std::vector<std::wstring> modes;
+        for (const std::wstring& call : view.calls) {
+            if (call == L"busy" || call == L"idle" || call == L"end") modes.push_back(call);
+        }
+        return modes;
+    }
+
+    FakeMachine machine;
+    BackupState state;
+    FakeBackupView view;
+    FakeBackupSteps steps;
+    DiscSide discs{machine.app, state, view};
+    BackupRun run{machine.app, state, view, steps, discs};
+};

@@ -1,0 +1,165 @@
+#pragma once
+
+#include "backup/forms/frmBackup.h"
+#include "selection/forms/ctlSelectionFichiersIds.h"
+#include "shell/forms/FormMessageLoop.h"
+#include "support/FakeMachine.h"
+#include "support/FakeMainWindow.h"
+#include "ui/MessagePump.h"
+
+#include <gmock/gmock.h>
+
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The backup window on a stand-in workstation that has real messages.
+class BackupWindowTest : public testing::Test {
+  protected:
+    static constexpr std::uint64_t Megabyte = 1048576;
+
+    BackupWindowTest() : machine(&messages) {
+        machine.app.dblEspaceDisponible = 5e9;
+        machine.drives.Add(L"C:\\", DriveType::Fixed, L"", {5e9, 9e9});
+        machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\7Za.exe", "x");
+        machine.files.AddSizedFile(L"C:\\Data\\a.txt", 1000000);
+        machine.files.AddSizedFile(L"C:\\Data\\b.txt", 2000000);
+        machine.files.AddFolder(L"C:\\Temp");
+        machine.system.SetEnvironment(L"Temp", L"C:\\Temp");
+        machine.processes.effect = [this](const std::wstring& commandLine) { Archive(commandLine); };
+    }
+    ~BackupWindowTest() override { EXPECT_EQ(machine.system.awakeHolds, 0); }
+
+    /// What the archiver leaves behind.
+    void Archive(const std::wstring& commandLine) {
+        if (commandLine.find(L"OKRBACKUP.ZIP") != std::wstring::npos) {
+            machine.files.AddSizedFile(L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP", archiveSizeBytes);
+        } else {
+            machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip", "inner");
+            machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\Zip0002.zip", "inner");
+        }
+        if (whileArchiving) whileArchiving();
+    }
+
+    void SpeakEnglish() {
+        machine.app.lngLangue = 10000;
+        machine.system.decimalSeparator = L".";
+    }
+    void AddRemovable(const std::wstring& root) { machine.drives.Add(root, DriveType::Removable, L"", {1e9, 2e9}); }
+    void AddExternal(const std::wstring& root) {
+        machine.drives.Add(root, DriveType::Fixed, L"", {1e9, 2e9});
+        machine.usb.busTypes[root.substr(0, 2)] = 7;
+        machine.usb.serviceNames = {L"USBSTOR"};
+        machine.app.blnQuestionUSB = 1;
+        machine.app.intReponseUSB = box::AnswerYes;
+    }
+    void AddCdWriter(const FakeDisc& disc) { machine.discWriters.cdDrives.push_back({L"CD (G:)", disc}); }
+    void AddDvdWriter(const FakeDisc& disc) { machine.discWriters.dvdDrives.push_back({L"DVD (H:)", disc}); }
+
+    void Open(Medium medium, const std::wstring& drive = {}) {
+        form = std::make_unique<frmBackup>(machine.app, [this](ui::Form&) {
+            ++questions;
+            machine.app.backupPassword = L"Secret-1";
+            return givesPassword;
+        });
+        form->SetMedia(medium);
+        form->SetParent(mainWindow);
+        if (!drive.empty()) form->SetDrive(drive);
+        form->Create();
+        form->Show();
+    }
+    void OpenRemovable() {
+        AddRemovable(L"E:\\");
+        Open(Medium::RemovableDisk, L"E:\\");
+    }
+    void OpenCd(const FakeDisc& disc = BlankDisc(MediaKind::CdR, 700 * Megabyte)) {
+        AddCdWriter(disc);
+        Open(Medium::Cd);
+    }
+    FakeDiscWriter& Cd() { return *machine.discWriters.Latest(DiscFamily::Cd); }
+    FakeDiscRecord& CdRecord() { return machine.discWriters.Record(DiscFamily::Cd); }
+
+    HWND At(int id) const { return GetDlgItem(form->Handle(), id); }
+    HWND SelectionAt(int id) const {
+        HWND child = nullptr;
+        while ((child = FindWindowExW(form->Handle(), child, L"#32770", nullptr)) != nullptr) {
+            if (HWND control = GetDlgItem(child, id)) return control;
+        }
+        return nullptr;
+    }
+    bool IsEnabled(int id) const { return IsWindowEnabled(At(id)) != FALSE; }
+    bool IsVisible(int id) const { return IsWindowVisible(At(id)) != FALSE; }
+    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
+    static std::wstring TextOf(HWND control) {
+        wchar_t text[512] = {};
+        GetWindowTextW(control, text, 512);
+        return text;
+    }
+    std::wstring Text(int id) const { return TextOf(At(id)); }
+    std::vector<std::wstring> Items(int comboId) const {
+        std::vector<std::wstring> items(static_cast<std::size_t>(SendMessageW(At(comboId), CB_GETCOUNT, 0, 0)));
+        for (std::size_t row = 0; row < items.size(); ++row) {
+            wchar_t text[256] = {};
+            SendMessageW(At(comboId), CB_GETLBTEXT, row, reinterpret_cast<LPARAM>(text));
+            items[row] = text;
+        }
+        return items;
+    }
+    int Selected(int comboId) const { return static_cast<int>(SendMessageW(At(comboId), CB_GETCURSEL, 0, 0)); }
+    void Choose(int comboId, int row) const {
+        SendMessageW(At(comboId), CB_SETCURSEL, static_cast<WPARAM>(row), 0);
+        SendMessageW(form->Handle(), WM_COMMAND, MAKEWPARAM(comboId, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(At(comboId)));
+    }
+    std::wstring PanelText(int panel) const {
+        wchar_t text[256] = {};
+        SendMessageW(At(IDC_stBarDataWriter), SB_GETTEXTW, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(text));
+        return text;
+    }
+    COLORREF ColorOf(int id) const { return form->TextColor(id); }
+    /// Drops the two files on the list.
+    void AddItems() {
+        HWND list = SelectionAt(IDC_lvFichRep);
+        Drop(list, {L"C:\\Data\\a.txt", L"C:\\Data\\b.txt"});
+        ui::RunPendingMessages();
+    }
+    static void Drop(HWND list, const std::vector<std::wstring>& paths) {
+        std::wstring names;
+        for (const std::wstring& path : paths) names += path + L'\0';
+        names += L'\0';
+        const std::size_t bytes = sizeof(DROPFILES) + names.size() * sizeof(wchar_t);
+        HGLOBAL memory = GlobalAlloc(GHND, bytes);
+        auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
+        header->pFiles = sizeof(DROPFILES);
+        header->fWide = TRUE;
+        memcpy(header + 1, names.data(), names.size() * sizeof(wchar_t));
+        GlobalUnlock(memory);
+        SendMessageW(list, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    }
+    std::wstring Resource(int id) const { return machine.app.Text(id); }
+    void ExpectBox(std::size_t at, const std::wstring& text, const std::wstring& title, std::uint32_t style) {
+        ASSERT_LT(at, machine.messageBoxes.shown.size());
+        EXPECT_EQ(machine.messageBoxes.shown[at].text, text);
+        EXPECT_EQ(machine.messageBoxes.shown[at].title, title);
+        EXPECT_EQ(machine.messageBoxes.shown[at].style, style);
+    }
+    void ExpectOnlyBox(const std::wstring& text, const std::wstring& title, std::uint32_t style) {
+        ExpectBox(0, text, title, style);
+        EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
+    }
+
+    FormMessageLoop messages;
+    FakeMachine machine;
+    FakeMainWindow mainWindow;
+    std::unique_ptr<frmBackup> form;
+    std::uint64_t archiveSizeBytes = 3000000;
+    std::function<void()> whileArchiving;
+    bool givesPassword = true;
+    int questions = 0;
+};

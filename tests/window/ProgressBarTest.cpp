@@ -1,0 +1,93 @@
+#include "TestForm.h"
+#include "ui/MessagePump.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+LRESULT CALLBACK CountPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR count) {
+    if (message == WM_PAINT) ++*reinterpret_cast<int*>(count);
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+TEST(ProgressBar, IsNotPaintedForEachOfManySteps) {
+    TestForm form;
+    form.Create();
+    form.Show();
+    ui::RunPendingMessages();
+    int paints = 0;
+    SetWindowSubclass(form.testProgress.Handle(), CountPaints, 0, reinterpret_cast<DWORD_PTR>(&paints));
+    constexpr int steps = 5000;
+    const DWORD start = GetTickCount();
+    form.testProgress.SetRange(0, steps);
+    for (int step = 1; step <= steps; ++step) {
+        form.testProgress.SetValue(step);
+        ASSERT_EQ(form.testProgress.Value(), step);
+    }
+    const int frames = static_cast<int>(GetTickCount() - start) / 40;
+    EXPECT_EQ(SendMessageW(form.testProgress.Handle(), PBM_GETPOS, 0, 0), steps);
+    EXPECT_GE(paints, 10);
+    EXPECT_LE(paints, 20 + frames);
+    RemoveWindowSubclass(form.testProgress.Handle(), CountPaints, 0);
+}
+
+TEST(ProgressBar, ShowsASlowStepOfAFiftiethAndAfterASecondAny) {
+    TestForm form;
+    form.Create();
+    const auto shown = [&] { return static_cast<int>(SendMessageW(form.testProgress.Handle(), PBM_GETPOS, 0, 0)); };
+    form.testProgress.SetRange(0, 1000);
+    DWORD started = 0;
+    int shownAtOnce = 0;
+    // Until nothing else on the machine has come between.
+    do {
+        form.testProgress.SetValue(0);
+        started = GetTickCount();
+        form.testProgress.SetValue(50);
+        shownAtOnce = shown();
+    } while (GetTickCount() - started > 20);
+    EXPECT_EQ(shownAtOnce, 0);
+    EXPECT_EQ(form.testProgress.Value(), 50);
+    form.testProgress.SetValue(500);
+    EXPECT_EQ(shown(), 500);
+    Sleep(60);
+    form.testProgress.SetValue(520);
+    EXPECT_EQ(shown(), 520);
+    Sleep(60);
+    form.testProgress.SetValue(521);
+    EXPECT_EQ(shown(), 520);
+    Sleep(1100);
+    form.testProgress.SetValue(522);
+    EXPECT_EQ(shown(), 522);
+    form.testProgress.SetValue(1000);
+    EXPECT_EQ(shown(), 1000);
+    form.testProgress.SetValue(0);
+    EXPECT_EQ(shown(), 0);
+}
+
+TEST(ProgressBar, KeepsItsValueWithinItsRange) {
+    TestForm form;
+    form.Create();
+    form.testProgress.SetRange(0, 3);
+    form.testProgress.SetValue(-1);
+    EXPECT_EQ(form.testProgress.Value(), 0);
+    form.testProgress.SetValue(4);
+    EXPECT_EQ(form.testProgress.Value(), 3);
+    form.testProgress.SetRange(0, 2);
+    EXPECT_EQ(form.testProgress.Value(), 2);
+    EXPECT_EQ(form.testProgress.Max(), 2);
+    // An empty selection.
+    form.testProgress.SetRange(0, 0);
+    EXPECT_EQ(form.testProgress.Value(), 0);
+}
+
+TEST(ProgressBar, StartsAgainWithItsForm) {
+    TestForm form;
+    form.Create();
+    form.testProgress.SetRange(0, 100);
+    form.testProgress.SetValue(70);
+    form.Unload();
+    form.Create();
+    EXPECT_EQ(form.testProgress.Value(), 0);
+}
+
+} // namespace
