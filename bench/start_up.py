@@ -15,8 +15,9 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
 
 from burner import Burner, install_image_mastering  # noqa: E402
 from controlids import control_ids  # noqa: E402
+from driver import Driver, DriverError  # noqa: E402
 from main_job import private_bytes  # noqa: E402
-from program import Driver, DriverError, Program  # noqa: E402
+from program import Program  # noqa: E402
 from workstation import BUILD, Display, Workstation  # noqa: E402
 
 ROUNDS = 10

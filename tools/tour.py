@@ -4,7 +4,8 @@ import shutil
 import time
 import zipfile
 
-from program import IDOK, NotSeen, Program
+from driver import NotSeen
+from program import IDOK, Program
 from samples import differences, snapshot, write_samples
 from workstation import BUILD, Display, Workstation
 

@@ -12,7 +12,8 @@ from pathlib import Path
 PROJECT = Path(__file__).resolve().parent.parent.parent
 sys.path.insert(0, str(PROJECT / "tools"))
 
-from program import IDOK, NotSeen, Program  # noqa: E402
+from driver import NotSeen  # noqa: E402
+from program import IDOK, Program  # noqa: E402
 from workstation import BUILD, CannotHave, Display, Workstation  # noqa: E402
 
 PASSWORD = "Valcoreaux1"

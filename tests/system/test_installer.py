@@ -8,7 +8,7 @@ import unittest
 
 from system_test import BUILD, PROJECT, SystemTest
 
-from program import Driver
+from driver import Driver
 
 PACKAGING = BUILD / "packaging"
 INSTALLER = PACKAGING / "Backup-setup.exe"
