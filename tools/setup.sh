@@ -9,7 +9,7 @@ buildPackages='building: cmake ninja-build make python3 g++-mingw-w64-x86-64-pos
 the archiver from its source: dpkg-dev xz-utils'
 workstationPackages='running Windows programs: wine wine64 locales python3
 a display where there is none, and pictures of it: xvfb openbox imagemagick x11-utils'
-testPackages='native tests and fuzzing: g++ clang libclang-rt-14-dev clang-format
+testPackages='native tests and fuzzing: g++ clang libclang-rt-dev clang-format
 looking at the results with other tools: 7zip xorriso'
 packagingPackages='the help documents: groff
 the installer: nsis'
@@ -34,7 +34,9 @@ Logged() {
 LastReason() {
     local line
     line=$(grep -iE 'no space left|not enough free space|temporary failure resolving|could not (resolve|connect)|unable to (fetch|locate)|permission denied' "$1" | head -n 1)
-    [ -n "$line" ] || line=$(grep -iE '(^E:|error|cannot|failed)' "$1" | head -n 1)
+    # A compiler's own words for it: its options and the names of files hold "error" as well.
+    [ -n "$line" ] || line=$(grep -E '(^E: |(^|[^-[:alnum:]])([Ff]atal )?[Ee]rror: )' "$1" | head -n 1)
+    [ -n "$line" ] || line=$(grep -iE '(^|[^[:alnum:]])(cannot|failed)([^[:alnum:]]|$)' "$1" | head -n 1)
     [ -n "$line" ] || line=$(tail -n 1 "$1")
     case $line in
         *[Nn]'o space left'* | *'not enough free space'* | *"don't have enough free space"*) line="the disk is full: $line" ;;
@@ -63,6 +65,18 @@ PrivilegeCommand() {
     fi
 }
 
+# What apt says that packages take, in megabytes rounded up: "FETCHED INSTALLED".
+InstallationSizes() {
+    LC_ALL=C apt-get --assume-no install --no-install-recommends "$@" 2>/dev/null | awk '
+        function Megabytes(amount, unit) {
+            gsub(",", "", amount)
+            return amount * (unit == "GB" ? 1000 : unit == "MB" ? 1 : unit == "kB" ? 0.001 : 0.000001)
+        }
+        /^Need to get / { split($5, units, "/"); fetched = Megabytes($4, units[1]) }
+        /^After this operation, .* additional disk space/ { installed = Megabytes($4, $5) }
+        END { print int(fetched) + 1, int(installed) + 1 }'
+}
+
 # Installs the packages of the given purposes that are missing: InstallPackages "PURPOSES"
 InstallPackages() {
     local purposes=$1 missing=() purpose packages package absent privilege
@@ -81,8 +95,6 @@ InstallPackages() {
 
     privilege=$(PrivilegeCommand) ||
         Fail "no root rights and no sudo; have an administrator run: apt-get install --no-install-recommends ${missing[*]}"
-    NeedRoom /var 300 'fetching packages'
-    NeedRoom /usr 500 'installing packages'
     local apt=($privilege env DEBIAN_FRONTEND=noninteractive apt-get -y -q -o DPkg::Lock::Timeout=120)
     if [ -n "$(dpkg --audit 2>/dev/null)" ]; then
         Say 'finishing an interrupted installation of packages'
@@ -92,6 +104,10 @@ InstallPackages() {
     Say "installing ${#missing[@]} Debian packages"
     # A foreign source that cannot be read is no reason to stop: the installation below tells what counts.
     "${apt[@]}" update >"$buildFolder/logs/apt-update.log" 2>&1 || true
+    local sizes
+    read -ra sizes <<<"$(InstallationSizes "${missing[@]}")"
+    NeedRoom /var "${sizes[0]:-0}" 'fetching packages'
+    NeedRoom /usr "${sizes[1]:-0}" 'installing packages'
     if ! "${apt[@]}" install --no-install-recommends "${missing[@]}" >"$buildFolder/logs/apt-install.log" 2>&1; then
         cat "$buildFolder/logs/apt-update.log" >>"$buildFolder/logs/apt-install.log"
         Fail "packages cannot be installed: $(LastReason "$buildFolder/logs/apt-install.log") (all of it: build/logs/apt-install.log)"
@@ -135,12 +151,18 @@ CONFIG
 
     local source major
     source=$(find "$work" -maxdepth 1 -type d -name '7zip-*')
-    major=$(awk '$2 == "MY_VER_MAJOR" { print $3 }' "$source/C/7zVersion.h")
+    # The file has Windows line ends in some releases.
+    major=$(awk '$2 == "MY_VER_MAJOR" { print $3 }' "$source/C/7zVersion.h" | tr -d '\r')
     # Older releases follow links out of the folder that they extract to.
     [ "${major:-0}" -ge 25 ] || Fail "the source package 7zip is of release ${major:-unknown}; 25 or later is needed"
-    Logged "$log" 'building the archiver' make -C "$source/CPP/7zip/Bundles/Alone" -f makefile.gcc -j"$(nproc)" \
+    # Some releases write a header's name in a case that MinGW's file has not, and link libraries likewise. A folder of our
+    # own on the include path and the libraries in lower case leave the source as it was fetched.
+    mkdir -p "$work/headers"
+    printf '#include <ntsecapi.h>\n' >"$work/headers/NTSecAPI.h"
+    Logged "$log" 'building the archiver' env CPLUS_INCLUDE_PATH="$work/headers" C_INCLUDE_PATH="$work/headers" make -C "$source/CPP/7zip/Bundles/Alone" -f makefile.gcc -j"$(nproc)" \
         IS_MINGW=1 SystemDrive=1 CROSS_COMPILE=x86_64-w64-mingw32- CC=x86_64-w64-mingw32-gcc-posix \
-        CXX=x86_64-w64-mingw32-g++-posix RC=x86_64-w64-mingw32-windres USE_ASM= DISABLE_RAR=1 O="$work/out"
+        CXX=x86_64-w64-mingw32-g++-posix RC=x86_64-w64-mingw32-windres USE_ASM= DISABLE_RAR=1 \
+        LIB2='-loleaut32 -luuid -ladvapi32 -luser32 -lole32 -lgdi32 -lcomctl32 -lcomdlg32 -lshell32' O="$work/out"
     mv "$work/out/7za.exe" "$finished"
     rm -rf "$work"
 }

@@ -19,6 +19,8 @@ from workstation import BUILD, CannotHave, Display, Workstation  # noqa: E402
 PASSWORD = "Valcoreaux1"
 LIST_NAME = "_listFich.lst"
 ARCHIVE_NAME = "OKRBACKUP.ZIP"
+# The package 7zip names its program so or so, by release.
+SEVEN_ZIP = shutil.which("7zz") or "7z"
 
 
 class SystemTest(unittest.TestCase):
@@ -158,9 +160,9 @@ class SystemTest(unittest.TestCase):
                                     for info in inner.infolist()}
         return found
 
-    def check_archive_with_7zz(self, password=PASSWORD):
+    def check_archive_with_7zip(self, password=PASSWORD):
         """The exit code of Debian's own archiver when it tests the archive on E:."""
-        return subprocess.run(["7zz", "t", f"-p{password}", str(self.station.path("e:") / ARCHIVE_NAME)],
+        return subprocess.run([SEVEN_ZIP, "t", f"-p{password}", str(self.station.path("e:") / ARCHIVE_NAME)],
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False).returncode
 
     def write_backup(self, lines, items, letter="e", password=PASSWORD):
@@ -174,6 +176,6 @@ class SystemTest(unittest.TestCase):
             with zipfile.ZipFile(scratch / name, "w") as inner:
                 for path, content in files.items():
                     inner.writestr(path, content)
-            subprocess.run(["7zz", "a", "-tzip", f"-p{password}", str(root / ARCHIVE_NAME), name], cwd=scratch, check=True,
+            subprocess.run([SEVEN_ZIP, "a", "-tzip", f"-p{password}", str(root / ARCHIVE_NAME), name], cwd=scratch, check=True,
                            stdout=subprocess.DEVNULL)
         shutil.rmtree(scratch)

@@ -12,7 +12,7 @@ import unittest
 from pathlib import Path
 
 from burner import Burner, install_image_mastering
-from system_test import ARCHIVE_NAME, LIST_NAME, SystemTest
+from system_test import ARCHIVE_NAME, LIST_NAME, SEVEN_ZIP, SystemTest
 from workstation import BINARIES
 
 CONSOLE = r"C:\Tools\disc_console.exe"
@@ -54,8 +54,8 @@ class DiscImageTest(SystemTest):
         return {name: digest(self.work / name) for name in (LIST_NAME, ARCHIVE_NAME)}
 
     def seen_by_7z(self, image):
-        target = self.scratch / "by 7zz"
-        subprocess.run(["7zz", "x", "-y", f"-o{target}", str(image)], check=True, capture_output=True)
+        target = self.scratch / "by 7-Zip"
+        subprocess.run([SEVEN_ZIP, "x", "-y", f"-o{target}", str(image)], check=True, capture_output=True)
         return {str(path.relative_to(target)): digest(path) for path in target.rglob("*")}
 
     def seen_by_xorriso(self, image):
@@ -84,7 +84,7 @@ class DiscImageTest(SystemTest):
         self.assertEqual(self.seen_by_xorriso(drive.image), self.originals())
         self.assertEqual(self.seen_by_7z(drive.image), self.originals())
         self.assertEqual(self.shown(drive), self.originals())
-        listed = subprocess.run(["7zz", "l", "-slt", str(drive.image)], check=True, capture_output=True, text=True).stdout
+        listed = subprocess.run([SEVEN_ZIP, "l", "-slt", str(drive.image)], check=True, capture_output=True, text=True).stdout
         self.assertRegex(listed, r"(?m)^Type = Iso$")
 
     def test_the_label_is_the_date_in_an_acceptable_form(self):
@@ -102,10 +102,10 @@ class DiscImageTest(SystemTest):
         drive.insert("DVD+R")
         self.make(2**31 + 4321)
         self.burn("dvd")
-        listed = subprocess.run(["7zz", "l", "-slt", str(drive.image)], check=True, capture_output=True, text=True).stdout
+        listed = subprocess.run([SEVEN_ZIP, "l", "-slt", str(drive.image)], check=True, capture_output=True, text=True).stdout
         self.assertRegex(listed, r"(?m)^Type = Udf$")
         self.assertEqual(sorted(re.findall(r"(?m)^Path = (\S+)$", listed)[1:]), sorted([LIST_NAME, ARCHIVE_NAME]))
-        compared = subprocess.run(f'7zz x -so "{drive.image}" {ARCHIVE_NAME} | cmp - "{self.work / ARCHIVE_NAME}"',
+        compared = subprocess.run(f'{SEVEN_ZIP} x -so "{drive.image}" {ARCHIVE_NAME} | cmp - "{self.work / ARCHIVE_NAME}"',
                                   shell=True, check=False, capture_output=True, text=True)
         self.assertEqual((compared.returncode, compared.stdout), (0, ""))
         self.wait_shown(drive)

@@ -21,7 +21,7 @@ class ComesBack:
         before = snapshot(self.station.documents)
         self.assertEqual(self.back_up(*paths, seconds=seconds).title, self.done_title)
         self.assertEqual(self.station.medium_files("e"), [ARCHIVE_NAME, LIST_NAME])
-        self.assertEqual(self.check_archive_with_7zz(), 0)
+        self.assertEqual(self.check_archive_with_7zip(), 0)
         self.delete_documents()
         self.assertEqual(self.restore_all(seconds=seconds).title, self.restored_title)
         self.assertEqual(differences(before, snapshot(self.station.documents)), [])
@@ -74,8 +74,8 @@ class MainJob(ComesBack):
     def test_the_archive_does_not_open_with_another_password(self):
         self.disk()
         self.back_up(self.document("a.txt"))
-        self.assertEqual(self.check_archive_with_7zz(PASSWORD), 0)
-        self.assertNotEqual(self.check_archive_with_7zz("Valcoreaux2"), 0)
+        self.assertEqual(self.check_archive_with_7zip(PASSWORD), 0)
+        self.assertNotEqual(self.check_archive_with_7zip("Valcoreaux2"), 0)
 
     def test_the_work_folder_is_gone_after_backup_and_after_restore(self):
         self.disk()
