@@ -11,7 +11,7 @@ workstationPackages='running Windows programs: wine wine64 locales python3
 a display where there is none, and pictures of it: xvfb openbox imagemagick x11-utils'
 testPackages='native tests and fuzzing: g++ clang libclang-rt-dev clang-format
 looking at the results with other tools: 7zip xorriso'
-packagingPackages='the help documents: groff
+packagingPackages='the help documents: weasyprint fonts-liberation
 the installer: nsis'
 lintPackages='source checks: clang-tidy'
 

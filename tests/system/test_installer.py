@@ -29,7 +29,7 @@ def registry_stamp(path):
 
 class InstallerTest(SystemTest):
     def setUp(self):
-        for tool in ("makensis", "groff"):
+        for tool in ("makensis", "weasyprint"):
             if not shutil.which(tool):
                 self.skipTest(f"the installer cannot be built: there is no {tool} on this machine")
         if not INSTALLER.exists():
