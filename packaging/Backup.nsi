@@ -1,5 +1,10 @@
 ; Installs Backup on a workstation. packaging/build defines VERSION, CONTENT (the folder with what is installed), LISTS
-; (a script with one line for each list file), ICON, SIZE_KB and OUT_FILE.
+; (a script with one line for each list file), ICON, SIZE_KB, OUT_FILE and, where everything is to be signed, SIGN_WITH.
+;
+; Backup-setup.exe /S            asks nothing; 0 done, 2 not done
+;                  /LANG=fr|en   speaks that language, whatever the user's Windows speaks
+;                  /LOG=FILE     adds what was done, and why not, to a text file
+;                  /DOWNGRADE    replaces a newer program too
 
 Unicode true
 Target amd64-unicode
@@ -13,8 +18,15 @@ AllowSkipFiles off
 ; Without list files nothing takes a stamp.
 !pragma warning disable 6010
 
-!include MUI2.nsh
+!include FileFunc.nsh
 !include LogicLib.nsh
+!include MUI2.nsh
+!include WordFunc.nsh
+
+!ifdef SIGN_WITH
+  !uninstfinalize '${SIGN_WITH} "%1"' = 0
+  !finalize '${SIGN_WITH} "%1"' = 0
+!endif
 
 !define COMPANY "Ardel-Services"
 !define SETTINGS_KEY "Software\Ardel-Services\Backup"
@@ -23,6 +35,20 @@ AllowSkipFiles off
 !define EVENT_SOURCE_KEY "SYSTEM\CurrentControlSet\Services\EventLog\Application\Backup"
 !define LIST_FOLDER "$INSTDIR\Fichierlst\Medium"
 !define FILE_ATTRIBUTE_REPARSE_POINT 0x400
+
+; Who may do what, in the security descriptor definition language. Administrators own the folder, whoever made it before;
+; users read and execute. They may make a folder in it, though, because the program makes its work folder "zip" there:
+; whoever makes it owns it, and the next user may empty and delete what the last one's crash left.
+!define ALL_FOR_ADMINISTRATORS "(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)"
+!define READ_FOR_USERS "(A;OICI;0x1200a9;;;BU)"
+!define PROGRAM_RIGHTS "O:BAD:PAI${ALL_FOR_ADMINISTRATORS}${READ_FOR_USERS}(A;;0x4;;;BU)(A;CIIO;0x1301ff;;;BU)(A;OICIIO;FA;;;CO)"
+!define CONTENT_RIGHTS "O:BAD:PAI${ALL_FOR_ADMINISTRATORS}${READ_FOR_USERS}"
+!define SDDL_REVISION_1 1
+!define SE_FILE_OBJECT 1
+; Owner, access list, and nothing inherited from C:\.
+!define OWNER_AND_RIGHTS 0x80000005
+!define SE_TAKE_OWNERSHIP_PRIVILEGE 9
+!define SE_RESTORE_PRIVILEGE 18
 
 Name "$(ProductName)"
 OutFile "${OUT_FILE}"
@@ -67,9 +93,13 @@ guide de l'utilisateur."
 !insertmacro Text UninstallText \
   "Backup will be removed. Backup.ini and list files that were changed on this computer stay." \
   "Le logiciel Copies de sécurité sera retiré. Backup.ini et les listes de fichiers modifiées sur ce poste sont conservés."
-!insertmacro Text ProgramRuns \
-  "Backup is running. Close it on every user's desktop, then retry." \
-  "Le logiciel Copies de sécurité est ouvert. Fermez-le chez tous les utilisateurs du poste, puis réessayez."
+!insertmacro Text FileInUse \
+  "$1 is in use. Close Backup and its guides on every user's desktop, then retry." \
+  "$1 est utilisé. Fermez Copies de sécurité et ses guides chez tous les utilisateurs du poste, puis réessayez."
+!insertmacro Text NewerIsInstalled \
+  "Backup $1 is installed, which is newer than ${VERSION}. Remove it first, or run this setup with /DOWNGRADE." \
+  "Copies de sécurité $1 est installé, une version plus récente que ${VERSION}. Retirez-la d'abord, ou lancez cette \
+installation avec /DOWNGRADE."
 
 VIProductVersion "${VERSION}.0"
 VIFileVersion "${VERSION}.0"
@@ -84,11 +114,34 @@ VIFileVersion "${VERSION}.0"
 !insertmacro VersionTexts ${LANG_ENGLISH} "Installation of Backup"
 !insertmacro VersionTexts ${LANG_FRENCH} "Installation de ${FRENCH_NAME}"
 
+Var LogFile
+
+; Adds a line to the log, where one was asked for.
+!macro Log text
+  ${If} $LogFile != ""
+    FileOpen $9 "$LogFile" a
+    FileSeek $9 0 END
+    FileWriteUTF16LE /BOM $9 "${text}$\r$\n"
+    FileClose $9
+  ${EndIf}
+!macroend
+
 !macro Initialize
   ; The program looks for its settings and help documents here and nowhere else.
   StrCpy $INSTDIR "C:\Valcoreaux\Backup"
   SetRegView 64
   SetShellVarContext all
+  ${GetParameters} $8
+  ClearErrors
+  ${GetOptions} $8 "/LOG=" $LogFile
+  ClearErrors
+  ${GetOptions} $8 "/LANG=" $9
+  ${If} $9 == "fr"
+    StrCpy $LANGUAGE ${LANG_FRENCH}
+  ${ElseIf} $9 == "en"
+    StrCpy $LANGUAGE ${LANG_ENGLISH}
+  ${EndIf}
+  ClearErrors
 !macroend
 
 Function .onInit
@@ -99,7 +152,17 @@ Function un.onInit
   !insertmacro Initialize
 FunctionEnd
 
-!macro NoteIfRunning name
+; What lies in the program's folder, LICENSES and the lists apart.
+!macro ForEachFile do
+  !insertmacro ${do} "Backup.exe"
+  !insertmacro ${do} "7Za.exe"
+  !insertmacro ${do} "Copie de Sauvegarde.pdf"
+  !insertmacro ${do} "Backup.pdf"
+  !insertmacro ${do} "NOTICE.txt"
+  !insertmacro ${do} "Backup.sample.ini"
+!macroend
+
+!macro NoteIfInUse name
   ${If} ${FileExists} "$INSTDIR\${name}"
     SetFileAttributes "$INSTDIR\${name}" NORMAL
     ClearErrors
@@ -112,17 +175,29 @@ FunctionEnd
   ${EndIf}
 !macroend
 
+!macro InstallFile name
+  ; Not written over: a file that somebody prepared would keep its owner and his rights.
+  Delete "$INSTDIR\${name}"
+  File "${CONTENT}/${name}"
+  !insertmacro Log "installed ${name}"
+!macroend
+
+!macro RemoveFile name
+  Delete "$INSTDIR\${name}"
+!macroend
+
 !macro SharedFunctions prefix
 
-  ; Ends the section while a program that is to be replaced runs, in whichever session: nobody can write to it then.
-  Function ${prefix}RefuseWhileRunning
+  ; Ends the section before it has touched anything while one of the files is in use, in whichever session: nobody can
+  ; write to it then.
+  Function ${prefix}RefuseWhileInUse
     again:
     StrCpy $1 ""
-    !insertmacro NoteIfRunning "Backup.exe"
-    !insertmacro NoteIfRunning "7Za.exe"
+    !insertmacro ForEachFile NoteIfInUse
     ${If} $1 != ""
-      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(ProgramRuns)" /SD IDCANCEL IDRETRY again
-      Abort "$(ProgramRuns)"
+      !insertmacro Log "$(FileInUse)"
+      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(FileInUse)" /SD IDCANCEL IDRETRY again
+      Abort "$(FileInUse)"
     ${EndIf}
   FunctionEnd
 
@@ -184,18 +259,64 @@ FunctionEnd
   RMDir "$INSTDIR\${name}"
 !macroend
 
+; An older setup that is found in a drawer must not take a computer back.
+Function RefuseOverNewer
+  ClearErrors
+  ${GetParameters} $8
+  ${GetOptions} $8 "/DOWNGRADE" $9
+  ${IfNot} ${Errors}
+  ${OrIfNot} ${FileExists} "$INSTDIR\Backup.exe"
+    Return
+  ${EndIf}
+  ClearErrors
+  ${GetFileVersion} "$INSTDIR\Backup.exe" $1
+  ${If} ${Errors}
+    Return
+  ${EndIf}
+  ${VersionCompare} "$1" "${VERSION}.0" $0
+  ${If} $0 = 1
+    !insertmacro Log "$(NewerIsInstalled)"
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$(NewerIsInstalled)" /SD IDOK
+    Abort "$(NewerIsInstalled)"
+  ${EndIf}
+FunctionEnd
+
+; $0 = path of a folder, $1 = its owner and rights. What is inherited by what lies in it is brought up to date by the
+; system. A system that refuses leaves the rights as they were, and the log says so.
+Function Protect
+  System::Call 'ntdll::RtlAdjustPrivilege(i ${SE_TAKE_OWNERSHIP_PRIVILEGE}, i 1, i 0, *i .r2)'
+  System::Call 'ntdll::RtlAdjustPrivilege(i ${SE_RESTORE_PRIVILEGE}, i 1, i 0, *i .r2)'
+  System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW(w r1, i ${SDDL_REVISION_1}, *p .r2, p 0) i .r3'
+  ${If} $3 = 0
+    !insertmacro Log "the rights of $0 cannot be read: $1"
+    Return
+  ${EndIf}
+  System::Call 'advapi32::GetSecurityDescriptorOwner(p r2, *p .r4, *i .r5)'
+  System::Call 'advapi32::GetSecurityDescriptorDacl(p r2, *i .r5, *p .r6, *i .r7)'
+  System::Call 'advapi32::SetNamedSecurityInfoW(w r0, i ${SE_FILE_OBJECT}, i ${OWNER_AND_RIGHTS}, p r4, p 0, p r6, p 0) i .r3'
+  System::Call 'kernel32::LocalFree(p r2)'
+  !insertmacro Log "rights of $0: $3"
+FunctionEnd
+
+!macro ProtectFolder path rights
+  StrCpy $0 "${path}"
+  StrCpy $1 "${rights}"
+  Call Protect
+!macroend
+
 Section
-  Call RefuseWhileRunning
+  !insertmacro Log "Backup ${VERSION}"
+  Call RefuseOverNewer
+  Call RefuseWhileInUse
 
   SetOutPath "$INSTDIR"
-  File "${CONTENT}/Backup.exe"
-  File "${CONTENT}/7Za.exe"
-  File "${CONTENT}/Copie de Sauvegarde.pdf"
-  File "${CONTENT}/Backup.pdf"
-  File "${CONTENT}/NOTICE.txt"
+  !insertmacro ProtectFolder "$INSTDIR" "${PROGRAM_RIGHTS}"
+  !insertmacro ForEachFile InstallFile
   File /r "${CONTENT}/LICENSES"
+  !insertmacro ProtectFolder "$INSTDIR\LICENSES" "${CONTENT_RIGHTS}"
 
   SetOutPath "${LIST_FOLDER}"
+  !insertmacro ProtectFolder "$INSTDIR\Fichierlst" "${CONTENT_RIGHTS}"
   !define ForListFile InstallListFile
   !include "${LISTS}"
   !undef ForListFile
@@ -223,7 +344,7 @@ Section
 SectionEnd
 
 Section Uninstall
-  Call un.RefuseWhileRunning
+  Call un.RefuseWhileInUse
 
   !insertmacro RemoveShortcuts
 
@@ -235,11 +356,7 @@ Section Uninstall
 
   ; What an interrupted backup or restore left.
   !insertmacro RemoveFolder "zip"
-  Delete "$INSTDIR\Backup.exe"
-  Delete "$INSTDIR\7Za.exe"
-  Delete "$INSTDIR\Copie de Sauvegarde.pdf"
-  Delete "$INSTDIR\Backup.pdf"
-  Delete "$INSTDIR\NOTICE.txt"
+  !insertmacro ForEachFile RemoveFile
   !insertmacro RemoveFolder "LICENSES"
   Delete "$INSTDIR\Uninstall.exe"
   ; Only where nothing is left to keep.

@@ -12,7 +12,7 @@ a display where there is none, and pictures of it: xvfb openbox imagemagick x11-
 testPackages='native tests and fuzzing: g++ clang libclang-rt-dev clang-format
 looking at the results with other tools: 7zip xorriso'
 packagingPackages='the help documents: weasyprint fonts-liberation
-the installer: nsis'
+the installer: nsis osslsigncode'
 lintPackages='source checks: clang-tidy'
 
 Fail() {

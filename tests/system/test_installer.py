@@ -1,96 +1,18 @@
 """The installer, run silently on a workstation where the program never was."""
 
 import os
-import re
-import shutil
-import subprocess
 import unittest
 
-from system_test import BUILD, PROJECT, SystemTest
-
-from driver import Driver
-
-PACKAGING = BUILD / "packaging"
-INSTALLER = PACKAGING / "Backup-setup.exe"
-LIST_SOURCES = {path.name: path for path in (PROJECT / "packaging" / "Fichierlst").rglob("*.lst")
-                if path.name != "transfert.lst"}
-STAMPS_KEY = r"Software\Ardel-Services\Backup\ListFiles"
-UNINSTALL_KEY = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\ArdelServices.Backup"
-REFUSED = 2
+from installer_case import LIST_SOURCES, PACKAGING, REFUSED, STAMPS_KEY, UNINSTALL_KEY, InstallerCase, registry_stamp
+from system_test import PROJECT
 
 
-def registry_stamp(path):
-    """A file's size and time of change as the installer notes them."""
-    status = path.stat()
-    ticks = status.st_mtime_ns // 100 + 116_444_736_000_000_000
-    halves = [half - 2**32 if half >= 2**31 else half for half in (ticks >> 32, ticks & 0xFFFFFFFF)]
-    return f"{status.st_size} {halves[0]} {halves[1]}"
-
-
-class InstallerTest(SystemTest):
-    def setUp(self):
-        for tool in ("makensis", "weasyprint"):
-            if not shutil.which(tool):
-                self.skipTest(f"the installer cannot be built: there is no {tool} on this machine")
-        if not INSTALLER.exists():
-            self.fail("packaging/build did not build build/packaging/Backup-setup.exe")
-        super().setUp()
-        self.root = self.station.path(r"C:\Valcoreaux")
-        shutil.rmtree(self.root)
-        self.folder = self.root / "Backup"
-        self.lists = self.folder / "Fichierlst" / "Medium"
-        shutil.copy2(INSTALLER, self.station.path(r"C:\Tools"))
-        self.awake = None
-
-    def list_names(self):
-        if not LIST_SOURCES:
-            self.skipTest("the installer has no list files: there are none in packaging/Fichierlst")
-        return sorted(LIST_SOURCES)
-
-    def stay_awake(self):
-        """Keeps Windows running between the programs: starting it takes most of a test's time."""
-        if not self.awake:
-            self.awake = Driver(self.station)
-            self.addCleanup(self.awake.stop)
-
-    def wait_until_idle(self):
-        if self.awake:
-            self.awake.stop()
-            self.awake = None
-        self.station.wait_until_idle()
-
-    def run_silently(self, program, *arguments, expected=0):
-        self.stay_awake()
-        code = subprocess.run(self.station.wine_command(program, "/S", *arguments), env=self.station.environment,
-                              cwd=self.station.path(r"C:\Tools"), check=False, timeout=60,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode
-        self.assertEqual(code, expected, program)
-
-    def install(self, expected=0):
-        self.run_silently(r"C:\Tools\Backup-setup.exe", expected=expected)
-
-    def uninstall(self):
-        self.run_silently(r"C:\Valcoreaux\Backup\Uninstall.exe")
-        # The uninstaller goes on from a copy of itself.
-        self.wait_until_idle()
-
-    def installed_files(self):
-        return {str(path.relative_to(self.root)) for path in self.root.rglob("*") if not path.is_dir()}
-
-    def shortcuts(self):
-        places = (r"C:\users\Public\Desktop", r"C:\ProgramData\Microsoft\Windows\Start Menu\Programs")
-        return [sorted(path.name for path in self.station.path(place).glob("*.lnk")) for place in places]
-
-    def registry_values(self, key):
-        """The values below a key of the machine, None without it; once the workstation is idle."""
-        hive = (self.station.prefix / "system.reg").read_text(encoding="utf-8")
-        section = re.search(rf"^\[{re.escape(key)}\][^\n]*\n(.*?)(?:\n\n|\Z)", hive.replace("\\\\", "\\"), re.M | re.S)
-        return dict(re.findall(r'^"(.+?)"=(.*)$', section.group(1), re.M)) if section else None
-
+class InstallerTest(InstallerCase):
     def test_everything_is_installed_and_the_program_starts_from_there(self):
         self.install()
         self.wait_until_idle()
-        own = {"Backup.exe", "7Za.exe", "Uninstall.exe", "Copie de Sauvegarde.pdf", "Backup.pdf", "NOTICE.txt"}
+        own = {"Backup.exe", "7Za.exe", "Uninstall.exe", "Copie de Sauvegarde.pdf", "Backup.pdf", "NOTICE.txt",
+               "Backup.sample.ini"}
         licences = {f"LICENSES/{path.name}" for path in (PROJECT / "LICENSES").iterdir()}
         lists = {f"Fichierlst/Medium/{name}" for name in LIST_SOURCES}
         self.assertEqual(self.installed_files(), {f"Backup/{name}" for name in own | licences | lists})
@@ -153,7 +75,7 @@ class InstallerTest(SystemTest):
         program.main_window()
         (self.folder / "Backup.pdf").write_bytes(b"older document")
         before = self.installed_files()
-        self.install(REFUSED)
+        self.install(expected=REFUSED)
         # Told its folder, the uninstaller works in its first process, whose exit code is then its answer.
         self.run_silently(r"C:\Valcoreaux\Backup\Uninstall.exe", r"_?=C:\Valcoreaux\Backup", expected=REFUSED)
         self.assertEqual((self.folder / "Backup.pdf").read_bytes(), b"older document")
