@@ -3,28 +3,18 @@
 #include "backup/forms/frmBackup.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "support/FakeMachine.h"
+#include "support/FakeMainWindow.h"
 #include "ui/MessagePump.h"
 #include "window/Footprint.h"
+#include "window/FormDriver.h"
 
 #include <gmock/gmock.h>
 
-#include <shlobj.h>
-
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <string>
 
 namespace {
-
-class QuietMainWindow : public MainWindow {
-  public:
-    bool FullExit() const override { return isFullExit_; }
-    void SetFullExit(bool vbExit) override { isFullExit_ = vbExit; }
-
-  private:
-    bool isFullExit_ = false;
-};
 
 class WindowLoop : public MessageLoop {
   public:
@@ -32,7 +22,7 @@ class WindowLoop : public MessageLoop {
     void SetPointer(Pointer pointer) override { ui::ShowHourglass(pointer == Pointer::Hourglass); }
 };
 
-class BackupWindow : public testing::Test {
+class BackupWindow : public testing::Test, protected FormDriver {
   protected:
     BackupWindow() {
         stands_.drives.Add(L"C:\\", DriveType::Fixed, L"", {5e9, 9e9});
@@ -68,28 +58,14 @@ class BackupWindow : public testing::Test {
         form_->Create();
         form_->Show();
     }
-    HWND At(int id) const { return GetDlgItem(form_->Handle(), id); }
-    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
-    void Close() {
-        SendMessageW(form_->Handle(), WM_CLOSE, 0, 0);
+    HWND Window() const override { return form_->Handle(); }
+    void CloseForGood() {
+        Close();
         EXPECT_FALSE(form_->IsLoaded());
         form_.reset();
     }
     /// Drops one file on the list.
-    void AddItem() {
-        HWND list = nullptr;
-        for (HWND child = nullptr;
-             !list && (child = FindWindowExW(form_->Handle(), child, L"#32770", nullptr)) != nullptr;)
-            list = GetDlgItem(child, IDC_lvFichRep);
-        constexpr wchar_t paths[] = L"C:\\Data\\a.txt\0";
-        HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + sizeof paths);
-        auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
-        header->pFiles = sizeof(DROPFILES);
-        header->fWide = TRUE;
-        std::memcpy(header + 1, paths, sizeof paths);
-        GlobalUnlock(memory);
-        SendMessageW(list, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
-    }
+    void AddItem() { ListViewDriver(HostedAt(IDC_lvFichRep)).Drop({L"C:\\Data\\a.txt"}); }
     void StartBurn() {
         AddItem();
         Click(IDC_cmdLancer);
@@ -112,14 +88,14 @@ class BackupWindow : public testing::Test {
             Click(IDC_cmdStopWrite);
             break;
         }
-        Close();
+        CloseForGood();
     }
 
     BurnerBench bench_;
     WindowLoop loop_;
     FakeMachine stands_;
     ImapiDiscWriters discWriters_{loop_};
-    QuietMainWindow mainWindow_;
+    FakeMainWindow mainWindow_;
     Application app_{Machine{stands_.strings, stands_.drives, stands_.usb, stands_.files, stands_.processes,
                              stands_.system, stands_.eventLog, stands_.messageBoxes, loop_, discWriters_}};
     std::unique_ptr<frmBackup> form_;

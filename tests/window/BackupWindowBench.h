@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FormDriver.h"
 #include "backup/forms/frmBackup.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "shell/forms/FormMessageLoop.h"
@@ -11,16 +12,13 @@
 
 #include <windows.h>
 
-#include <shlobj.h>
-
-#include <cstring>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 /// The backup window on a stand-in workstation that has real messages.
-class BackupWindowTest : public testing::Test {
+class BackupWindowTest : public testing::Test, protected FormDriver {
   protected:
     static constexpr std::uint64_t Megabyte = 1048576;
 
@@ -85,38 +83,7 @@ class BackupWindowTest : public testing::Test {
     FakeDiscWriter& Cd() { return *machine.discWriters.Latest(DiscFamily::Cd); }
     FakeDiscRecord& CdRecord() { return machine.discWriters.Record(DiscFamily::Cd); }
 
-    HWND At(int id) const { return GetDlgItem(form->Handle(), id); }
-    HWND SelectionAt(int id) const {
-        HWND child = nullptr;
-        while ((child = FindWindowExW(form->Handle(), child, L"#32770", nullptr)) != nullptr) {
-            if (HWND control = GetDlgItem(child, id)) return control;
-        }
-        return nullptr;
-    }
-    bool IsEnabled(int id) const { return IsWindowEnabled(At(id)) != FALSE; }
-    bool IsVisible(int id) const { return IsWindowVisible(At(id)) != FALSE; }
-    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
-    static std::wstring TextOf(HWND control) {
-        wchar_t text[512] = {};
-        GetWindowTextW(control, text, 512);
-        return text;
-    }
-    std::wstring Text(int id) const { return TextOf(At(id)); }
-    std::vector<std::wstring> Items(int comboId) const {
-        std::vector<std::wstring> items(static_cast<std::size_t>(SendMessageW(At(comboId), CB_GETCOUNT, 0, 0)));
-        for (std::size_t row = 0; row < items.size(); ++row) {
-            wchar_t text[256] = {};
-            SendMessageW(At(comboId), CB_GETLBTEXT, row, reinterpret_cast<LPARAM>(text));
-            items[row] = text;
-        }
-        return items;
-    }
-    int Selected(int comboId) const { return static_cast<int>(SendMessageW(At(comboId), CB_GETCURSEL, 0, 0)); }
-    void Choose(int comboId, int row) const {
-        SendMessageW(At(comboId), CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-        SendMessageW(form->Handle(), WM_COMMAND, MAKEWPARAM(comboId, CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(At(comboId)));
-    }
+    HWND Window() const override { return form->Handle(); }
     std::wstring PanelText(int panel) const {
         wchar_t text[256] = {};
         SendMessageW(At(IDC_stBarDataWriter), SB_GETTEXTW, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(text));
@@ -125,22 +92,8 @@ class BackupWindowTest : public testing::Test {
     COLORREF ColorOf(int id) const { return form->TextColor(id); }
     /// Drops the two files on the list.
     void AddItems() {
-        HWND list = SelectionAt(IDC_lvFichRep);
-        Drop(list, {L"C:\\Data\\a.txt", L"C:\\Data\\b.txt"});
+        ListViewDriver(HostedAt(IDC_lvFichRep)).Drop({L"C:\\Data\\a.txt", L"C:\\Data\\b.txt"});
         ui::RunPendingMessages();
-    }
-    static void Drop(HWND list, const std::vector<std::wstring>& paths) {
-        std::wstring names;
-        for (const std::wstring& path : paths) names += path + L'\0';
-        names += L'\0';
-        const std::size_t bytes = sizeof(DROPFILES) + names.size() * sizeof(wchar_t);
-        HGLOBAL memory = GlobalAlloc(GHND, bytes);
-        auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
-        header->pFiles = sizeof(DROPFILES);
-        header->fWide = TRUE;
-        memcpy(header + 1, names.data(), names.size() * sizeof(wchar_t));
-        GlobalUnlock(memory);
-        SendMessageW(list, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
     }
     std::wstring Resource(int id) const { return machine.app.Text(id); }
     void ExpectBox(std::size_t at, const std::wstring& text, const std::wstring& title, std::uint32_t style) {

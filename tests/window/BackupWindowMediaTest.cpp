@@ -9,9 +9,9 @@ TEST_F(BackupWindowTest, DiscsListTheirWritersSpeedsAndTodaysLabel) {
     AddCdWriter(BlankDisc(MediaKind::CdR, 700 * Megabyte));
     machine.discWriters.cdDrives.push_back({L"OTHER (I:)", {}});
     Open(Medium::Cd);
-    EXPECT_THAT(Items(IDC_cmbGraveur), ElementsAre(L"CD (G:)", L"OTHER (I:)"));
+    EXPECT_THAT(Lines(IDC_cmbGraveur), ElementsAre(L"CD (G:)", L"OTHER (I:)"));
     EXPECT_EQ(Selected(IDC_cmbGraveur), 0);
-    EXPECT_THAT(Items(IDC_cmbSpeed), ElementsAre(L"8", L"4", L"2", L"1"));
+    EXPECT_THAT(Lines(IDC_cmbSpeed), ElementsAre(L"8", L"4", L"2", L"1"));
     EXPECT_EQ(Selected(IDC_cmbSpeed), 0);
     EXPECT_EQ(Text(IDC_txtDiscLabel), L"14 mars, 2026");
     EXPECT_TRUE(IsEnabled(IDC_cmbGraveur));
@@ -78,7 +78,7 @@ TEST_F(BackupWindowTest, RemovableDisksAreListedWithTheirLabelAndTheOneChosenIsS
     AddRemovable(L"F:\\");
     AddExternal(L"J:\\");
     Open(Medium::RemovableDisk, L"F:\\");
-    EXPECT_THAT(Items(IDC_cmbGraveur), ElementsAre(L"(E:\\) Disque amovible", L"(F:\\) Disque amovible"));
+    EXPECT_THAT(Lines(IDC_cmbGraveur), ElementsAre(L"(E:\\) Disque amovible", L"(F:\\) Disque amovible"));
     EXPECT_EQ(Selected(IDC_cmbGraveur), 1);
 }
 
@@ -88,7 +88,7 @@ TEST_F(BackupWindowTest, ExternalDisksAreListedWithTheirLabel) {
     AddExternal(L"J:\\");
     AddExternal(L"K:\\");
     Open(Medium::ExternalDisk, L"K:\\");
-    EXPECT_THAT(Items(IDC_cmbGraveur), ElementsAre(L"(J:\\) External disk", L"(K:\\) External disk"));
+    EXPECT_THAT(Lines(IDC_cmbGraveur), ElementsAre(L"(J:\\) External disk", L"(K:\\) External disk"));
     EXPECT_EQ(Selected(IDC_cmbGraveur), 1);
 }
 

@@ -33,9 +33,9 @@ TEST_F(BackupWindowTest, WhileTheArchiveIsBuiltOnlyStopCanBePressed) {
         for (const int id : {IDC_cmdPrecedent, IDC_cmdQuitter, IDC_cmdLancer, IDC_cmbGraveur, IDC_cmdInfoDisque})
             EXPECT_FALSE(IsEnabled(id)) << id;
         EXPECT_FALSE(IsVisible(IDC_cmdLancer));
-        EXPECT_FALSE(IsWindowEnabled(SelectionAt(IDC_cmdAjouterRep)));
+        EXPECT_FALSE(IsWindowEnabled(HostedAt(IDC_cmdAjouterRep)));
         EXPECT_EQ(Text(IDC_lblStatutGravure), Resource(142));
-        SendMessageW(form->Handle(), WM_CLOSE, 0, 0);
+        Close();
         for (const int id : {IDC_cmdPrecedent, IDC_cmdQuitter})
             SendMessageW(form->Handle(), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(At(id)));
         EXPECT_TRUE(form->IsLoaded());
@@ -49,18 +49,18 @@ TEST_F(BackupWindowTest, TheKeyboardReachesStopDuringARunAndTheStartButtonAfterI
     AddItems();
     SetActiveWindow(form->Handle());
     SetFocus(At(IDC_cmdLancer));
-    whileArchiving = [&] { EXPECT_EQ(GetFocus(), At(IDC_cmdStopWrite)); };
+    whileArchiving = [&] { EXPECT_TRUE(HasFocus(IDC_cmdStopWrite)); };
     archiveSizeBytes = 1000000001;
     Click(IDC_cmdLancer);
     EXPECT_EQ(machine.processes.commandLines.size(), 4u);
-    EXPECT_EQ(GetFocus(), At(IDC_cmdLancer));
+    EXPECT_TRUE(HasFocus(IDC_cmdLancer));
 }
 
 TEST_F(BackupWindowTest, StoppingTheOnlyItemLeavesTheMediumUntouched) {
     OpenRemovable();
     machine.files.AddFolder(L"E:");
     machine.files.AddFile(L"E:\\OKRBACKUP.ZIP", "old");
-    Drop(SelectionAt(IDC_lvFichRep), {L"C:\\Data\\a.txt"});
+    ListViewDriver(HostedAt(IDC_lvFichRep)).Drop({L"C:\\Data\\a.txt"});
     whileArchiving = [this] {
         if (machine.processes.commandLines.size() == 2) PostMessageW(At(IDC_cmdStopWrite), BM_CLICK, 0, 0);
     };
@@ -164,7 +164,7 @@ TEST_F(BackupWindowTest, ADiscIsWrittenUnderItsEventsAndEndsTheProgram) {
     EXPECT_FALSE(ui::IsHourglassShown());
     Cd().RaiseProgress(DiscOperation::Writing, 42, WritingStage::WritingTrack);
     EXPECT_EQ(Text(IDC_lblStatutGraveur), L"Ecriture de piste...");
-    EXPECT_EQ(SendMessageW(At(IDC_pbProgressTotal), PBM_GETPOS, 0, 0), 42);
+    EXPECT_EQ(Progress(IDC_pbProgressTotal), 42);
     Cd().PlayToEnd();
     ExpectOnlyBox(Resource(263), Resource(264), box::Exclamation);
     EXPECT_FALSE(form->IsLoaded());
@@ -192,7 +192,7 @@ TEST_F(BackupWindowTest, ClosingDuringABurnShutsTheWriterDown) {
     OpenCd();
     AddItems();
     Click(IDC_cmdLancer);
-    SendMessageW(form->Handle(), WM_CLOSE, 0, 0);
+    Close();
     EXPECT_FALSE(form->IsLoaded());
     EXPECT_EQ(CdRecord().shutDown, 1);
     EXPECT_EQ(CdRecord().alive, 0);

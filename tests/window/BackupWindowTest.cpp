@@ -70,8 +70,8 @@ TEST_F(BackupWindowTest, EveryControlIsReachedByTabAndEveryFieldHasALabel) {
 
 TEST_F(BackupWindowTest, ReturnStartsTheBackupAndEscapeGoesBack) {
     OpenCd();
-    EXPECT_EQ(LOWORD(SendMessageW(form->Handle(), DM_GETDEFID, 0, 0)), IDC_cmdLancer);
-    SendMessageW(form->Handle(), WM_COMMAND, IDCANCEL, 0);
+    EXPECT_EQ(DefaultButton(), IDC_cmdLancer);
+    Cancel();
     EXPECT_FALSE(form->IsLoaded());
     EXPECT_THAT(mainWindow.fullExits, ElementsAre(false));
 }
@@ -104,7 +104,7 @@ TEST_F(BackupWindowTest, SelectingItemsMovesTheFigureAndTheStartButton) {
     EXPECT_EQ(Text(IDC_lblEspaceRequis), L"Espace requis pour sauvegarde :   3,004 Megs");
     EXPECT_EQ(ColorOf(IDC_lblEspaceRequis), 0u);
     EXPECT_TRUE(IsEnabled(IDC_cmdLancer));
-    SendMessageW(SelectionAt(IDC_cmdEffacerTouteListe), BM_CLICK, 0, 0);
+    SendMessageW(HostedAt(IDC_cmdEffacerTouteListe), BM_CLICK, 0, 0);
     EXPECT_EQ(machine.app.requiredSpace, Currency());
     EXPECT_FALSE(IsEnabled(IDC_cmdLancer));
 }
@@ -123,10 +123,10 @@ TEST_F(BackupWindowTest, WorkSpaceThatIsReachedTurnsRedOnARemoval) {
     OpenRemovable();
     AddItems();
     machine.app.dblEspaceDisponible = 1000;
-    SendMessageW(SelectionAt(IDC_cmdEffacerFichierListe), BM_CLICK, 0, 0);
+    SendMessageW(HostedAt(IDC_cmdEffacerFichierListe), BM_CLICK, 0, 0);
     EXPECT_EQ(ColorOf(IDC_lblEspaceTravail), 255u);
     ExpectOnlyBox(Resource(166), L"Capacité maximale atteinte", box::Exclamation);
-    SendMessageW(SelectionAt(IDC_cmdEffacerTouteListe), BM_CLICK, 0, 0);
+    SendMessageW(HostedAt(IDC_cmdEffacerTouteListe), BM_CLICK, 0, 0);
     EXPECT_EQ(ColorOf(IDC_lblEspaceTravail), 0u);
 }
 
@@ -163,7 +163,7 @@ TEST_F(BackupWindowTest, TwoHundredOpeningsLeakNeitherHandlesNorGdiObjects) {
             Click(IDC_cmdLancer);
             Cd().RaiseProgress(DiscOperation::Writing, 30, WritingStage::WritingTrack);
         }
-        SendMessageW(form->Handle(), WM_CLOSE, 0, 0);
+        Close();
         ASSERT_FALSE(form->IsLoaded());
     };
     // What the system loads once is there after the first windows.

@@ -1,4 +1,5 @@
 #include "CaptionFit.h"
+#include "FormDriver.h"
 #include "KeyboardReach.h"
 #include "backup/DriveEntries.h"
 #include "discutil/DiscHost.h"
@@ -69,7 +70,7 @@ class PlayedMessages : public MessageLoop {
     std::vector<Pointer> pointers;
 };
 
-class EraseWindowTest : public testing::Test {
+class EraseWindowTest : public testing::Test, protected FormDriver {
   protected:
     EraseWindowTest() : machine(&messages), host(machine), form(machine.app) {
         machine.discWriters.cdDrives.push_back({L"CD (G:)", BlankDisc(MediaKind::CdRw, 700000000)});
@@ -89,14 +90,7 @@ class EraseWindowTest : public testing::Test {
     std::vector<std::wstring>& Calls() {
         return machine.discWriters.Record(host.medium == Medium::Dvd ? DiscFamily::Dvd : DiscFamily::Cd).calls;
     }
-    HWND At(int id) const { return GetDlgItem(form.Handle(), id); }
-    bool IsEnabled(int id) const { return IsWindowEnabled(At(id)) != FALSE; }
-    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
-    std::wstring TextOf(int id) const {
-        wchar_t text[256] = {};
-        GetWindowTextW(At(id), text, 256);
-        return text;
-    }
+    HWND Window() const override { return form.Handle(); }
     void ExpectBox(std::size_t at, int text, int title, std::uint32_t style) {
         ASSERT_LT(at, machine.messageBoxes.shown.size());
         EXPECT_EQ(machine.messageBoxes.shown[at].text, machine.app.Text(text));
@@ -115,10 +109,10 @@ TEST_F(EraseWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
         machine.app.lngLangue = language;
         Open();
         EXPECT_EQ(form.Title(), machine.app.Text(701));
-        EXPECT_EQ(TextOf(IDC_cmdFermer), machine.app.Text(407));
-        EXPECT_EQ(TextOf(IDC_cmdEffacerCD), machine.app.Text(703));
-        EXPECT_EQ(TextOf(IDC_optEffacementComplet), machine.app.Text(704));
-        EXPECT_EQ(TextOf(IDC_optEffacementRapide), machine.app.Text(705));
+        EXPECT_EQ(Text(IDC_cmdFermer), machine.app.Text(407));
+        EXPECT_EQ(Text(IDC_cmdEffacerCD), machine.app.Text(703));
+        EXPECT_EQ(Text(IDC_optEffacementComplet), machine.app.Text(704));
+        EXPECT_EQ(Text(IDC_optEffacementRapide), machine.app.Text(705));
         EXPECT_THAT(ClippedCaptions(form.Handle()), IsEmpty());
         EXPECT_THAT(OverlappingControls(form.Handle()), IsEmpty());
         EXPECT_THAT(UnreachableControls(form.Handle()), IsEmpty());
@@ -129,7 +123,7 @@ TEST_F(EraseWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
 
 TEST_F(EraseWindowTest, AQuickEraseAsksNoQuestionAndEndsTheWindow) {
     Open();
-    EXPECT_EQ(SendMessageW(At(IDC_optEffacementRapide), BM_GETCHECK, 0, 0), BST_CHECKED);
+    EXPECT_EQ(State(IDC_optEffacementRapide), BST_CHECKED);
     messages.play = [this] {
         EXPECT_TRUE(host.isErasing);
         EXPECT_FALSE(IsEnabled(IDC_cmdEffacerCD));
@@ -176,10 +170,10 @@ TEST_F(EraseWindowTest, ProgressFillsTheBarAndAtTheEndAllowsClosing) {
     Open();
     EnableWindow(At(IDC_cmdFermer), FALSE);
     form.SetEffacementProgress(40);
-    EXPECT_EQ(SendMessageW(At(IDC_pgbEffacement), PBM_GETPOS, 0, 0), 40);
+    EXPECT_EQ(Progress(IDC_pgbEffacement), 40);
     EXPECT_FALSE(IsEnabled(IDC_cmdFermer));
     form.SetEffacementProgress(120);
-    EXPECT_EQ(SendMessageW(At(IDC_pgbEffacement), PBM_GETPOS, 0, 0), 100);
+    EXPECT_EQ(Progress(IDC_pgbEffacement), 100);
     EXPECT_TRUE(IsEnabled(IDC_cmdFermer));
 }
 
@@ -243,7 +237,7 @@ TEST_F(EraseWindowTest, TheWindowStaysWhileAnEraseRuns) {
     Open();
     int runs = 0;
     messages.play = [&] {
-        if (++runs == 1) SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+        if (++runs == 1) Close();
         if (runs == 2) {
             EXPECT_TRUE(form.IsLoaded());
             Writer().PlayToEnd();
@@ -258,7 +252,7 @@ TEST_F(EraseWindowTest, CloseAndEscapeCloseIt) {
     Click(IDC_cmdFermer);
     EXPECT_FALSE(form.IsLoaded());
     Open();
-    SendMessageW(form.Handle(), WM_COMMAND, IDCANCEL, 0);
+    Cancel();
     EXPECT_FALSE(form.IsLoaded());
 }
 

@@ -1,4 +1,5 @@
 #include "CaptionFit.h"
+#include "FormDriver.h"
 #include "KeyboardReach.h"
 #include "discutil/DiscHost.h"
 #include "discutil/forms/frmInfoDisque.h"
@@ -37,7 +38,7 @@ class InformationHost : public DiscHost {
     void SetEffacementEnCour(bool) override {}
 };
 
-class InformationWindowTest : public testing::Test {
+class InformationWindowTest : public testing::Test, protected FormDriver {
   protected:
     InformationWindowTest() : machine(&messages), form(machine.app) {
         machine.discWriters.cdDrives.push_back({L"CD (G:)", BlankDisc(MediaKind::CdR, 800 * Megabyte)});
@@ -54,19 +55,13 @@ class InformationWindowTest : public testing::Test {
     }
     FakeDisc& Cd() { return machine.discWriters.cdDrives[0].disc; }
     FakeDisc& Dvd() { return machine.discWriters.dvdDrives[0].disc; }
-    HWND At(int id) const { return GetDlgItem(form.Handle(), id); }
-    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
-    std::wstring Shown(int id) const {
-        wchar_t text[256] = {};
-        GetWindowTextW(At(id), text, 256);
-        return text;
-    }
+    HWND Window() const override { return form.Handle(); }
     void ExpectShown(const std::wstring& type, const std::wstring& status, const std::wstring& used,
                      const std::wstring& estimate) {
-        EXPECT_EQ(Shown(IDC_lblTypeCD), type);
-        EXPECT_EQ(Shown(IDC_lblStatutCD), status);
-        EXPECT_EQ(Shown(IDC_lblEspaceUtilise), used);
-        EXPECT_EQ(Shown(IDC_lblEstimEspaceUtilise), estimate);
+        EXPECT_EQ(Text(IDC_lblTypeCD), type);
+        EXPECT_EQ(Text(IDC_lblStatutCD), status);
+        EXPECT_EQ(Text(IDC_lblEspaceUtilise), used);
+        EXPECT_EQ(Text(IDC_lblEstimEspaceUtilise), estimate);
     }
 
     FormMessageLoop messages;
@@ -84,7 +79,7 @@ TEST_F(InformationWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached
         machine.app.lngLangue = language;
         Open(Medium::Cd);
         EXPECT_EQ(form.Title(), machine.app.Text(601));
-        for (const auto& [control, text] : captions) EXPECT_EQ(Shown(control), machine.app.Text(text)) << control;
+        for (const auto& [control, text] : captions) EXPECT_EQ(Text(control), machine.app.Text(text)) << control;
         EXPECT_THAT(ClippedCaptions(form.Handle()), IsEmpty());
         EXPECT_THAT(OverlappingControls(form.Handle()), IsEmpty());
         EXPECT_THAT(UnreachableControls(form.Handle()), IsEmpty());
@@ -155,7 +150,7 @@ TEST_F(InformationWindowTest, OkAndEscapeCloseIt) {
     Click(IDC_cmdOK);
     EXPECT_FALSE(form.IsLoaded());
     Open(Medium::Cd);
-    SendMessageW(form.Handle(), WM_COMMAND, IDCANCEL, 0);
+    Cancel();
     EXPECT_FALSE(form.IsLoaded());
 }
 

@@ -1,9 +1,8 @@
+#include "ListViewDriver.h"
 #include "TestForm.h"
 #include "ui/MessagePump.h"
 
 #include <gtest/gtest.h>
-
-#include <shlobj.h>
 
 #include <string>
 #include <vector>
@@ -113,14 +112,7 @@ TEST_F(ListViewTest, TakesDroppedPathsInTheirOrder) {
     form.testList.Attach(rows, false);
     std::vector<std::wstring> dropped;
     form.testList.OnDrop([&](const std::vector<std::wstring>& paths) { dropped = paths; });
-    const wchar_t paths[] = L"D:\\b.txt\0D:\\été\\a.txt\0";
-    HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + sizeof paths);
-    auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
-    header->pFiles = sizeof(DROPFILES);
-    header->fWide = TRUE;
-    memcpy(header + 1, paths, sizeof paths);
-    GlobalUnlock(memory);
-    SendMessageW(form.testList.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    ListViewDriver(form.testList.Handle()).Drop({L"D:\\b.txt", L"D:\\été\\a.txt"});
     ui::RunPendingMessages();
     EXPECT_EQ(dropped, (std::vector<std::wstring>{L"D:\\b.txt", L"D:\\été\\a.txt"}));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FormDriver.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "shell/forms/frmMain.h"
 #include "support/FakeMachine.h"
@@ -15,7 +16,7 @@
 #include <vector>
 
 /// The main window on a stand-in workstation that has real messages.
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public testing::Test, protected FormDriver {
   protected:
     using Ids = std::vector<int>;
     using Words = std::vector<std::wstring>;
@@ -66,23 +67,12 @@ class MainWindowTest : public testing::Test {
         AddExternal(L"J:");
     }
 
-    HWND At(int id) const { return GetDlgItem(form.Handle(), id); }
-    bool IsEnabled(int id) const { return IsWindowEnabled(At(id)) != FALSE; }
-    bool IsVisible(int id) const { return IsWindowVisible(At(id)) != FALSE; }
-    bool IsChecked(int id) const { return SendMessageW(At(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
-    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
-    std::wstring Text(int id) const {
-        wchar_t text[256] = {};
-        GetWindowTextW(At(id), text, 256);
-        return text;
-    }
+    HWND Window() const override { return form.Handle(); }
     std::wstring Chosen(int comboId) const {
-        wchar_t text[256] = {};
-        const LRESULT row = SendMessageW(At(comboId), CB_GETCURSEL, 0, 0);
-        if (row >= 0) SendMessageW(At(comboId), CB_GETLBTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text));
-        return text;
+        const int line = Selected(comboId);
+        return line < 0 ? std::wstring() : Lines(comboId)[static_cast<std::size_t>(line)];
     }
-    LRESULT Count(int comboId) const { return SendMessageW(At(comboId), CB_GETCOUNT, 0, 0); }
+    std::size_t Count(int comboId) const { return Lines(comboId).size(); }
     int WidthTwips(int id) const { return ui::BoundsOf(At(id)).width; }
     Ids EnabledMedia() const {
         Ids enabled;
@@ -101,12 +91,6 @@ class MainWindowTest : public testing::Test {
     std::vector<std::wstring> DetectionLabels() const {
         return {Text(IDC_lblDetCD), Text(IDC_lblDetDVD), Text(IDC_lblDetRemDisk), Text(IDC_lblDetExtDisk)};
     }
-    void PressKey(WPARAM key) {
-        MSG message{GetFocus(), WM_KEYDOWN, key, 0, 0, {}};
-        if (!form.TranslateKeys(message)) ADD_FAILURE() << "key " << key << " is not the form's";
-        ui::RunPendingMessages();
-    }
-
     FormMessageLoop messages;
     FakeMachine machine;
     std::vector<Opening> openings;

@@ -70,7 +70,7 @@ class DetectionUnderClicks : public MainWindowTest {
 TEST_F(DetectionUnderClicks, ClosingDuringStartUpEndsTheProgramThere) {
     AddEverything();
     form.Create();
-    form.Post([this] { SendMessageW(form.Handle(), WM_CLOSE, 0, 0); });
+    form.Post([this] { Close(); });
     form.Show();
     EXPECT_FALSE(form.IsLoaded());
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
@@ -118,7 +118,7 @@ TEST_F(DetectionUnderClicks, QuittingDuringDetectionEndsTheProgram) {
 TEST_F(DetectionUnderClicks, MainWindowStaysWhileAnotherIsOpenOverIt) {
     Start();
     EnableWindow(form.Handle(), FALSE);
-    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    Close();
     EXPECT_TRUE(form.IsLoaded());
 }
 

@@ -8,8 +8,8 @@ TEST_F(MainWindowTest, StartUpDetectsEachMediumOnce) {
     Start();
     EXPECT_EQ(machine.discWriters.cdRecord.created, 1);
     EXPECT_EQ(machine.discWriters.dvdRecord.created, 1);
-    EXPECT_EQ(Count(IDC_cboDrive), 2);
-    EXPECT_EQ(Count(IDC_cboDisqueExterne), 1);
+    EXPECT_EQ(Count(IDC_cboDrive), 2u);
+    EXPECT_EQ(Count(IDC_cboDisqueExterne), 1u);
 }
 
 TEST_F(MainWindowTest, MachineWithoutMediaOffersNothingAndBackupOpensNothing) {
@@ -83,8 +83,8 @@ TEST_F(MainWindowTest, QuestionAnsweredNoHidesBothUsbMediaForTheRestOfTheRun) {
     Start();
     for (int run = 0; run < 2; ++run) {
         EXPECT_EQ(EnabledMedia(), Ids{});
-        EXPECT_EQ(Count(IDC_cboDrive), 0);
-        EXPECT_EQ(Count(IDC_cboDisqueExterne), 0);
+        EXPECT_EQ(Count(IDC_cboDrive), 0u);
+        EXPECT_EQ(Count(IDC_cboDisqueExterne), 0u);
         EXPECT_EQ(DetectionLabels(), (Words{L"Non", L"Non", L"Non", L"Non"}));
         Click(IDC_optBackup);
     }
@@ -114,7 +114,7 @@ TEST_F(MainWindowTest, FixedDriveThatCannotBeOpenedOrQueriedIsNoExternalDisk) {
     AddExternal(L"J:");
     Start();
     EXPECT_EQ(EnabledMedia(), Ids{IDC_optDisqueExterne});
-    EXPECT_EQ(Count(IDC_cboDisqueExterne), 1);
+    EXPECT_EQ(Count(IDC_cboDisqueExterne), 1u);
     EXPECT_EQ(Chosen(IDC_cboDisqueExterne), L"J:\\");
 }
 
@@ -141,7 +141,7 @@ TEST_F(MainWindowTest, BackupClickedAgainFindsWhatWasAttachedSince) {
     Click(IDC_optBackup);
     EXPECT_EQ(EnabledMedia(), (Ids{IDC_optCD, IDC_optDVD, IDC_optDisqueAmovible, IDC_optDisqueExterne}));
     EXPECT_EQ(DetectionLabels(), (Words{L"Oui", L"Oui", L"Oui", L"Oui"}));
-    EXPECT_EQ(Count(IDC_cboDrive), 2);
+    EXPECT_EQ(Count(IDC_cboDrive), 2u);
     EXPECT_EQ(Chosen(IDC_cboDrive), L"E:\\");
     EXPECT_EQ(Chosen(IDC_cboDisqueExterne), L"J:\\");
 }

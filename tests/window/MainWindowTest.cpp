@@ -89,7 +89,7 @@ TEST_F(MainWindowTest, StartUpTakesItsStepsInOrder) {
         EXPECT_EQ(machine.discWriters.cdRecord.shutDown, 1);
         EXPECT_EQ(machine.discWriters.dvdRecord.shutDown, 1);
         EXPECT_EQ(DetectionLabels(), (Words{L"Oui", L"Oui", L"", L""}));
-        EXPECT_EQ(SendMessageW(At(IDC_pgbInit), PBM_GETPOS, 0, 0), 4);
+        EXPECT_EQ(Progress(IDC_pgbInit), 4);
         EXPECT_TRUE(IsVisible(IDC_pgbInit));
         EXPECT_TRUE(ui::IsHourglassShown());
         EXPECT_EQ(Text(IDC_optCD), L"&CD-R/RW");
@@ -102,7 +102,7 @@ TEST_F(MainWindowTest, StartUpTakesItsStepsInOrder) {
     Start();
     EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_FALSE(IsVisible(IDC_pgbInit));
-    EXPECT_EQ(SendMessageW(At(IDC_pgbInit), PBM_GETPOS, 0, 0), 6);
+    EXPECT_EQ(Progress(IDC_pgbInit), 6);
     EXPECT_FALSE(ui::IsHourglassShown());
     for (const int id : {IDC_optBackup, IDC_optRestaure, IDC_cmdBackup, IDC_cmdSortie, IDC_cmdAide})
         EXPECT_TRUE(IsEnabled(id)) << id;
@@ -113,25 +113,25 @@ TEST_F(MainWindowTest, StartUpTakesItsStepsInOrder) {
 
 TEST_F(MainWindowTest, FocusStartsOnTheActionWithNextAndQuitByKey) {
     Start();
-    EXPECT_EQ(GetFocus(), At(IDC_optBackup));
-    EXPECT_EQ(LOWORD(SendMessageW(form.Handle(), DM_GETDEFID, 0, 0)), IDC_cmdBackup);
-    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(HasFocus(IDC_optBackup));
+    EXPECT_EQ(DefaultButton(), IDC_cmdBackup);
+    Press(VK_ESCAPE);
     EXPECT_FALSE(form.IsLoaded());
 }
 
 TEST_F(MainWindowTest, EnterOpensTheChosenWindow) {
     AddRemovable(L"E:\\");
     Start();
-    PressKey(VK_RETURN);
+    Press(VK_RETURN);
     EXPECT_EQ(openings.size(), 1u);
 }
 
 TEST_F(MainWindowTest, ArrowKeysChooseTheAction) {
     Start();
-    PressKey(VK_DOWN);
+    Press(VK_DOWN);
     EXPECT_TRUE(IsChecked(IDC_optRestaure));
     EXPECT_FALSE(IsVisible(IDC_frmMedium));
-    PressKey(VK_UP);
+    Press(VK_UP);
     EXPECT_TRUE(IsChecked(IDC_optBackup));
     EXPECT_TRUE(IsVisible(IDC_frmMedium));
 }
@@ -141,7 +141,7 @@ TEST_F(MainWindowTest, ArrowKeysGoThroughTheMediaAndNotIntoTheDriveLists) {
     Start();
     SendMessageW(form.Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(At(IDC_optCD)), TRUE);
     for (const int id : {IDC_optDVD, IDC_optDisqueAmovible, IDC_optDisqueExterne, IDC_optCD}) {
-        PressKey(VK_DOWN);
+        Press(VK_DOWN);
         EXPECT_EQ(CheckedMedia(), Ids{id});
     }
 }
@@ -185,7 +185,7 @@ TEST_F(MainWindowTest, WidenedActionFrameLeavesNoTraceOfItsOldEdge) {
 TEST_F(MainWindowTest, EachMediumIsHandedOverWithItsCodeAndDrive) {
     AddEverything();
     Start();
-    SendMessageW(At(IDC_cboDrive), CB_SETCURSEL, 1, 0);
+    Choose(IDC_cboDrive, 1);
     for (const int id : {IDC_optCD, IDC_optDVD, IDC_optDisqueAmovible, IDC_optDisqueExterne}) {
         Click(id);
         Click(IDC_cmdBackup);

@@ -1,5 +1,6 @@
 #include "CaptionFit.h"
 #include "Footprint.h"
+#include "FormDriver.h"
 #include "KeyboardReach.h"
 #include "archive/forms/frmMotPasse.h"
 #include "platform/MessageBoxes.h"
@@ -29,7 +30,7 @@ void CALLBACK CloseTheDialog(HWND, UINT, UINT_PTR, DWORD) {
     EnumThreadWindows(GetCurrentThreadId(), CloseForm, 0);
 }
 
-class PasswordDialog : public testing::Test {
+class PasswordDialog : public testing::Test, protected FormDriver {
   protected:
     void Open(PasswordMode mode) {
         machine.app.passwordMode = mode;
@@ -42,20 +43,7 @@ class PasswordDialog : public testing::Test {
         Open(mode);
     }
 
-    HWND At(int id) const { return GetDlgItem(form.Handle(), id); }
-    bool IsVisible(int id) const { return IsWindowVisible(At(id)) != FALSE; }
-    bool HasFocus(int id) const { return GetFocus() == At(id); }
-    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
-    void Type(int id, const wchar_t* text) const { SetWindowTextW(At(id), text); }
-    void Press(int id, WPARAM key) const {
-        PostMessageW(At(id), WM_KEYDOWN, key, 0);
-        ui::RunPendingMessages();
-    }
-    std::wstring Text(int id) const {
-        wchar_t text[512] = {};
-        GetWindowTextW(At(id), text, 512);
-        return text;
-    }
+    HWND Window() const override { return form.Handle(); }
     RECT Place(int id) const {
         RECT place{};
         GetWindowRect(At(id), &place);
@@ -263,13 +251,13 @@ TEST_F(PasswordDialog, CrossCancelsEvenRightAfterOk) {
 TEST_F(PasswordDialog, StaysWhileAMessageIsOpenOverIt) {
     Open(PasswordMode::Creation);
     EnableWindow(form.Handle(), FALSE);
-    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    Close();
     EXPECT_TRUE(form.IsLoaded());
 }
 
 TEST_F(PasswordDialog, OkIsTheDefaultButton) {
     Open(PasswordMode::Creation);
-    EXPECT_EQ(LOWORD(SendMessageW(form.Handle(), DM_GETDEFID, 0, 0)), IDC_cmdOK);
+    EXPECT_EQ(DefaultButton(), IDC_cmdOK);
 }
 
 TEST_F(PasswordDialog, WeakPasswordIsRefusedAndTheHelpOpens) {

@@ -30,7 +30,7 @@ TEST_F(RestoreWindow, TickedItemsAreRestoredInOrderAndTheProgramEnds) {
     dialogs.passwords = {L"Abcdefg1"};
     Click(IDC_cmdLancerRestauration);
     EXPECT_EQ(machine.processes.commandLines,
-              (Lines{L"C:\\Valcoreaux\\Backup\\7za x E:\\OKRBACKUP.ZIP "
+              (Texts{L"C:\\Valcoreaux\\Backup\\7za x E:\\OKRBACKUP.ZIP "
                      L"-oC:\\\"Valcoreaux\"\\\"Backup\"\\\"zip\" -aoa -pAbcdefg1",
                      L"C:\\Valcoreaux\\Backup\\7za x C:\\\"Valcoreaux\"\\\"Backup\"\\zip\\Zip0001.zip -aoa "
                      L"-oC:\\\"Users\"\\\"agent\"\\",
@@ -133,18 +133,18 @@ TEST_F(RestoreWindow, DuringTheCopyNothingMovesNothingClosesAndNothingCanBePress
         for (const int id : {IDC_cmdLancerRestauration, IDC_cmdFermer, IDC_cmdToutDeselectionner,
                              IDC_cmdToutSelectionner, IDC_lvFichiersRepertoires, IDC_lstDrive})
             EXPECT_FALSE(IsEnabled(id)) << id;
-        EXPECT_TRUE(IsBold(0));
-        EXPECT_EQ(RowTip(0), L"Restauré");
-        EXPECT_FALSE(IsBold(1));
-        EXPECT_EQ(RowTip(1), L"");
-        EXPECT_EQ(ListView_GetNextItem(At(IDC_lvFichiersRepertoires), -1, LVNI_SELECTED), 1);
+        EXPECT_TRUE(List().LookOf(0).isBold);
+        EXPECT_EQ(List().Tip(0), L"Restauré");
+        EXPECT_FALSE(List().LookOf(1).isBold);
+        EXPECT_EQ(List().Tip(1), L"");
+        EXPECT_EQ(List().Selected(), 1);
         machine.drives.Add(L"F:\\", DriveType::Removable, L"NEUF");
         SendDeviceChange();
         SendMessageW(form.Handle(), WM_COMMAND, IDC_mnuRaffraichir_Rafraichir, 0);
         LetRefreshHappen();
         EXPECT_EQ(DriveLinesShown().size(), 1u);
-        SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
-        SendMessageW(form.Handle(), WM_COMMAND, IDCANCEL, 0);
+        Close();
+        Cancel();
         EXPECT_TRUE(form.IsLoaded());
     };
     Click(IDC_cmdLancerRestauration);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FormDriver.h"
 #include "restore/forms/frmRestaureCD.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
@@ -24,10 +25,10 @@ struct RestoreDialogScript {
 };
 
 /// The restore window on a stand-in workstation that has real messages, with somebody who answers its password dialogs.
-class RestoreWindow : public testing::Test {
+class RestoreWindow : public testing::Test, protected FormDriver {
   protected:
     using Ids = std::vector<int>;
-    using Lines = std::vector<std::wstring>;
+    using Texts = std::vector<std::wstring>;
 
     static constexpr const wchar_t* WorkFolder = L"C:\\Valcoreaux\\Backup\\zip";
 
@@ -45,11 +46,7 @@ class RestoreWindow : public testing::Test {
         form.Show();
         ui::RunPendingMessages();
     }
-    void SelectDrive(int line) {
-        SendMessageW(At(IDC_lstDrive), LB_SETCURSEL, static_cast<WPARAM>(line), 0);
-        SendMessageW(form.Handle(), WM_COMMAND, MAKEWPARAM(IDC_lstDrive, LBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(At(IDC_lstDrive)));
-    }
+    void SelectDrive(int line) { Choose(IDC_lstDrive, line); }
     void OpenFirstDrive() {
         Open();
         SelectDrive(0);
@@ -70,69 +67,19 @@ class RestoreWindow : public testing::Test {
         WaitFor([&] { return GetTickCount64() > end; });
     }
 
-    HWND At(int id) const { return GetDlgItem(form.Handle(), id); }
-    bool IsEnabled(int id) const { return IsWindowEnabled(At(id)) != FALSE; }
-    void Click(int id) const { SendMessageW(At(id), BM_CLICK, 0, 0); }
-    std::wstring Text(int id) const {
-        wchar_t text[256] = {};
-        GetWindowTextW(At(id), text, 256);
-        return text;
-    }
-    Lines DriveLinesShown() const {
-        Lines lines;
-        const LRESULT count = SendMessageW(At(IDC_lstDrive), LB_GETCOUNT, 0, 0);
-        for (LRESULT line = 0; line < count; ++line) {
-            wchar_t text[256] = {};
-            SendMessageW(At(IDC_lstDrive), LB_GETTEXT, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text));
-            lines.emplace_back(text);
-        }
-        return lines;
-    }
-    LRESULT SelectedDrive() const { return SendMessageW(At(IDC_lstDrive), LB_GETCURSEL, 0, 0); }
-    int RowCount() const { return ListView_GetItemCount(At(IDC_lvFichiersRepertoires)); }
-    std::wstring Cell(int row, int column) const {
-        wchar_t text[300] = {};
-        ListView_GetItemText(At(IDC_lvFichiersRepertoires), row, column, text, 300);
-        return text;
-    }
-    bool IsTicked(int row) const { return ListView_GetCheckState(At(IDC_lvFichiersRepertoires), row) == 1; }
-    void TickByKey(int row) {
-        HWND list = At(IDC_lvFichiersRepertoires);
-        LVITEMW item{};
-        item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-        SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
-    }
-    /// Whether a row's text is drawn bold, as the view is told when it asks.
-    bool IsBold(int row) const {
-        const HDC screen = GetDC(nullptr);
-        const HGDIOBJ before = SelectObject(screen, GetStockObject(DEFAULT_GUI_FONT));
-        NMLVCUSTOMDRAW draw{};
-        draw.nmcd.hdr = {At(IDC_lvFichiersRepertoires), IDC_lvFichiersRepertoires, static_cast<UINT>(NM_CUSTOMDRAW)};
-        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
-        draw.nmcd.hdc = screen;
-        draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(row);
-        SendMessageW(form.Handle(), WM_NOTIFY, IDC_lvFichiersRepertoires, reinterpret_cast<LPARAM>(&draw));
-        LOGFONTW font{};
-        GetObjectW(SelectObject(screen, before), sizeof font, &font);
-        ReleaseDC(nullptr, screen);
-        return font.lfWeight >= FW_BOLD;
-    }
-    std::wstring RowTip(int row) const {
-        wchar_t text[100] = {};
-        NMLVGETINFOTIPW tip{};
-        tip.hdr = {At(IDC_lvFichiersRepertoires), IDC_lvFichiersRepertoires, static_cast<UINT>(LVN_GETINFOTIPW)};
-        tip.pszText = text;
-        tip.cchTextMax = 100;
-        tip.iItem = row;
-        SendMessageW(form.Handle(), WM_NOTIFY, IDC_lvFichiersRepertoires, reinterpret_cast<LPARAM>(&tip));
-        return text;
-    }
+    HWND Window() const override { return form.Handle(); }
+    Texts DriveLinesShown() const { return Lines(IDC_lstDrive); }
+    int SelectedDrive() const { return Selected(IDC_lstDrive); }
+    ListViewDriver List() const { return ListAt(IDC_lvFichiersRepertoires); }
+    int RowCount() const { return List().Count(); }
+    std::wstring Cell(int row, int column) const { return List().Cell(row, column); }
+    bool IsTicked(int row) const { return List().IsTicked(row); }
+    void TickByKey(int row) const { List().TickByKey(row); }
     bool IsHooked() const { return ui::WindowProcedureHook::Of(form.Handle()) != nullptr; }
     WNDPROC Procedure() const { return reinterpret_cast<WNDPROC>(GetWindowLongPtrW(form.Handle(), GWLP_WNDPROC)); }
     /// The extractions of single items that were run.
-    Lines InnerExtractions() const {
-        Lines lines;
+    Texts InnerExtractions() const {
+        Texts lines;
         for (const std::wstring& line : machine.processes.commandLines) {
             if (line.find(L"OKRBACKUP.ZIP") == std::wstring::npos) lines.push_back(line);
         }

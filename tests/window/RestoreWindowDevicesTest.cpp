@@ -28,7 +28,7 @@ TEST_F(RestoreWindow, DeviceArrivalRefreshesTheDriveListByItself) {
     const ULONGLONG start = GetTickCount64();
     EXPECT_TRUE(WaitFor([&] { return RowCount() == 2; }));
     EXPECT_LT(GetTickCount64() - start, 500u);
-    EXPECT_EQ(DriveLinesShown(), Lines{L"E:\\ Disque amovible  Volume : SAUVEGARDE"});
+    EXPECT_EQ(DriveLinesShown(), Texts{L"E:\\ Disque amovible  Volume : SAUVEGARDE"});
 }
 
 TEST_F(RestoreWindow, TicksAndSelectionStayWhileTheSameMediumIsThere) {
@@ -42,7 +42,7 @@ TEST_F(RestoreWindow, TicksAndSelectionStayWhileTheSameMediumIsThere) {
     EXPECT_EQ(SelectedDrive(), 1);
     EXPECT_FALSE(IsTicked(0));
     EXPECT_TRUE(IsTicked(1));
-    EXPECT_EQ(ListView_GetNextItem(At(IDC_lvFichiersRepertoires), -1, LVNI_SELECTED), 0);
+    EXPECT_EQ(List().Selected(), 0);
 }
 
 TEST_F(RestoreWindow, TicksAreMadeAnewForAnotherMedium) {
@@ -89,10 +89,9 @@ TEST_F(RestoreWindow, MenuAndItsKeyFillTheDriveListAgain) {
     GetMenuStringW(GetMenu(form.Handle()), 0, caption, 40, MF_BYPOSITION);
     EXPECT_STREQ(caption, L"&Rafraîchir");
     SendMessageW(form.Handle(), WM_COMMAND, GetMenuItemID(menu, 0), 0);
-    EXPECT_EQ(DriveLinesShown(), Lines{L"E:\\ Disque amovible  Volume : UN"});
+    EXPECT_EQ(DriveLinesShown(), Texts{L"E:\\ Disque amovible  Volume : UN"});
     machine.drives.Add(L"F:\\", DriveType::Removable, L"DEUX");
-    PostMessageW(At(IDC_lstDrive), WM_KEYDOWN, VK_F5, 0);
-    ui::RunPendingMessages();
+    Press(IDC_lstDrive, VK_F5);
     EXPECT_EQ(DriveLinesShown().size(), 2u);
 }
 
@@ -133,7 +132,7 @@ TEST_F(RestoreWindow, StormOfDevicesLeavesTheListRightAndNothingBehind) {
         ui::RunPendingMessages();
     }
     LetRefreshHappen();
-    EXPECT_EQ(DriveLinesShown(), Lines{L"E:\\ Disque amovible  Volume : SAUVEGARDE"});
+    EXPECT_EQ(DriveLinesShown(), Texts{L"E:\\ Disque amovible  Volume : SAUVEGARDE"});
     EXPECT_EQ(RowCount(), 2);
     EXPECT_EQ(FootprintNow(), before);
     EXPECT_TRUE(machine.messageBoxes.shown.empty());

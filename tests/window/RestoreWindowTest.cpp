@@ -46,7 +46,7 @@ TEST_F(RestoreWindow, EveryControlIsReachedByKeyboardAndNamed) {
                                             IDC_cmdToutDeselectionner, IDC_cmdLancerRestauration, IDC_cmdFermer}));
     EXPECT_EQ(UnreachableControls(form.Handle()), Ids());
     EXPECT_EQ(UnlabelledFields(form.Handle()), Ids());
-    EXPECT_EQ(LOWORD(SendMessageW(form.Handle(), DM_GETDEFID, 0, 0)), IDC_cmdLancerRestauration);
+    EXPECT_EQ(DefaultButton(), IDC_cmdLancerRestauration);
 }
 
 TEST_F(RestoreWindow, OpeningMakesTheWorkFolderAnewAndListsTheDrives) {
@@ -55,7 +55,7 @@ TEST_F(RestoreWindow, OpeningMakesTheWorkFolderAnewAndListsTheDrives) {
     Open();
     EXPECT_TRUE(machine.files.FolderExists(WorkFolder));
     EXPECT_TRUE(machine.files.Contents(WorkFolder).files.empty());
-    EXPECT_EQ(DriveLinesShown(), Lines{L"E:\\ Disque amovible  Volume : SAUVEGARDE"});
+    EXPECT_EQ(DriveLinesShown(), Texts{L"E:\\ Disque amovible  Volume : SAUVEGARDE"});
     EXPECT_EQ(SelectedDrive(), LB_ERR);
     EXPECT_EQ(RowCount(), 0);
     EXPECT_FALSE(IsEnabled(IDC_cmdLancerRestauration));
@@ -68,7 +68,7 @@ TEST_F(RestoreWindow, ClosingTakesTheWorkFolderAway) {
     EXPECT_FALSE(machine.files.FolderExists(WorkFolder));
     EXPECT_FALSE(mainWindow.FullExit());
     Open();
-    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    Close();
     EXPECT_FALSE(machine.files.FolderExists(WorkFolder));
 }
 
@@ -79,7 +79,7 @@ TEST_F(RestoreWindow, WorkFolderThatCannotGoIsReportedAndTheCrossStillCloses) {
     machine.files.SetReadOnly(leftOver);
     Click(IDC_cmdFermer);
     EXPECT_TRUE(form.IsLoaded());
-    SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    Close();
     EXPECT_FALSE(form.IsLoaded());
     ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
     EXPECT_EQ(machine.messageBoxes.shown[0].text.find(
@@ -101,16 +101,14 @@ TEST_F(RestoreWindow, LeftOverThatCannotGoIsReportedAndTheDrivesCanStillBeListed
     EXPECT_EQ(machine.messageBoxes.shown[0].text.find(
                   L"Erreur nº 70 (Permission denied) dans la procédure Form_Load, module frmRestaureCD"),
               0u);
-    EXPECT_EQ(DriveLinesShown(), Lines());
-    PostMessageW(At(IDC_cmdFermer), WM_KEYDOWN, VK_F5, 0);
-    ui::RunPendingMessages();
+    EXPECT_EQ(DriveLinesShown(), Texts());
+    Press(IDC_cmdFermer, VK_F5);
     EXPECT_EQ(DriveLinesShown().size(), 1u);
 }
 
 TEST_F(RestoreWindow, EscapeCloses) {
     Open();
-    PostMessageW(At(IDC_lstDrive), WM_KEYDOWN, VK_ESCAPE, 0);
-    ui::RunPendingMessages();
+    Press(IDC_lstDrive, VK_ESCAPE);
     EXPECT_FALSE(form.IsLoaded());
 }
 
@@ -161,7 +159,7 @@ TEST_F(RestoreWindow, CdRomWithoutABackupSaysSo) {
 
 TEST_F(RestoreWindow, MachineWithoutDrivesSaysSo) {
     OpenFirstDrive();
-    EXPECT_EQ(DriveLinesShown(), Lines{L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur"});
+    EXPECT_EQ(DriveLinesShown(), Texts{L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur"});
     EXPECT_EQ(Cell(0, 0), machine.app.Text(150));
 }
 

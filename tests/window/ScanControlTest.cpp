@@ -1,4 +1,5 @@
 #include "CaptionFit.h"
+#include "FormDriver.h"
 #include "HostForm.h"
 #include "selection/forms/ctlScan.h"
 #include "support/FakeMachine.h"
@@ -10,7 +11,7 @@
 
 namespace {
 
-class ScanControlTest : public testing::Test {
+class ScanControlTest : public testing::Test, protected FormDriver {
   protected:
     void Open() {
         parent.Create();
@@ -18,11 +19,7 @@ class ScanControlTest : public testing::Test {
         MapDialogRect(parent.Handle(), &place);
         scan.CreateChild(parent, place);
     }
-    std::wstring Label() const {
-        wchar_t text[256] = {};
-        GetDlgItemTextW(scan.Handle(), IDC_lblScan, text, 256);
-        return text;
-    }
+    HWND Window() const override { return scan.Handle(); }
 
     FakeMachine machine;
     HostForm parent;
@@ -31,14 +28,14 @@ class ScanControlTest : public testing::Test {
 
 TEST_F(ScanControlTest, LabelReadsInFrench) {
     Open();
-    EXPECT_EQ(Label(), L"Scan des bus IDE / SCSI / USB / IEEE1394 en cours");
+    EXPECT_EQ(Text(IDC_lblScan), L"Scan des bus IDE / SCSI / USB / IEEE1394 en cours");
     EXPECT_EQ(ClippedCaptions(scan.Handle()), std::vector<std::string>{});
 }
 
 TEST_F(ScanControlTest, LabelReadsInEnglish) {
     machine.app.lngLangue = 10000;
     Open();
-    EXPECT_EQ(Label(), L"Scan of the IDE / SCSI / USB / IEEE1394 buses in progress");
+    EXPECT_EQ(Text(IDC_lblScan), L"Scan of the IDE / SCSI / USB / IEEE1394 buses in progress");
     EXPECT_EQ(ClippedCaptions(scan.Handle()), std::vector<std::string>{});
 }
 
@@ -50,7 +47,7 @@ TEST_F(ScanControlTest, RangeAndPositionAreTheBars) {
     EXPECT_EQ(scan.MIN(), 5);
     EXPECT_EQ(scan.MAX(), 26);
     EXPECT_EQ(scan.Value(), 12);
-    EXPECT_EQ(SendDlgItemMessageW(scan.Handle(), IDC_pgbScan, PBM_GETPOS, 0, 0), 12);
+    EXPECT_EQ(Progress(IDC_pgbScan), 12);
 }
 
 TEST_F(ScanControlTest, BarRefusesAPositionOutsideItsRange) {

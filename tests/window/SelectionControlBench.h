@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FormDriver.h"
 #include "HostForm.h"
 #include "selection/forms/ctlSelectionFichiers.h"
 #include "shell/forms/FormMessageLoop.h"
@@ -9,15 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include <shlobj.h>
-
-#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
 /// The selection control in a host window, on a stand-in workstation that has real messages.
-class SelectionControlTest : public testing::Test {
+class SelectionControlTest : public testing::Test, protected FormDriver {
   protected:
     using Texts = std::vector<std::wstring>;
     using Ids = std::vector<int>;
@@ -56,27 +54,10 @@ class SelectionControlTest : public testing::Test {
         ui::RunPendingMessages();
     }
 
-    HWND At(int id) const { return GetDlgItem(control->Handle(), id); }
-    std::wstring Text(int id) const {
-        wchar_t text[256] = {};
-        GetWindowTextW(At(id), text, 256);
-        return text;
-    }
+    HWND Window() const override { return control->Handle(); }
     void Click(int id) {
-        SendMessageW(At(id), BM_CLICK, 0, 0);
+        FormDriver::Click(id);
         ui::RunPendingMessages();
-    }
-    LRESULT State(int id) const { return SendMessageW(At(id), BM_GETCHECK, 0, 0); }
-    bool IsEnabled(int id) const { return IsWindowEnabled(At(id)) != FALSE; }
-
-    Texts Lines(int id) const {
-        Texts lines;
-        for (LRESULT row = 0; row < SendMessageW(At(id), LB_GETCOUNT, 0, 0); ++row) {
-            wchar_t text[MAX_PATH] = {};
-            SendMessageW(At(id), LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text));
-            lines.push_back(text);
-        }
-        return lines;
     }
     void ClickLine(int id, int row) {
         RECT place{};
@@ -90,78 +71,18 @@ class SelectionControlTest : public testing::Test {
         for (const int row : rows) SendMessageW(At(IDC_flbSelectFichier), LB_SETSEL, TRUE, row);
     }
     void ChooseDrive(int row) {
-        SendMessageW(At(IDC_dlbSelectLecteur), CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-        SendMessageW(control->Handle(), WM_COMMAND, MAKEWPARAM(IDC_dlbSelectLecteur, CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(At(IDC_dlbSelectLecteur)));
+        Choose(IDC_dlbSelectLecteur, row);
         ui::RunPendingMessages();
     }
-    std::wstring Drive() const {
-        wchar_t text[64] = {};
-        GetWindowTextW(At(IDC_dlbSelectLecteur), text, 64);
-        return text;
-    }
+    std::wstring Drive() const { return Text(IDC_dlbSelectLecteur); }
+    ListViewDriver List() const { return ListAt(IDC_lvFichRep); }
     void Drop(const Texts& paths) {
-        std::wstring names;
-        for (const std::wstring& path : paths) names += path + L'\0';
-        names += L'\0';
-        const std::size_t bytes = names.size() * sizeof(wchar_t);
-        HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + bytes);
-        auto* header = static_cast<DROPFILES*>(GlobalLock(memory));
-        header->pFiles = sizeof(DROPFILES);
-        header->fWide = TRUE;
-        std::memcpy(header + 1, names.data(), bytes);
-        GlobalUnlock(memory);
-        SendMessageW(At(IDC_lvFichRep), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+        List().Drop(paths);
         ui::RunPendingMessages();
     }
-    int RowCount() const { return ListView_GetItemCount(At(IDC_lvFichRep)); }
-    int SelectedRow() const { return ListView_GetNextItem(At(IDC_lvFichRep), -1, LVNI_SELECTED); }
-    std::wstring Row(int row) const {
-        std::wstring cells;
-        for (int column = 0; column < 4; ++column) {
-            wchar_t text[MAX_PATH] = {};
-            ListView_GetItemText(At(IDC_lvFichRep), row, column, text, MAX_PATH);
-            cells += (column > 0 ? L"|" : L"") + std::wstring(text);
-        }
-        return cells;
-    }
-    Texts Rows() const {
-        Texts rows;
-        for (int row = 0; row < RowCount(); ++row) rows.push_back(Row(row));
-        return rows;
-    }
-    Texts Headers() const {
-        Texts headers;
-        for (int column = 0; column < 4; ++column) {
-            wchar_t text[64] = {};
-            LVCOLUMNW info{};
-            info.mask = LVCF_TEXT;
-            info.pszText = text;
-            info.cchTextMax = 64;
-            SendMessageW(At(IDC_lvFichRep), LVM_GETCOLUMNW, static_cast<WPARAM>(column),
-                         reinterpret_cast<LPARAM>(&info));
-            headers.push_back(text);
-        }
-        return headers;
-    }
-    /// How the view is told to draw a row.
-    NMLVCUSTOMDRAW Drawn(int row) const {
-        NMLVCUSTOMDRAW draw{};
-        HDC screen = GetDC(nullptr);
-        draw.nmcd.hdr = {At(IDC_lvFichRep), IDC_lvFichRep, static_cast<UINT>(NM_CUSTOMDRAW)};
-        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
-        draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(row);
-        draw.nmcd.hdc = screen;
-        SendMessageW(control->Handle(), WM_NOTIFY, IDC_lvFichRep, reinterpret_cast<LPARAM>(&draw));
-        ReleaseDC(nullptr, screen);
-        return draw;
-    }
-    void PressKey(int id, WPARAM key) {
-        SetFocus(At(id));
-        MSG message{At(id), WM_KEYDOWN, key, 0, 0, {}};
-        if (!parent.TranslateKeys(message)) DispatchMessageW(&message);
-        ui::RunPendingMessages();
-    }
+    int RowCount() const { return List().Count(); }
+    std::wstring Row(int row) const { return List().Row(row); }
+    Texts Rows() const { return List().Rows(); }
 
     FormMessageLoop messages;
     FakeMachine machine;

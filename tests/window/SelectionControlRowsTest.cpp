@@ -8,7 +8,7 @@ TEST_F(SelectionControlTest, AddsTheSelectedFilesInOrder) {
     Click(IDC_cmdAjouterFichier);
     EXPECT_EQ(Rows(), (Texts{L"1|C:\\Users\\agent\\Documents\\a.txt|Fichier|",
                              L"2|C:\\Users\\agent\\Documents\\c.txt|Fichier|"}));
-    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(List().Selected(), 1);
     EXPECT_FALSE(ui::IsHourglassShown());
 }
 
@@ -19,7 +19,7 @@ TEST_F(SelectionControlTest, DoubleClickAndEnterAddFilesToo) {
     ui::RunPendingMessages();
     EXPECT_EQ(Rows(), (Texts{L"1|C:\\Users\\agent\\Documents\\b.txt|Fichier|"}));
     SelectLines({2});
-    PressKey(IDC_flbSelectFichier, VK_RETURN);
+    Press(IDC_flbSelectFichier, VK_RETURN);
     EXPECT_EQ(RowCount(), 2);
 }
 
@@ -28,7 +28,7 @@ TEST_F(SelectionControlTest, AddsTheFolderAndMovesToTheOneAbove) {
     Click(IDC_cmdAjouterRep);
     EXPECT_EQ(Rows(), (Texts{L"1|C:\\Users\\agent\\Documents\\*.*|Répertoire|"}));
     EXPECT_EQ(Lines(IDC_dlbSelectRep), (Texts{L"C:\\", L"Users", L"agent", L"Documents"}));
-    EXPECT_EQ(SendMessageW(At(IDC_dlbSelectRep), LB_GETCURSEL, 0, 0), 2);
+    EXPECT_EQ(Selected(IDC_dlbSelectRep), 2);
     EXPECT_EQ(control->ArrayFichier()->Item(1)->strNom, L"C:\\Users\\agent\\Documents");
 }
 
@@ -62,19 +62,19 @@ TEST_F(SelectionControlTest, ThousandDroppedFilesAreAllThere) {
     Drop(paths);
     EXPECT_EQ(RowCount(), 1000);
     EXPECT_EQ(Row(999), L"1000|D:\\Lot\\999.txt|Fichier|");
-    EXPECT_EQ(SelectedRow(), 999);
+    EXPECT_EQ(List().Selected(), 999);
 }
 
 TEST_F(SelectionControlTest, RemovalSelectsTheRowThatTookThePlaceOrTheNewLastOne) {
     Open();
     Drop({L"D:\\Data\\x.dat", L"D:\\Data\\y.dat", L"D:\\Data\\z.dat"});
-    ListView_SetItemState(At(IDC_lvFichRep), 1, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    List().Select(1);
     Click(IDC_cmdEffacerFichierListe);
     EXPECT_EQ(Rows(), (Texts{L"1|D:\\Data\\x.dat|Fichier|", L"2|D:\\Data\\z.dat|Fichier|"}));
-    EXPECT_EQ(SelectedRow(), 1);
+    EXPECT_EQ(List().Selected(), 1);
     Click(IDC_cmdEffacerFichierListe);
-    EXPECT_EQ(SelectedRow(), 0);
-    PressKey(IDC_lvFichRep, VK_DELETE);
+    EXPECT_EQ(List().Selected(), 0);
+    Press(IDC_lvFichRep, VK_DELETE);
     EXPECT_EQ(RowCount(), 0);
     Click(IDC_cmdEffacerFichierListe);
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
@@ -86,8 +86,8 @@ TEST_F(SelectionControlTest, SetRowsAreRedAndBoldAndCarryTheirSet) {
     Drop({L"D:\\Data\\y.dat"});
     EXPECT_EQ(Rows(),
               (Texts{L"1|D:\\Data\\x.dat|Fichier|1", L"2|D:\\Data|Répertoire|1", L"3|D:\\Data\\y.dat|Fichier|"}));
-    EXPECT_EQ(Drawn(0).clrText, RGB(255, 0, 0));
-    EXPECT_EQ(Drawn(2).clrText, 0u);
+    EXPECT_EQ(List().LookOf(0).color, RGB(255, 0, 0));
+    EXPECT_EQ(List().LookOf(2).color, 0u);
 }
 
 TEST_F(SelectionControlTest, BoxesShowTheirSetsAndAClickTakesASetAway) {
@@ -109,7 +109,7 @@ TEST_F(SelectionControlTest, BoxThatTurnsGreyByProgramTouchesNothingElse) {
     AddListFile(L"qamor.lst", "D:\\Data\\x.dat\r\nD:\\Data\\y.dat\r\nD:\\Data\\z.dat");
     Open();
     host.events.clear();
-    ListView_SetItemState(At(IDC_lvFichRep), 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    List().Select(0);
     Click(IDC_cmdEffacerFichierListe);
     EXPECT_EQ(State(IDC_chkSauvOKR1), BST_INDETERMINATE);
     EXPECT_EQ(RowCount(), 2);

@@ -18,7 +18,7 @@ TEST_F(SelectionControlTest, FrenchCaptions) {
     EXPECT_EQ(Text(IDC_cmdOuvrirExplorer), L"Ouvrir l'explorateur &Windows");
     EXPECT_EQ(Text(IDC_cmdEffacerTouteListe), L"Effacer to&ute la liste");
     EXPECT_EQ(Text(IDC_cmdEffacerFichierListe), L"Eff&acer de la liste");
-    EXPECT_EQ(Headers(), (Texts{L"Nº", L"Fichiers et répertoires", L"Type", L""}));
+    EXPECT_EQ(List().Headers(), (Texts{L"Nº", L"Fichiers et répertoires", L"Type", L""}));
 }
 
 TEST_F(SelectionControlTest, EnglishCaptions) {
@@ -36,7 +36,7 @@ TEST_F(SelectionControlTest, EnglishCaptions) {
     EXPECT_EQ(Text(IDC_cmdOuvrirExplorer), L"&Open Windows Explorer");
     EXPECT_EQ(Text(IDC_cmdEffacerTouteListe), L"Remove the w&hole list");
     EXPECT_EQ(Text(IDC_cmdEffacerFichierListe), L"Remove from &list");
-    EXPECT_EQ(Headers(), (Texts{L"Num", L"Files and directories", L"Type", L""}));
+    EXPECT_EQ(List().Headers(), (Texts{L"Num", L"Files and directories", L"Type", L""}));
 }
 
 TEST_F(SelectionControlTest, EveryCaptionFitsInBothLanguages) {
@@ -76,7 +76,7 @@ TEST_F(SelectionControlTest, StartsInTheUsersDocuments) {
     Open();
     EXPECT_EQ(Drive(), L"c: [Système]");
     EXPECT_EQ(Lines(IDC_dlbSelectRep), (Texts{L"C:\\", L"Users", L"agent", L"Documents", L"Ventes"}));
-    EXPECT_EQ(SendMessageW(At(IDC_dlbSelectRep), LB_GETCURSEL, 0, 0), 3);
+    EXPECT_EQ(Selected(IDC_dlbSelectRep), 3);
     EXPECT_EQ(Lines(IDC_flbSelectFichier), (Texts{L"a.txt", L"b.txt", L"c.txt"}));
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
 }
@@ -101,13 +101,13 @@ TEST_F(SelectionControlTest, OneClickOpensAFolderAndTheFilesFollow) {
 
 TEST_F(SelectionControlTest, ArrowKeysMoveThroughTheFoldersAndEnterOpens) {
     Open();
-    PressKey(IDC_dlbSelectRep, VK_DOWN);
-    EXPECT_EQ(SendMessageW(At(IDC_dlbSelectRep), LB_GETCURSEL, 0, 0), 4);
+    Press(IDC_dlbSelectRep, VK_DOWN);
+    EXPECT_EQ(Selected(IDC_dlbSelectRep), 4);
     EXPECT_EQ(Lines(IDC_flbSelectFichier).size(), 3u) << "the files are still those of the open folder";
-    PressKey(IDC_dlbSelectRep, VK_RETURN);
+    Press(IDC_dlbSelectRep, VK_RETURN);
     EXPECT_TRUE(Lines(IDC_flbSelectFichier).empty());
-    PressKey(IDC_dlbSelectRep, VK_UP);
-    PressKey(IDC_dlbSelectRep, VK_SPACE);
+    Press(IDC_dlbSelectRep, VK_UP);
+    Press(IDC_dlbSelectRep, VK_SPACE);
     EXPECT_EQ(Lines(IDC_flbSelectFichier).size(), 3u);
 }
 
