@@ -1,55 +1,29 @@
-"""Runs the layers of tests that are named on the command line and closes with one summary line."""
+"""Runs the layers of tests that are named on the command line, or a part of them, and closes with one summary line."""
 
 import json
 import multiprocessing
-import os
 import re
 import shutil
 import signal
 import subprocess
 import sys
-import time
 import unittest
 from concurrent.futures import ProcessPoolExecutor, ThreadPoolExecutor
 from functools import partial
 from pathlib import Path
 
 import workstation
+from lint import lint_tests
+from test_choice import choices, google_filter, matches, window_programs
+from test_report import Report
 from workstation import BUILD, PROJECT, Display, Workstation
 
 LOGS = BUILD / "logs"
-FUZZ_SECONDS = 8
 PROGRAM_TIMEOUT_SECONDS = 600
 # Most tests wait more than they compute; more at once would disturb those that measure time.
 AT_ONCE = 2
 # Parts run in threads beside each other, and a process that was forked while others hold locks may hang.
 SPAWN = multiprocessing.get_context("spawn")
-
-
-class Report:
-    """What one part of a layer has come to."""
-
-    def __init__(self, name):
-        self.name = name
-        self.passed = self.failed = self.skipped = 0
-        self._lines = []
-        self._started = time.monotonic()
-
-    def count(self, outcome, test="", text=""):
-        setattr(self, outcome, getattr(self, outcome) + 1)
-        if outcome != "passed":
-            indented = text.strip().replace("\n", "\n    ")
-            self._lines.append(f"{outcome.upper()} {self.name}: {test}\n    {indented}")
-
-    def close(self):
-        """Prints all of it at once; a part that ran no test has failed."""
-        if self.passed + self.failed == 0:
-            self.count("failed", "no test ran")
-        seconds = time.monotonic() - self._started
-        self._lines.append(f"-- {self.name}: {self.passed} passed, {self.failed} failed, {self.skipped} skipped "
-                           f"({seconds:.0f} s)")
-        print("\n".join(self._lines), flush=True)
-        return self
 
 
 def google_test(report, command, result, **options):
@@ -85,26 +59,32 @@ def skip_reason(said, test):
     return " ".join(found.group(1).split()) if found else "disabled"
 
 
-def native_tests():
+def filter_option(filters):
+    return [f"--gtest_filter={google_filter(filters)}"] if filters else []
+
+
+def native_tests(filters):
     report = Report("unit, native")
     result = BUILD / "native" / "unit-report.json"
-    google_test(report, [BUILD / "native" / "bin" / "unit_tests", f"--gtest_output=json:{result}"], result, cwd=PROJECT)
+    google_test(report, [BUILD / "native" / "bin" / "unit_tests", f"--gtest_output=json:{result}",
+                         *filter_option(filters)], result, cwd=PROJECT)
     return report.close()
 
 
-def windows_tests(name, program, with_display, beside=()):
+def windows_tests(name, program, filters=(), with_display=False, beside=()):
     """Runs one of the Windows test programs, with the files it needs beside it, on a workstation with a removable drive."""
     report = Report(name)
     folder = BUILD / "workstation" / program
     shutil.rmtree(folder, ignore_errors=True)
     display = Display() if with_display else None
-    station = Workstation(folder, language="fr", display=display)
+    station = Workstation(folder, language="fr", display=display, has_program=False)
     try:
         station.add_drive("e", label="SAUVEGARDE")
         for file in (f"{program}.exe", *beside):
             shutil.copy2(workstation.BINARIES / file, station.path(r"C:\Tools") / file)
         google_test(report,
-                    station.wine_command(rf"C:\Tools\{program}.exe", r"--gtest_output=json:C:\Tools\report.json"),
+                    station.wine_command(rf"C:\Tools\{program}.exe", r"--gtest_output=json:C:\Tools\report.json",
+                                         *filter_option(filters)),
                     station.path(r"C:\Tools\report.json"), env=station.environment, cwd=station.path(r"C:\Tools"))
     finally:
         station.remove()
@@ -136,7 +116,7 @@ def run_python_test(folder, identity):
     return identity, "passed" if result.testsRun else "failed", "" if result.testsRun else "did not run"
 
 
-def python_tests(name, folder):
+def python_tests(name, folder, filters=()):
     report = Report(name)
     sys.path.insert(0, str(folder))
     suite = unittest.defaultTestLoader.discover(str(folder), pattern="test_*.py", top_level_dir=str(folder))
@@ -144,7 +124,7 @@ def python_tests(name, folder):
     for test in flatten(suite):
         if type(test).__name__ == "_FailedTest":
             report.count("failed", f"{test.id()} cannot be loaded", str(getattr(test, "_exception", "")))
-        else:
+        elif matches(test.id(), filters):
             identities.append(test.id())
     with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
         for identity, outcome, text in pool.map(run_python_test, [folder] * len(identities), identities):
@@ -152,16 +132,18 @@ def python_tests(name, folder):
     return report.close()
 
 
-def fuzz_tests():
-    """A short run of each fuzzer."""
+def fuzz_tests(choice):
+    """A run of each fuzzer, or of those named, for some seconds."""
     report = Report("fuzz")
+    targets = [target for target in sorted((BUILD / "fuzz" / "bin").glob("*Fuzzer"))
+               if not choice.names() or target.name in choice.names()]
     with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
-        for name, code, text in pool.map(run_fuzzer, sorted((BUILD / "fuzz" / "bin").glob("*Fuzzer"))):
+        for name, code, text in pool.map(run_fuzzer, targets, [choice.seconds()] * len(targets)):
             report.count("failed" if code else "passed", f"{name} ended with {code}", text)
     return report.close()
 
 
-def run_fuzzer(target):
+def run_fuzzer(target, seconds):
     """Starts from the inputs that once broke the reader and from what earlier runs found."""
     kept = PROJECT / "tests" / "fuzz" / "corpus" / target.name
     found = BUILD / "fuzz" / "corpus" / target.name
@@ -169,66 +151,55 @@ def run_fuzzer(target):
     log = LOGS / f"{target.name}.log"
     corpora = [str(folder) for folder in (found, kept) if folder.is_dir()]
     with open(log, "wb") as output:
-        code = subprocess.run([target, f"-max_total_time={FUZZ_SECONDS}", "-timeout=10", "-print_final_stats=1",
+        code = subprocess.run([target, f"-max_total_time={seconds}", "-timeout=10", "-print_final_stats=1",
                                f"-artifact_prefix={BUILD / 'fuzz'}/{target.name}-", *corpora],
                               stdout=output, stderr=subprocess.STDOUT, check=False).returncode
     return target.name, code, log.read_text(encoding="utf-8", errors="replace")[-3000:]
 
 
-def lint_tests():
-    """clang-tidy over every file of the logic."""
-    report = Report("lint")
-    commands = json.loads((BUILD / "native" / "compile_commands.json").read_text(encoding="utf-8"))
-    files = sorted({command["file"] for command in commands if Path(command["file"]).is_relative_to(PROJECT / "src")})
-    with ProcessPoolExecutor(os.cpu_count(), SPAWN) as pool:
-        for file, output in pool.map(tidy, files):
-            report.count("failed" if output else "passed", str(Path(file).relative_to(PROJECT)), output)
-    return report.close()
-
-
-def tidy(file):
-    # The compiler of the native build is GCC, which has warnings that clang does not know.
-    done = subprocess.run(["clang-tidy", "-p", BUILD / "native", "--quiet", "--warnings-as-errors=*",
-                           "--extra-arg=-Wno-unknown-warning-option", file],
-                          capture_output=True, text=True, check=False)
-    return file, "" if done.returncode == 0 else done.stdout
-
-
-LAYERS = {
-    "unit": [partial(python_tests, "source", PROJECT / "tests" / "source"),
-             native_tests,
-             partial(windows_tests, "unit, Windows", "unit_tests", with_display=False)],
-    "window": [partial(windows_tests, "window, discs", "disc_tests", with_display=True, beside=["VirtualBurner.dll"]),
-               partial(windows_tests, "window", "window_tests", with_display=True)],
-    "system": [partial(python_tests, "system", PROJECT / "tests" / "system")],
-    "fuzz": [fuzz_tests],
-    "lint": [lint_tests],
-}
+def parts(choice):
+    """The parts of a layer, as functions that give their reports."""
+    filters = choice.filters
+    if choice.layer == "unit":
+        rules = [partial(python_tests, "source", PROJECT / "tests" / "source")]
+        return ([] if filters else rules) + [partial(native_tests, filters)]
+    if choice.layer == "windows-unit":
+        return [partial(windows_tests, "unit, Windows", "unit_tests", filters, with_display=False)]
+    if choice.layer == "window":
+        programs = {"disc_tests": partial(windows_tests, "window, discs", "disc_tests", filters, with_display=True,
+                                          beside=["VirtualBurner.dll"]),
+                    "window_tests": partial(windows_tests, "window", "window_tests", filters, with_display=True)}
+        return [part for program, part in programs.items() if program in window_programs(filters)]
+    if choice.layer == "system":
+        return [partial(python_tests, "system", PROJECT / "tests" / "system", filters)]
+    return [partial(fuzz_tests if choice.layer == "fuzz" else lint_tests, choice)]
 
 
 def run_part(part):
     try:
         return part()
     except (workstation.CannotHave, OSError, subprocess.SubprocessError) as failure:
-        report = Report(getattr(part, "args", ["part"])[0] if isinstance(part, partial) else part.__name__)
+        report = Report(next((word for word in part.args if isinstance(word, str)), part.func.__name__.replace("_", " ")))
         report.count("failed", "could not be run", str(failure))
         return report.close()
+
+
+# Their parts need little of the machine and run beside each other; the other layers use all of it.
+LIGHT_LAYERS = ("unit", "windows-unit", "window")
 
 
 def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     LOGS.mkdir(parents=True, exist_ok=True)
-    layers = sys.argv[1:]
-    if {"unit", "window", "system"} & set(layers):
+    wanted = choices(sys.argv[1:])
+    if any(choice.layer in ("windows-unit", "window", "system") for choice in wanted):
         workstation.prepare()
     reports = []
-    # The parts of unit and window need little of the machine and run beside each other; the other layers use all of it.
-    light = [part for layer in layers if layer in ("unit", "window") for part in LAYERS[layer]]
     with ThreadPoolExecutor(AT_ONCE) as pool:
-        reports += pool.map(run_part, light)
-    for layer in layers:
-        if layer not in ("unit", "window"):
-            reports += map(run_part, LAYERS[layer])
+        reports += pool.map(run_part, [part for choice in wanted if choice.layer in LIGHT_LAYERS for part in parts(choice)])
+    for choice in wanted:
+        if choice.layer not in LIGHT_LAYERS:
+            reports += map(run_part, parts(choice))
     passed, failed, skipped = (sum(getattr(report, kind) for report in reports)
                                for kind in ("passed", "failed", "skipped"))
     print(f"{passed} passed, {failed} failed, {skipped} skipped")

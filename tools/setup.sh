@@ -9,11 +9,12 @@ buildPackages='building: cmake ninja-build make python3 g++-mingw-w64-x86-64-pos
 the archiver from its source: dpkg-dev xz-utils'
 workstationPackages='running Windows programs: wine wine64 locales python3
 a display where there is none, and pictures of it: xvfb openbox imagemagick x11-utils'
-testPackages='native tests and fuzzing: g++ clang libclang-rt-dev clang-format
-looking at the results with other tools: 7zip xorriso'
+nativePackages='native tests: g++ clang-format'
+fuzzPackages='fuzzing: clang libclang-rt-dev'
+resultPackages='looking at the results with other tools: 7zip xorriso'
 packagingPackages='the help documents: weasyprint fonts-liberation
 the installer: nsis osslsigncode'
-lintPackages='source checks: clang-tidy'
+lintPackages='source checks: clang clang-tidy'
 
 Fail() {
     printf '%s: %s\n' "$(basename "$0")" "$1" >&2
@@ -167,11 +168,8 @@ CONFIG
     rm -rf "$work"
 }
 
-# Configures and builds targets of a preset; without targets, all of it: BuildPreset PRESET [TARGET...]
-BuildPreset() {
-    local preset=$1 folder=$buildFolder/$1 targets=()
-    shift
-    [ $# -gt 0 ] && targets=(--target "$@")
+ConfigurePreset() {
+    local preset=$1 folder=$buildFolder/$1
     # A tree that was moved, copied or left half configured is configured anew.
     if [ -e "$folder/CMakeCache.txt" ] &&
         { [ ! -e "$folder/build.ninja" ] || ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$projectRoot" "$folder/CMakeCache.txt"; }; then
@@ -181,6 +179,14 @@ BuildPreset() {
         NeedRoom "$buildFolder" 400 "building $preset"
         Logged "$buildFolder/logs/configure-$preset.log" "configuring $preset" cmake -S "$projectRoot" --preset "$preset"
     fi
+}
+
+# Configures and builds targets of a preset; without targets, all of it: BuildPreset PRESET [TARGET...]
+BuildPreset() {
+    local preset=$1 targets=()
+    shift
+    [ $# -gt 0 ] && targets=(--target "$@")
+    ConfigurePreset "$preset"
     Say "building $preset"
     (cd "$projectRoot" && cmake --build --preset "$preset" "${targets[@]}") >"$buildFolder/logs/build-$preset.log" 2>&1 || {
         grep -E -A4 'error:|FAILED:|No space left' "$buildFolder/logs/build-$preset.log" | head -n 40 >&2

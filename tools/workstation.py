@@ -189,7 +189,7 @@ class Workstation:
     """One workstation, from its folder on the disk to its running Wine server."""
 
     def __init__(self, folder, language="fr", display=None, program_folder=INSTALL_FOLDER, scale_percent=100,
-                 keep=False):
+                 keep=False, has_program=True):
         """Lays out a workstation in a folder that does not exist yet, or takes up the one that is kept there. The display
         is borrowed."""
         prepare()
@@ -210,7 +210,9 @@ class Workstation:
         if scale_percent != 100:
             self.set_registry("user.reg", r"Control Panel\Desktop",
                                f'"LogPixels"=dword:{96 * scale_percent // 100:08x}')
-        self.install()
+        self.path(r"C:\Tools").mkdir(exist_ok=True)
+        if has_program:
+            self.install()
 
     def install(self):
         """Puts the program and the archiver where the installer puts them."""
@@ -224,9 +226,7 @@ class Workstation:
             if (BUILD / "packaging" / document).exists():
                 help_folder.mkdir(parents=True, exist_ok=True)
                 shutil.copy2(BUILD / "packaging" / document, help_folder / document)
-        tools = self.path(r"C:\Tools")
-        tools.mkdir(exist_ok=True)
-        shutil.copy2(BINARIES / "uidriver.exe", tools / "uidriver.exe")
+        shutil.copy2(BINARIES / "uidriver.exe", self.path(r"C:\Tools") / "uidriver.exe")
 
     def path(self, windows_path):
         """The place on this machine of an absolute Windows path; letters stand as they were given."""

@@ -1,0 +1,58 @@
+"""What the words after ./test come to: the layers, the tests of each, and what is built for them."""
+
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent.parent / "tools"))
+
+from test_choice import DEFAULT_LAYERS, Usage, choices, google_filter, matches, needs, window_programs  # noqa: E402
+
+
+def built(*words):
+    return needs(choices(words))
+
+
+class ChoiceTest(unittest.TestCase):
+    def test_without_a_word_every_layer_runs_whole(self):
+        self.assertEqual([choice.layer for choice in choices([])], list(DEFAULT_LAYERS))
+        self.assertEqual(built(), ["build native all", "build windows all", "build fuzz all", "archiver", "installer"])
+
+    def test_the_words_after_a_layer_choose_among_its_tests(self):
+        unit, fuzz = choices(["unit", "BackupRunTest.*", "fuzz", "ControlFileFuzzer", "30"])
+        self.assertEqual(unit.filters, ["BackupRunTest.*"])
+        self.assertEqual((fuzz.names(), fuzz.seconds()), (["ControlFileFuzzer"], 30))
+
+    def test_a_word_before_any_layer_or_an_option_is_refused(self):
+        for words in (["BackupRunTest.*"], ["unit", "--gtest_filter=x"], ["-v"]):
+            with self.assertRaises(Usage):
+                choices(words)
+
+    def test_native_unit_tests_build_nothing_for_windows(self):
+        self.assertEqual(built("unit"), ["build native unit_tests"])
+        self.assertEqual(built("unit", "BackupRunTest.*"), ["build native unit_tests"])
+
+    def test_a_window_test_builds_the_program_that_has_it(self):
+        self.assertEqual(window_programs(["RestoreWindow.*"]), ["window_tests"])
+        self.assertEqual(window_programs(["FileStream*"]), ["disc_tests"])
+        self.assertEqual(built("window", "RestoreWindow.EscapeCloses"), ["build windows window_tests"])
+
+    def test_the_installer_is_built_for_its_tests_only(self):
+        self.assertNotIn("installer", built("system", "test_main_job"))
+        self.assertIn("installer", built("system", "test_installer"))
+        self.assertIn("installer", built("system"))
+
+    def test_a_bare_suite_stands_for_all_of_its_tests(self):
+        self.assertEqual(google_filter(["BackupRunTest", "Form.Loads*"]), "BackupRunTest.*:Form.Loads*")
+
+    def test_a_system_test_is_named_by_module_class_or_method(self):
+        identity = "test_main_job.MainJobTest.test_every_byte_comes_back"
+        for word in ("test_main_job", "MainJobTest", "test_every_byte_comes_back", "test_every_*",
+                     "MainJobTest.test_every_byte_comes_back", identity):
+            self.assertTrue(matches(identity, [word]), word)
+        self.assertFalse(matches(identity, ["test_main"]))
+        self.assertFalse(matches(identity, ["test_usb_backup"]))
+
+
+if __name__ == "__main__":
+    unittest.main()
