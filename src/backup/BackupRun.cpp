@@ -5,6 +5,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
 #include "platform/RuntimeError.h"
+#include "resources/TextId.h"
 #include "shell/ErrorReport.h"
 
 #include <utility>
@@ -43,12 +44,13 @@ void BackupRun::Launch() {
 void BackupRun::RunToDisk() {
     const std::wstring drive = DrivePart(view_.SelectedDrive());
     if (!app_.machine.drives.Exists(drive)) {
-        app_.ShowMessage(app_.Text(MediumLabelId(state_.miTypeMedia)) + L" " + app_.Text(141), 0, box::Ok);
+        app_.ShowMessage(app_.Text(MediumLabelId(state_.miTypeMedia)) + L" " + app_.Text(TextId::MediumUnavailable),
+                         TextId::None, box::Ok);
     } else {
         const Preparation preparation = PreparerArchive();
         if (!preparation.isOk) return;
         if (steps_.SelectedCount() == 0) {
-            app_.ShowMessage(144, 0, box::Ok);
+            app_.ShowMessage(TextId::NothingToBackUp, TextId::None, box::Ok);
         } else {
             CopyToDisk(preparation.hasFailed || preparation.wasStopped);
         }
@@ -59,7 +61,7 @@ void BackupRun::RunToDisk() {
 void BackupRun::CopyToDisk(bool hasFailed) {
     view_.AfficherProgression(true);
     app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
-    view_.SetRunStatus(app_.Text(143));
+    view_.SetRunStatus(app_.Text(TextId::CopyingFiles));
     view_.StepProgress().SetRange(0, WholeBar);
     view_.TotalProgress().SetRange(0, WholeBar);
     view_.TotalProgress().SetValue(0);
@@ -82,11 +84,11 @@ void BackupRun::CopyToDisk(bool hasFailed) {
 void BackupRun::EndCopy(bool hasFailed) {
     state_.awake.reset();
     if (hasFailed) {
-        app_.ShowMessage(418, 262, box::Critical);
+        app_.ShowMessage(TextId::BackupFailed, TextId::ErrorTitle, box::Critical);
         view_.AfficherProgression(false);
         return;
     }
-    app_.ShowMessage(263, 264, box::Exclamation);
+    app_.ShowMessage(TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation);
     view_.EndProgram();
 }
 
@@ -133,7 +135,7 @@ BackupRun::Preparation BackupRun::PreparerArchive() {
         if (!steps_.ValidZipApp()) {
             ReportError(app_, L"PreparerArchive, module frmBackupCD",
                         static_cast<std::int32_t>(ErrorNumber::FileNotFound),
-                        steps_.GetZipAppName() + L" : " + app_.Text(169));
+                        steps_.GetZipAppName() + L" : " + app_.Text(TextId::CompressionFailed));
             return true;
         }
         if (!steps_.DemanderMotPasse()) return true;
@@ -142,7 +144,7 @@ BackupRun::Preparation BackupRun::PreparerArchive() {
         if (FitsMedium(app_.archiveSizeBytes, app_.availableSpace)) {
             result.isOk = true;
         } else {
-            app_.ShowMessage(147, 146, box::Exclamation);
+            app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
         }
         return true;
     });
@@ -154,7 +156,7 @@ BackupRun::Preparation BackupRun::PreparerArchive() {
 void BackupRun::BuildArchive(Preparation& result) {
     // Messages are handled between the items: only the stop button may be pressed meanwhile.
     view_.AfficherProgression(true);
-    view_.SetRunStatus(app_.Text(142));
+    view_.SetRunStatus(app_.Text(TextId::BuildingList));
     steps_.EnregistrerListeFichiers();
     state_.isOperationInProgress = true;
     view_.Refresh();

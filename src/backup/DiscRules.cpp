@@ -1,10 +1,7 @@
 #include "backup/DiscRules.h"
+#include "resources/TextId.h"
 
 namespace {
-
-constexpr int WrongKindMessage = 162;
-constexpr int DvdName = 160;
-constexpr int CdName = 161;
 
 bool IsBetween(MediaKind kind, MediaKind first, MediaKind last) {
     return kind >= first && kind <= last;
@@ -20,13 +17,13 @@ void ReplaceAll(std::wstring& text, const std::wstring& placeholder, const std::
 std::wstring KindName(const Application& app, MediaKind kind) {
     switch (kind) {
     case MediaKind::CdRom:
-        return app.Text(136);
+        return app.Text(TextId::CdLabel);
     case MediaKind::CdR:
         return L"CD-R";
     case MediaKind::CdRw:
         return L"CD-RW";
     case MediaKind::DvdRom:
-        return app.Text(137);
+        return app.Text(TextId::DvdLabel);
     case MediaKind::DvdPlusR:
         return L"DVD+R";
     case MediaKind::DvdPlusRw:
@@ -62,8 +59,8 @@ bool IsKindErasable(Medium medium, MediaKind kind) {
 }
 
 std::wstring WrongKindText(const Application& app, Medium medium, MediaKind kind) {
-    std::wstring text = app.Text(WrongKindMessage);
-    const std::wstring wanted = app.Text(medium == Medium::Cd ? CdName : DvdName);
+    std::wstring text = app.Text(TextId::WrongDiscKind);
+    const std::wstring wanted = app.Text(medium == Medium::Cd ? TextId::WantedCd : TextId::WantedDvd);
     ReplaceAll(text, L"%1", KindName(app, kind));
     ReplaceAll(text, L"%2", wanted);
     ReplaceAll(text, L"%3", wanted);

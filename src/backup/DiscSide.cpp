@@ -8,6 +8,7 @@
 #include "platform/MessageLoop.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 #include "shell/ErrorReport.h"
 
 #include <utility>
@@ -72,7 +73,8 @@ std::wstring DiscSide::DiscMediaTypeString() const {
 void DiscSide::CheckKind() {
     if (!state_.IsDiscMedium() || state_.disc.presence != DiscPresence::Ready) return;
     if (IsKindOfMedium(state_.miTypeMedia, state_.disc.kind)) return;
-    app_.ShowMessage(WrongKindText(app_, state_.miTypeMedia, state_.disc.kind), 268, box::Exclamation);
+    app_.ShowMessage(WrongKindText(app_, state_.miTypeMedia, state_.disc.kind), TextId::WrongDiscFormatTitle,
+                     box::Exclamation);
 }
 
 bool DiscSide::IsDiscAccepted() {
@@ -83,11 +85,11 @@ bool DiscSide::DiscWritableCD() {
     return Guarded(app_, L"DiscWritableCD, module frmBackupCD", [this] {
         const DiscFacts disc = Report().disc;
         if (disc.flNoDisc()) {
-            app_.ShowMessage(145, 0, box::Ok);
+            app_.ShowMessage(TextId::InsertDisc, TextId::None, box::Ok);
             return false;
         }
         if (!disc.flDiscWritable) {
-            app_.ShowMessage(267, 0, box::Ok);
+            app_.ShowMessage(TextId::UnknownDiscFormat, TextId::None, box::Ok);
             return false;
         }
         return true;
@@ -146,13 +148,13 @@ void DiscSide::AfficherOperationEnCours(std::int16_t percent) {
 }
 
 void DiscSide::ShowWriting(std::int16_t percent) {
-    constexpr int stageTexts[] = {283, 284, 285};
+    constexpr TextId stageTexts[] = {TextId::StageBuffer, TextId::StageTrack, TextId::StageTrackEnd};
     switch (writer_->CurrentOperation()) {
     case DiscOperation::Erasing:
-        view_.SetWriterStatus(app_.Text(709));
+        view_.SetWriterStatus(app_.Text(TextId::DiscErasing));
         break;
     case DiscOperation::Preparing:
-        view_.SetWriterStatus(app_.Text(269));
+        view_.SetWriterStatus(app_.Text(TextId::StagePreparation));
         break;
     case DiscOperation::Writing:
         view_.SetWriterStatus(app_.Text(stageTexts[static_cast<std::size_t>(writer_->CurrentStage())]));
@@ -171,7 +173,7 @@ void DiscSide::EndWriting() {
     state_.isOperationInProgress = false;
     view_.StepProgress().SetValue(view_.StepProgress().Max());
     app_.machine.messageLoop.SetPointer(Pointer::Default);
-    app_.ShowMessage(263, 264, box::Exclamation);
+    app_.ShowMessage(TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation);
     DeleteTransferList();
     FinEcriture();
     view_.AfficherProgression(false);
@@ -196,7 +198,7 @@ void DiscSide::ArreterEcriture() {
 
 void DiscSide::FinEcriture() {
     Guarded(app_, L"FinEcriture, module frmBackupCD", [this] {
-        view_.SetRunStatus(app_.Text(282));
+        view_.SetRunStatus(app_.Text(TextId::WriterIdle));
         view_.StepProgress().SetValue(view_.StepProgress().Min());
         view_.TotalProgress().SetValue(view_.TotalProgress().Min());
         state_.awake.reset();
@@ -210,7 +212,7 @@ void DiscSide::FinEcriture() {
 
 void DiscSide::EffacerDisque() {
     if (state_.disc.status == DiscStatus::Unknown) {
-        app_.ShowMessage(259, 260, box::Exclamation);
+        app_.ShowMessage(TextId::DiscNotErasable, TextId::DiscNotErasableTitle, box::Exclamation);
         return;
     }
     {
@@ -230,7 +232,7 @@ void DiscSide::ErrorEx(std::int32_t errCode, const std::wstring& errDescr) {
             [&] {
                 app_.hasWriterError = true;
                 if (errCode == DiscErrorAborted || errCode == DiscErrorNoDisc) return;
-                app_.ShowMessage(L"Error: " + std::to_wstring(errCode) + L". " + errDescr, 0, box::Ok);
+                app_.ShowMessage(L"Error: " + std::to_wstring(errCode) + L". " + errDescr, TextId::None, box::Ok);
             });
 }
 

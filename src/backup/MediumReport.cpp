@@ -5,18 +5,18 @@
 #include "discutil/CdSpace.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 
 namespace {
 
 constexpr std::uint64_t MegabyteBytes = 1048576;
-constexpr int UnitWord = 139;
 
 std::wstring Amount(const Application& app, double bytes, const wchar_t* picture, const std::wstring& unit) {
     return FormatNumber(Megabytes(bytes), picture, app.machine.system.DecimalSeparator()) + L" " + unit;
 }
 
 std::wstring Amount(const Application& app, double bytes) {
-    return Amount(app, bytes, MegabytePicture, app.Text(UnitWord));
+    return Amount(app, bytes, MegabytePicture, app.Text(TextId::BackupUnit));
 }
 
 void ReportCdSpace(const Application& app, const DiscWriter& writer, MediumReport& report) {
@@ -34,19 +34,19 @@ void ReportDvdSpace(const Application& app, const DiscWriter& writer, MediumRepo
         report.available = Currency::FromDouble(static_cast<double>(writer.FreeBytes()));
 }
 
-/// The text of the disc's state; 0 for a state without one.
-int StatusText(Medium medium, DiscStatus status, std::uint64_t usedBytes) {
+/// The text of the disc's state; None for a state without one.
+TextId StatusText(Medium medium, DiscStatus status, std::uint64_t usedBytes) {
     switch (status) {
     case DiscStatus::Blank:
-        return 277;
+        return TextId::DiscBlank;
     case DiscStatus::Open:
-        return medium == Medium::Dvd && usedBytes == 0 ? 277 : 278;
+        return medium == Medium::Dvd && usedBytes == 0 ? TextId::DiscBlank : TextId::DiscOpen;
     case DiscStatus::Closed:
-        return 279;
+        return TextId::DiscClosed;
     case DiscStatus::Unknown:
-        return 276;
+        return TextId::DiscUnknown;
     }
-    return 0;
+    return TextId::None;
 }
 
 } // namespace
@@ -56,11 +56,11 @@ MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWrite
     DiscFacts& disc = report.disc;
     if (writer != nullptr) disc.presence = writer->Presence();
     if (disc.flNoDisc()) {
-        report[Panel::Type] = app.Text(163);
+        report[Panel::Type] = app.Text(TextId::NoDisc);
         return report;
     }
     if (disc.flMediaUnrecognized()) {
-        report[Panel::Type] = app.Text(164);
+        report[Panel::Type] = app.Text(TextId::UnrecognizedDisc);
         return report;
     }
     disc.kind = writer->Kind();
@@ -71,7 +71,7 @@ MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWrite
     report[Panel::Type] = KindName(app, disc.kind);
     if (medium == Medium::Cd) ReportCdSpace(app, *writer, report);
     if (medium == Medium::Dvd) ReportDvdSpace(app, *writer, report);
-    if (const int text = StatusText(medium, disc.status, writer->UsedBytes()); text != 0)
+    if (const TextId text = StatusText(medium, disc.status, writer->UsedBytes()); text != TextId::None)
         report[Panel::Status] = app.Text(text);
     if (disc.status == DiscStatus::Unknown) report.available = Currency();
     return report;
@@ -81,11 +81,11 @@ MediumReport ReportOnDisk(const Application& app, Medium medium, const std::wstr
     MediumReport report;
     report[Panel::Type] = app.Text(MediumLabelId(medium));
     if (!app.machine.drives.Exists(root)) {
-        report[Panel::Status] = app.Text(141);
+        report[Panel::Status] = app.Text(TextId::MediumUnavailable);
         return report;
     }
     const DriveSpace space = app.machine.drives.Space(root);
-    report[Panel::Status] = app.Text(140);
+    report[Panel::Status] = app.Text(TextId::MediumReady);
     report[Panel::UsedSpace] = Amount(app, space.freeBytes);
     report[Panel::TotalSpace] = Amount(app, space.totalBytes);
     report.available = Currency::FromDouble(space.freeBytes);

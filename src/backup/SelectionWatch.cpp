@@ -2,15 +2,12 @@
 
 #include "backup/SpaceFigures.h"
 #include "platform/MessageBoxes.h"
+#include "resources/TextId.h"
 #include "shell/ErrorReport.h"
 
 #include <utility>
 
-namespace {
-
-constexpr int CapacityTitle = 146;
-
-} // namespace
+namespace {} // namespace
 
 SelectionWatch::SelectionWatch(Application& app, BackupView& view, Measure measure)
     : app_(app), view_(view), measure_(std::move(measure)) {}
@@ -24,7 +21,7 @@ void SelectionWatch::OnAddFile(const std::wstring& path) {
         if (!spaces.IsMediumFull() && !spaces.IsWorkSpaceFull()) return;
         OnShowChanges();
         if (spaces.IsMediumFull()) {
-            app_.ShowMessage(147, CapacityTitle, box::Exclamation);
+            app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
         } else {
             CheckWorkSpace();
         }
@@ -69,6 +66,6 @@ void SelectionWatch::ShowRemoval() {
 
 bool SelectionWatch::CheckWorkSpace() {
     if (!SpacesOf(app_).IsWorkSpaceFull()) return false;
-    app_.ShowMessage(166, CapacityTitle, box::Exclamation);
+    app_.ShowMessage(TextId::BackupWorkSpaceTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
     return true;
 }

@@ -2,21 +2,18 @@
 
 #include "core/NumberFormat.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 
-namespace {
-
-constexpr int UnitWord = 139;
-
-} // namespace
+namespace {} // namespace
 
 Spaces SpacesOf(const Application& app) {
     return {app.requiredSpace, app.availableSpace, app.dblEspaceDisponible};
 }
 
-std::wstring SpaceFigure(const Application& app, int captionId, double bytes) {
+std::wstring SpaceFigure(const Application& app, TextId captionId, double bytes) {
     return app.Text(captionId) + L" " +
            FormatNumber(Megabytes(bytes), MegabytePicture, app.machine.system.DecimalSeparator()) + L" " +
-           app.Text(UnitWord);
+           app.Text(TextId::BackupUnit);
 }
 
 bool FitsMedium(std::int64_t archiveSizeBytes, Currency available) {

@@ -19,7 +19,7 @@ struct Spaces {
 Spaces SpacesOf(const Application& app);
 
 /// Text `captionId`, a blank, the amount in megabytes, a blank and the unit word.
-std::wstring SpaceFigure(const Application& app, int captionId, double bytes);
+std::wstring SpaceFigure(const Application& app, TextId captionId, double bytes);
 
 /// Whether a finished archive goes on the medium; one that is exactly as large does.
 bool FitsMedium(std::int64_t archiveSizeBytes, Currency available);

@@ -3,20 +3,21 @@
 #include "platform/MessageBoxes.h"
 #include "platform/StringTable.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 
 Application::Application(const Machine& theMachine)
     : machine(theMachine), programFolder_(theMachine.system.ProgramFolder()) {}
 
-std::wstring Application::Text(int id) const {
-    return machine.strings.Load(lngLangue + id);
+std::wstring Application::Text(TextId id) const {
+    return machine.strings.Load(lngLangue + static_cast<int>(id));
 }
 
-std::int16_t Application::ShowMessage(int id, int titleId, std::uint32_t style) {
+std::int16_t Application::ShowMessage(TextId id, TextId titleId, std::uint32_t style) {
     return ShowMessage(Text(id), titleId, style);
 }
 
-std::int16_t Application::ShowMessage(const std::wstring& text, int titleId, std::uint32_t style) {
-    return machine.messageBoxes.Show(text, titleId == 0 ? std::wstring(DefaultTitle) : Text(titleId), style);
+std::int16_t Application::ShowMessage(const std::wstring& text, TextId titleId, std::uint32_t style) {
+    return machine.messageBoxes.Show(text, titleId == TextId::None ? std::wstring(DefaultTitle) : Text(titleId), style);
 }
 
 std::wstring Application::WorkFolder() const {

@@ -16,6 +16,8 @@ class StringTable;
 class System;
 class UsbDevices;
 
+enum class TextId : int;
+
 /// What the program asks of the machine. Every reference outlives the Application that borrows it.
 struct Machine {
     StringTable& strings;
@@ -68,13 +70,13 @@ class Application {
     bool isCancelRequested = false;   ///< makes progress events stop the write
     bool areFileMessagesHeld = false; ///< keeps messages from being handled between files added to an image
 
-    /// The string of number `lngLangue` + `id`.
-    std::wstring Text(int id) const;
+    /// The text in the user's language: the string of number `lngLangue` + `id`.
+    std::wstring Text(TextId id) const;
 
-    /// Shows text `id` in a modal box titled `titleId`, or "Backup" when that is 0; gives the button pressed.
-    std::int16_t ShowMessage(int id, int titleId, std::uint32_t style);
+    /// Shows text `id` in a modal box titled `titleId`, or "Backup" when that is None; gives the button pressed.
+    std::int16_t ShowMessage(TextId id, TextId titleId, std::uint32_t style);
     /// The same for a text that was put together.
-    std::int16_t ShowMessage(const std::wstring& text, int titleId, std::uint32_t style);
+    std::int16_t ShowMessage(const std::wstring& text, TextId titleId, std::uint32_t style);
 
     /// The program's own folder, without a trailing backslash unless it is a root.
     const std::wstring& ProgramFolder() const { return programFolder_; }

@@ -1,15 +1,16 @@
 #include "core/Medium.h"
+#include "resources/TextId.h"
 
-int MediumLabelId(Medium medium) {
+TextId MediumLabelId(Medium medium) {
     switch (medium) {
     case Medium::Cd:
-        return 136;
+        return TextId::CdLabel;
     case Medium::Dvd:
-        return 137;
+        return TextId::DvdLabel;
     case Medium::RemovableDisk:
-        return 138;
+        return TextId::RemovableDiskLabel;
     case Medium::ExternalDisk:
-        return 172;
+        return TextId::ExternalDiskLabel;
     }
-    return 0;
+    return TextId::None;
 }

@@ -4,6 +4,7 @@
 #include "discutil/CdSpace.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 
 #include <cmath>
 
@@ -11,28 +12,28 @@ namespace {
 
 /// What a DVD is taken to hold, below what is printed on it.
 constexpr double DvdMegabytes = 4300;
-constexpr int UnitWord = 290;
 
 std::wstring Amount(const Application& app, double megabytes) {
-    return FormatNumber(megabytes, MegabytePicture, app.machine.system.DecimalSeparator()) + L" " + app.Text(UnitWord);
+    return FormatNumber(megabytes, MegabytePicture, app.machine.system.DecimalSeparator()) + L" " +
+           app.Text(TextId::DiscUnit);
 }
 
 void ApplyStatus(const Application& app, DiscStatus status, DiscInformation& information) {
     // A point in both languages, unlike the figures that are measured.
-    const std::wstring nothing = L"0.000 " + app.Text(UnitWord);
+    const std::wstring nothing = L"0.000 " + app.Text(TextId::DiscUnit);
     switch (status) {
     case DiscStatus::Blank:
-        information.status = app.Text(277);
+        information.status = app.Text(TextId::DiscBlank);
         information.used = nothing;
         break;
     case DiscStatus::Open:
-        information.status = app.Text(278);
+        information.status = app.Text(TextId::DiscOpen);
         break;
     case DiscStatus::Closed:
-        information.status = app.Text(279);
+        information.status = app.Text(TextId::DiscClosed);
         break;
     case DiscStatus::Unknown:
-        information.status = app.Text(276);
+        information.status = app.Text(TextId::DiscUnknown);
         information.used = nothing;
         information.estimate = nothing;
         break;
@@ -59,11 +60,11 @@ void ReadInformationOnDisk(const Application& app, Medium medium, const std::wst
     information.type = app.Text(MediumLabelId(medium));
     information.estimate = requiredText;
     if (!app.machine.drives.Exists(root)) {
-        information.status = app.Text(141);
+        information.status = app.Text(TextId::MediumUnavailable);
         information.used = L"";
         return;
     }
-    information.status = app.Text(140);
+    information.status = app.Text(TextId::MediumReady);
     const DriveSpace space = app.machine.drives.Space(root);
     information.used = std::to_wstring(std::llrint(Megabytes(space.totalBytes - space.freeBytes)));
 }

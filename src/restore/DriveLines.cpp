@@ -2,16 +2,11 @@
 
 #include "archive/modGestionRestaure.h"
 #include "platform/Drives.h"
+#include "resources/TextId.h"
 #include "shell/modObtenirUSB.h"
 
 namespace {
 
-constexpr int CdRomText = 156;
-constexpr int CdWriterText = 136;
-constexpr int RemovableText = 138;
-constexpr int ExternalText = 172;
-constexpr int NoDiscText = 157;
-constexpr int NoDiscInWriterText = 820;
 constexpr const wchar_t* NoDriveLine = L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur";
 
 std::optional<RestoreDrive> KindOf(Application& app, const std::wstring& root) {
@@ -28,17 +23,17 @@ std::optional<RestoreDrive> KindOf(Application& app, const std::wstring& root) {
     }
 }
 
-int MediumTextOf(const DriveFacts& drive) {
+TextId MediumTextOf(const DriveFacts& drive) {
     switch (drive.kind) {
     case RestoreDrive::Removable:
-        return RemovableText;
+        return TextId::RemovableDiskLabel;
     case RestoreDrive::External:
-        return ExternalText;
+        return TextId::ExternalDiskLabel;
     case RestoreDrive::CdRom:
         break;
     }
-    if (!drive.label) return drive.doesVolumeOpen ? NoDiscText : NoDiscInWriterText;
-    return drive.doesVolumeOpen ? CdRomText : CdWriterText;
+    if (!drive.label) return drive.doesVolumeOpen ? TextId::NoDiscOrBlank : TextId::NoCdOrBlank;
+    return drive.doesVolumeOpen ? TextId::CdRomDrive : TextId::CdLabel;
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "core/UserProfileMarker.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 #include "selection/clsFileInfo.h"
 
 #include <optional>
@@ -15,10 +16,6 @@ constexpr std::int32_t ReadOnlyAttribute = 1;
 constexpr std::int32_t HiddenAttribute = 2;
 constexpr std::int32_t SystemAttribute = 4;
 constexpr std::int32_t DirectoryAttribute = 16;
-
-constexpr int FolderText = 818;
-constexpr int DirectoryText = 822;
-constexpr int FileText = 823;
 
 std::optional<std::int16_t> ToInteger(const std::wstring& text, const std::wstring& decimalSeparator) {
     try {
@@ -42,8 +39,8 @@ std::wstring KindLabel(const Application& app, const std::wstring& kind) {
     const auto integer = ToInteger(kind, app.machine.system.DecimalSeparator());
     if (!integer) return {};
     const std::int16_t attributes = *integer;
-    if (attributes == KindFolder) return app.Text(FolderText);
-    std::wstring label = app.Text((attributes & DirectoryAttribute) != 0 ? DirectoryText : FileText);
+    if (attributes == KindFolder) return app.Text(TextId::FolderMark);
+    std::wstring label = app.Text((attributes & DirectoryAttribute) != 0 ? TextId::FolderKind : TextId::FileKind);
     std::wstring letters;
     RemplirAttrib(attributes, letters);
     return letters.empty() ? label : label + L" " + letters;

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
+#include "resources/TextId.h"
 #include "selection/ItemSpace.h"
 #include "selection/PathRules.h"
 #include "shell/ErrorReport.h"
@@ -13,9 +14,6 @@
 #include <utility>
 
 namespace {
-
-constexpr int RootRefusedText = 257;
-constexpr int RootRefusedTitle = 258;
 
 bool IsFolderPattern(const std::wstring& path) {
     return path.find(L'*') != std::wstring::npos && path.find(L'.') == std::wstring::npos;
@@ -140,7 +138,7 @@ std::wstring SelectionList::AddFolder(const std::wstring& path) {
     std::wstring parent;
     Change(L"cmdAjouterRep_Click, module frmBackupCD", [&] {
         if (IsDiskRoot(path)) {
-            app_.ShowMessage(RootRefusedText, RootRefusedTitle, box::Exclamation);
+            app_.ShowMessage(TextId::RootRefused, TextId::RootRefusedTitle, box::Exclamation);
             return;
         }
         AjouterFichRep(path, 0, true);
@@ -155,7 +153,7 @@ void SelectionList::AddDropped(const std::vector<std::wstring>& paths) {
             if (IsDiskRoot(path)) {
                 ShowChanges();
                 // The button refuses a root with the exclamation icon; the two differ on purpose.
-                app_.ShowMessage(RootRefusedText, RootRefusedTitle, box::Information);
+                app_.ShowMessage(TextId::RootRefused, TextId::RootRefusedTitle, box::Information);
                 return;
             }
             AjouterFichRep(path, 0, true);

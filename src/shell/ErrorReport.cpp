@@ -4,15 +4,17 @@
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "resources/TextId.h"
 
 #include <new>
 
 void ReportError(Application& app, const std::wstring& procedure, std::int32_t number, const std::wstring& description,
                  std::int16_t line) {
-    const std::wstring message = app.Text(1) + std::to_wstring(number) + L" (" + description + L")" + app.Text(2) +
-                                 procedure + app.Text(3) + std::to_wstring(line) + L"\r\n\r\n" + app.Text(4);
+    const std::wstring message = app.Text(TextId::ReportNumber) + std::to_wstring(number) + L" (" + description + L")" +
+                                 app.Text(TextId::ReportProcedure) + procedure + app.Text(TextId::ReportLine) +
+                                 std::to_wstring(line) + L"\r\n\r\n" + app.Text(TextId::ReportSupport);
     app.machine.eventLog.WriteError(message);
-    app.machine.messageBoxes.Show(message, app.Text(5), box::Critical);
+    app.machine.messageBoxes.Show(message, app.Text(TextId::ReportTitle), box::Critical);
 }
 
 void ReportCurrentException(Application& app, const std::wstring& procedure) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Medium.h"
+#include "resources/TextId.h"
 
 #include <array>
 #include <optional>
@@ -13,9 +14,9 @@ struct MediumOffer {
     std::vector<std::wstring> roots; ///< drive roots such as "E:\", the first one selected; none for discs
 
     /// The text "Oui" / "Yes" or "Non" / "No".
-    int LabelId() const { return isEnabled ? 124 : 125; }
-    /// The text that says why a disc writer is not offered; 0 for none.
-    int ToolTipId() const { return isEnabled ? 0 : 117; }
+    TextId LabelId() const { return isEnabled ? TextId::Yes : TextId::No; }
+    /// The text that says why a disc writer is not offered; None when it is.
+    TextId ToolTipId() const { return isEnabled ? TextId::None : TextId::NoWriterConfigured; }
 };
 
 /// The first medium, by code, that is offered; nothing when none is.

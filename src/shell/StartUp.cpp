@@ -4,6 +4,7 @@
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 #include "shell/UserProfile.h"
 
 std::wstring ParentFolder(const std::wstring& folder) {
@@ -22,7 +23,7 @@ void ReadUser(Application& app) {
 }
 
 std::wstring MainWindowTitle(const Application& app) {
-    return app.Text(101) + L" - Version " + VersionText();
+    return app.Text(TextId::ProgramTitle) + L" - Version " + VersionText();
 }
 
 void OpenHelp(const Application& app) {

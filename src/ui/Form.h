@@ -14,12 +14,6 @@
 
 namespace ui {
 
-/// A control and the number of the text that it shows.
-struct Caption {
-    int controlId;
-    int textId;
-};
-
 /// A window made from a dialog template. It is loaded by `Create` or `ShowModal` and may be loaded again once it has
 /// been unloaded. Everything runs on the user-interface thread; nothing thrown by a handler leaves the window
 /// procedure.

@@ -48,7 +48,7 @@ def kind_of(path):
 MAY_INCLUDE = {
     "main": {"main", "form", "logic", "ui", "platform", "windows", "resources", "system"},
     "form": {"form", "logic", "ui", "platform", "resources"},
-    "logic": {"logic", "platform"},
+    "logic": {"logic", "platform", "resources"},
     "ui": {"ui", "system", "resources"},
     "platform": {"platform"},
     "windows": {"windows", "platform", "system"},

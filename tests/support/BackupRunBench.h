@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/BackupRun.h"
+#include "resources/TextId.h"
 #include "support/FakeBackupView.h"
 #include "support/FakeMachine.h"
 
@@ -71,7 +72,7 @@ class BackupRunTest : public testing::Test {
     static DiscFamily Family(Medium medium) { return medium == Medium::Cd ? DiscFamily::Cd : DiscFamily::Dvd; }
     FakeDiscWriter& Writer() { return *machine.discWriters.Latest(Family(state.miTypeMedia)); }
     FakeDiscRecord& Record() { return machine.discWriters.Record(Family(state.miTypeMedia)); }
-    std::wstring Text(int id) const { return machine.app.Text(id); }
+    std::wstring Text(TextId id) const { return machine.app.Text(id); }
     void ExpectBox(std::size_t at, const std::wstring& text, const std::wstring& title, std::uint32_t style) {
         ASSERT_LT(at, machine.messageBoxes.shown.size());
         EXPECT_EQ(machine.messageBoxes.shown[at].text, text);

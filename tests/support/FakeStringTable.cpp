@@ -4,7 +4,7 @@
 
 const std::vector<FakeStringTable::Row>& FakeStringTable::Rows() {
     static const std::vector<Row> rows = {
-#define STRING(id, french, english) {id, L##french, L##english},
+#define STRING(name, id, french, english) {id, L##french, L##english},
 #include "resources/Strings.def"
 #undef STRING
     };

@@ -1,3 +1,4 @@
+#include "resources/TextId.h"
 #include "support/BackupRunBench.h"
 
 #include <algorithm>
@@ -17,7 +18,8 @@ TEST_F(BackupRunTest, ADiscGetsItsOptionsAndBothFilesThenTheWriteStarts) {
                                             L"AddFile C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP", L"StartWrite"));
     EXPECT_EQ(Record().label, L"14 mars, 2026");
     EXPECT_EQ(Record().speed, 4);
-    EXPECT_THAT(view.runStatuses, ElementsAre(Text(142), L"Construction de la liste des fichiers.", Text(142)));
+    EXPECT_THAT(view.runStatuses, ElementsAre(Text(TextId::BuildingList), L"Construction de la liste des fichiers.",
+                                              Text(TextId::BuildingList)));
     EXPECT_TRUE(state.isOperationInProgress);
     EXPECT_EQ(Modes().back(), L"busy");
     EXPECT_EQ(machine.messageLoop.pointers.back(), Pointer::Default);
@@ -70,7 +72,7 @@ TEST_F(BackupRunTest, ACdOfAnotherKindOrNotWritableIsOfUnknownFormat) {
         disc.isWritable = kind != MediaKind::CdR;
         machine.messageBoxes.shown.clear();
         EXPECT_FALSE(discs.IsDiscAccepted());
-        ExpectOnlyBox(Text(267), L"Backup", box::Ok);
+        ExpectOnlyBox(Text(TextId::UnknownDiscFormat), L"Backup", box::Ok);
     }
     disc = BlankDisc(MediaKind::CdRw, 700 * Megabyte);
     EXPECT_TRUE(discs.IsDiscAccepted());
@@ -125,7 +127,9 @@ TEST_F(BackupRunTest, ProgressIsShownByOperationCode) {
     EXPECT_EQ(view.total.Value(), 60);
     Writer().RaiseProgress(DiscOperation::Writing, 99, WritingStage::ClosingTrack);
     EXPECT_EQ(view.total.Value(), 99);
-    EXPECT_THAT(view.writerStatuses, ElementsAre(Text(709), Text(269), Text(283), Text(284), Text(285)));
+    EXPECT_THAT(view.writerStatuses,
+                ElementsAre(Text(TextId::DiscErasing), Text(TextId::StagePreparation), Text(TextId::StageBuffer),
+                            Text(TextId::StageTrack), Text(TextId::StageTrackEnd)));
     EXPECT_THAT(Record().calls, testing::Not(testing::Contains(L"Abort")));
 }
 
@@ -145,7 +149,7 @@ TEST_F(BackupRunTest, AFinishedDiscEndsTheProgramAndDeletesTheTransferList) {
     UseCd();
     run.Launch();
     Writer().PlayToEnd();
-    ExpectOnlyBox(Text(263), Text(264), box::Exclamation);
+    ExpectOnlyBox(Text(TextId::BackupDone), Text(TextId::BackupDoneTitle), box::Exclamation);
     EXPECT_FALSE(machine.files.FileExists(transferList));
     EXPECT_TRUE(view.hasEnded);
     EXPECT_EQ(view.calls.back(), L"end");
@@ -277,7 +281,7 @@ TEST_F(BackupRunTest, ADiscOfUnknownStatusIsNotErased) {
     disc.status = DiscStatus::Unknown;
     UseDisc(Medium::Cd, disc);
     discs.EffacerDisque();
-    ExpectOnlyBox(Text(259), Text(260), box::Exclamation);
+    ExpectOnlyBox(Text(TextId::DiscNotErasable), Text(TextId::DiscNotErasableTitle), box::Exclamation);
     EXPECT_THAT(view.calls, IsEmpty());
 }
 

@@ -1,3 +1,4 @@
+#include "resources/TextId.h"
 #include "support/BackupRunBench.h"
 
 namespace {
@@ -10,10 +11,10 @@ TEST_F(BackupRunTest, ADiskGetsListArchiveAndCopyInThisOrder) {
     UseDisk(Medium::RemovableDisk);
     run.Launch();
     EXPECT_THAT(steps.calls, ElementsAre(L"archiver?", L"password", L"list", L"archive", L"copy E:\\"));
-    EXPECT_THAT(view.runStatuses, ElementsAre(Text(142), Text(143)));
+    EXPECT_THAT(view.runStatuses, ElementsAre(Text(TextId::BuildingList), Text(TextId::CopyingFiles)));
     EXPECT_THAT(Modes(), ElementsAre(L"busy", L"idle", L"busy", L"end"));
     EXPECT_EQ(view.total.Value(), 100);
-    ExpectOnlyBox(Text(263), Text(264), box::Exclamation);
+    ExpectOnlyBox(Text(TextId::BackupDone), Text(TextId::BackupDoneTitle), box::Exclamation);
     EXPECT_FALSE(state.isOperationInProgress);
 }
 
@@ -79,7 +80,7 @@ TEST_F(BackupRunTest, AnArchiveLargerThanTheMediumIsNotCopied) {
     UseDisk(Medium::RemovableDisk);
     machine.app.archiveSizeBytes = 1000001;
     run.Launch();
-    ExpectOnlyBox(Text(147), Text(146), box::Exclamation);
+    ExpectOnlyBox(Text(TextId::MediumTooSmall), Text(TextId::CapacityReachedTitle), box::Exclamation);
     EXPECT_THAT(steps.calls, ElementsAre(L"archiver?", L"password", L"list", L"archive"));
     EXPECT_EQ(Modes().back(), L"idle");
     EXPECT_FALSE(state.isOperationInProgress);
@@ -106,7 +107,7 @@ TEST_F(BackupRunTest, AnArchiveThatFailedIsNotCopiedAndSaidToHaveFailed) {
     steps.archives = false;
     run.Launch();
     EXPECT_THAT(steps.calls, ElementsAre(L"archiver?", L"password", L"list", L"archive"));
-    ExpectOnlyBox(Text(418), L"Error", box::Critical);
+    ExpectOnlyBox(Text(TextId::BackupFailed), L"Error", box::Critical);
     EXPECT_FALSE(view.hasEnded);
     EXPECT_EQ(Modes().back(), L"idle");
 }
@@ -157,7 +158,7 @@ TEST_F(BackupRunTest, StoppingTheArchiveOfADiskEndsInTheFailureMessageWithoutACo
     };
     run.Launch();
     EXPECT_EQ(steps.calls.back(), L"archive");
-    ExpectOnlyBox(Text(418), L"Error", box::Critical);
+    ExpectOnlyBox(Text(TextId::BackupFailed), L"Error", box::Critical);
 }
 
 TEST_F(BackupRunTest, AStopPressedDuringTheLastItemIsStillAStop) {
@@ -171,7 +172,7 @@ TEST_F(BackupRunTest, AStopPressedDuringTheLastItemIsStillAStop) {
     };
     run.Launch();
     EXPECT_EQ(steps.calls.back(), L"archive");
-    ExpectOnlyBox(Text(418), L"Error", box::Critical);
+    ExpectOnlyBox(Text(TextId::BackupFailed), L"Error", box::Critical);
 }
 
 TEST_F(BackupRunTest, AStopWhileTheArchiveIsBuiltStartsNoDisc) {

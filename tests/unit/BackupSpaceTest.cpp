@@ -2,6 +2,7 @@
 #include "backup/SelectionWatch.h"
 #include "backup/SpaceFigures.h"
 #include "backup/StartCondition.h"
+#include "resources/TextId.h"
 #include "support/FakeBackupView.h"
 #include "support/FakeMachine.h"
 
@@ -94,10 +95,11 @@ TEST(StartButton, AFigureBelowZeroStartsUsbMediaOnly) {
 
 TEST(SpaceFigure, IsCaptionMegabytesAndUnit) {
     FakeMachine machine;
-    EXPECT_EQ(SpaceFigure(machine.app, 130, 1234.5 * 1048576), L"Espace requis pour sauvegarde :  1 234,500 Megs");
+    EXPECT_EQ(SpaceFigure(machine.app, TextId::RequiredSpace, 1234.5 * 1048576),
+              L"Espace requis pour sauvegarde :  1 234,500 Megs");
     machine.app.lngLangue = 10000;
     machine.system.decimalSeparator = L".";
-    EXPECT_EQ(SpaceFigure(machine.app, 131, 0), L"Available space on medium :   0.000 Mo");
+    EXPECT_EQ(SpaceFigure(machine.app, TextId::AvailableSpace, 0), L"Available space on medium :   0.000 Mo");
 }
 
 TEST(FitCheck, AnArchiveExactlyAsLargeAsTheAvailableSpacePasses) {
@@ -132,7 +134,7 @@ class SelectionWatchTest : public testing::Test {
     std::vector<std::wstring> Messages() const {
         std::vector<std::wstring> texts;
         for (const auto& shown : machine.messageBoxes.shown) {
-            EXPECT_EQ(shown.title, machine.app.Text(146));
+            EXPECT_EQ(shown.title, machine.app.Text(TextId::CapacityReachedTitle));
             EXPECT_EQ(shown.style, box::Exclamation);
             texts.push_back(shown.text);
         }
@@ -189,13 +191,13 @@ TEST_F(SelectionWatchTest, ReachingTheAvailableSpaceShowsMessage147OnceAndNoWork
     machine.app.dblEspaceDisponible = 50;
     machine.app.availableSpace = Bytes(105);
     watch.OnAddFile(L"a");
-    EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(147)));
+    EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(TextId::MediumTooSmall)));
 }
 
 TEST_F(SelectionWatchTest, ReachingTheWorkSpaceOnAnAddShowsMessage166) {
     machine.app.dblEspaceDisponible = 105;
     watch.OnAddFile(L"a");
-    EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(166)));
+    EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(TextId::BackupWorkSpaceTooSmall)));
     EXPECT_FALSE(view.isWorkSpaceMarked);
     EXPECT_FALSE(CanStartBackup(Medium::RemovableDisk, {}, SpacesOf(machine.app)));
 }
@@ -204,7 +206,7 @@ TEST_F(SelectionWatchTest, ARemovalThatStillReachesTheWorkSpaceMarksItRed) {
     machine.app.requiredSpace = Bytes(500);
     machine.app.dblEspaceDisponible = 395;
     watch.OnRemoveFile(L"a");
-    EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(166)));
+    EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(TextId::BackupWorkSpaceTooSmall)));
     EXPECT_TRUE(view.isWorkSpaceMarked);
     watch.OnRemoveFile(L"b");
     EXPECT_FALSE(view.isWorkSpaceMarked);

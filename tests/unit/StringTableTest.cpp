@@ -12,6 +12,11 @@ namespace {
 
 using Row = FakeStringTable::Row;
 
+// Texts that users and the support desk know by number; those that came later start at the next thousand.
+constexpr int LastSettledId = 923;
+constexpr int FirstNewId = 1001;
+constexpr int EnglishOffset = 10000;
+
 std::multiset<std::wstring> Placeholders(const std::wstring& text) {
     std::multiset<std::wstring> found;
     for (std::size_t at = text.find(L'%'); at != std::wstring::npos; at = text.find(L'%', at + 1)) {
@@ -62,7 +67,7 @@ TEST(StringTable, IdsAreSortedUniqueAndInRange) {
     int previous = 0;
     for (const Row& row : FakeStringTable::Rows()) {
         EXPECT_GT(row.id, previous);
-        EXPECT_LE(row.id, 923);
+        EXPECT_TRUE(row.id <= LastSettledId || (row.id >= FirstNewId && row.id < EnglishOffset)) << row.id;
         previous = row.id;
     }
 }

@@ -1,3 +1,4 @@
+#include "resources/TextId.h"
 #include "shell/DiskDetection.h"
 #include "shell/modObtenirUSB.h"
 
@@ -195,14 +196,14 @@ TEST_F(UsbDetection, MachineWithoutRemovableDrivesOffersNone) {
     const MediumOffer offer = DetectRemovableDisks(app);
     EXPECT_FALSE(offer.isEnabled);
     EXPECT_TRUE(offer.roots.empty());
-    EXPECT_EQ(offer.LabelId(), 125);
+    EXPECT_EQ(offer.LabelId(), TextId::No);
 }
 
 TEST_F(UsbDetection, ThreeRemovableDisksAreAllOfferedInOrder) {
     for (const wchar_t* root : {L"A:\\", L"G:\\", L"E:\\", L"F:\\"}) machine.drives.Add(root, DriveType::Removable);
     const MediumOffer offer = DetectRemovableDisks(app);
     EXPECT_EQ(offer.roots, (Roots{L"G:\\", L"E:\\", L"F:\\"}));
-    EXPECT_EQ(offer.LabelId(), 124);
+    EXPECT_EQ(offer.LabelId(), TextId::Yes);
 }
 
 TEST_F(UsbDetection, ScanOfAnEmptyListIsOneEmptyElement) {

@@ -1,4 +1,5 @@
 #include "shell/WriterDetection.h"
+#include "resources/TextId.h"
 
 #include "support/FakeMachine.h"
 
@@ -33,16 +34,16 @@ TEST_F(WriterDetection, WakesEveryDriveFromAToZOnceInOrder) {
 TEST_F(WriterDetection, OneWriterIsEnough) {
     const MediumOffer offer = WriterProbe(app, DiscFamily::Cd).Offer();
     EXPECT_TRUE(offer.isEnabled);
-    EXPECT_EQ(offer.LabelId(), 124);
-    EXPECT_EQ(offer.ToolTipId(), 0);
+    EXPECT_EQ(offer.LabelId(), TextId::Yes);
+    EXPECT_EQ(offer.ToolTipId(), TextId::None);
 }
 
 TEST_F(WriterDetection, WithoutAWriterNothingIsOfferedAndTheToolTipSaysWhy) {
     machine.discWriters.cdDrives.clear();
     const MediumOffer offer = WriterProbe(app, DiscFamily::Cd).Offer();
     EXPECT_FALSE(offer.isEnabled);
-    EXPECT_EQ(offer.LabelId(), 125);
-    EXPECT_EQ(offer.ToolTipId(), 117);
+    EXPECT_EQ(offer.LabelId(), TextId::No);
+    EXPECT_EQ(offer.ToolTipId(), TextId::NoWriterConfigured);
 }
 
 TEST_F(WriterDetection, ClearsTheErrorFlagFirst) {

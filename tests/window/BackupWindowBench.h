@@ -2,6 +2,7 @@
 
 #include "FormDriver.h"
 #include "backup/forms/frmBackup.h"
+#include "resources/TextId.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
@@ -95,7 +96,7 @@ class BackupWindowTest : public testing::Test, protected FormDriver {
         ListViewDriver(HostedAt(IDC_lvFichRep)).Drop({L"C:\\Data\\a.txt", L"C:\\Data\\b.txt"});
         ui::RunPendingMessages();
     }
-    std::wstring Resource(int id) const { return machine.app.Text(id); }
+    std::wstring Resource(TextId id) const { return machine.app.Text(id); }
     void ExpectBox(std::size_t at, const std::wstring& text, const std::wstring& title, std::uint32_t style) {
         ASSERT_LT(at, machine.messageBoxes.shown.size());
         EXPECT_EQ(machine.messageBoxes.shown[at].text, text);

@@ -1,4 +1,5 @@
 #include "BackupWindowBench.h"
+#include "resources/TextId.h"
 
 namespace {
 
@@ -69,8 +70,10 @@ TEST_F(BackupWindowTest, AChoiceWithoutAWriterIsReportedUnderTheLabelsThatUsersQ
     Choose(IDC_cmbGraveur, -1);
     Choose(IDC_cmbSpeed, -1);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
-    EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L" cmbGraveur_Click, module frmBackup" + Resource(3)));
-    EXPECT_THAT(machine.messageBoxes.shown[1].text, HasSubstr(L" cmbSpeed_Click, module frmBackupCD" + Resource(3)));
+    EXPECT_THAT(machine.messageBoxes.shown[0].text,
+                HasSubstr(L" cmbGraveur_Click, module frmBackup" + Resource(TextId::ReportLine)));
+    EXPECT_THAT(machine.messageBoxes.shown[1].text,
+                HasSubstr(L" cmbSpeed_Click, module frmBackupCD" + Resource(TextId::ReportLine)));
 }
 
 TEST_F(BackupWindowTest, RemovableDisksAreListedWithTheirLabelAndTheOneChosenIsSelected) {

@@ -1,4 +1,5 @@
 #include "BackupWindowBench.h"
+#include "resources/TextId.h"
 
 namespace {
 
@@ -11,7 +12,7 @@ TEST_F(BackupWindowTest, ABackupToARemovableDiskEndsTheProgram) {
     machine.files.AddFolder(L"E:");
     AddItems();
     Click(IDC_cmdLancer);
-    ExpectOnlyBox(Resource(263), Resource(264), box::Exclamation);
+    ExpectOnlyBox(Resource(TextId::BackupDone), Resource(TextId::BackupDoneTitle), box::Exclamation);
     EXPECT_TRUE(machine.files.FileExists(L"E:\\OKRBACKUP.ZIP"));
     EXPECT_TRUE(machine.files.FileExists(L"E:\\_listFich.lst"));
     EXPECT_THAT(mainWindow.fullExits, ElementsAre(true));
@@ -34,7 +35,7 @@ TEST_F(BackupWindowTest, WhileTheArchiveIsBuiltOnlyStopCanBePressed) {
             EXPECT_FALSE(IsEnabled(id)) << id;
         EXPECT_FALSE(IsVisible(IDC_cmdLancer));
         EXPECT_FALSE(IsWindowEnabled(HostedAt(IDC_cmdAjouterRep)));
-        EXPECT_EQ(Text(IDC_lblStatutGravure), Resource(142));
+        EXPECT_EQ(Text(IDC_lblStatutGravure), Resource(TextId::BuildingList));
         Close();
         for (const int id : {IDC_cmdPrecedent, IDC_cmdQuitter})
             SendMessageW(form->Handle(), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(At(id)));
@@ -66,7 +67,7 @@ TEST_F(BackupWindowTest, StoppingTheOnlyItemLeavesTheMediumUntouched) {
     };
     Click(IDC_cmdLancer);
     EXPECT_EQ(machine.processes.commandLines.size(), 2u);
-    ExpectOnlyBox(Resource(418), L"Error", box::Critical);
+    ExpectOnlyBox(Resource(TextId::BackupFailed), L"Error", box::Critical);
     EXPECT_EQ(machine.files.Read(L"E:\\OKRBACKUP.ZIP"), "old");
     EXPECT_TRUE(form->IsLoaded());
 }
@@ -99,7 +100,7 @@ TEST_F(BackupWindowTest, StoppingBetweenTwoItemsLeavesTheMediumUntouched) {
     whileArchiving = [this] { PostMessageW(At(IDC_cmdStopWrite), BM_CLICK, 0, 0); };
     Click(IDC_cmdLancer);
     EXPECT_EQ(machine.processes.commandLines.size(), 2u);
-    ExpectOnlyBox(Resource(418), L"Error", box::Critical);
+    ExpectOnlyBox(Resource(TextId::BackupFailed), L"Error", box::Critical);
     EXPECT_EQ(machine.files.Read(L"E:\\OKRBACKUP.ZIP"), "old");
     EXPECT_TRUE(form->IsLoaded());
     EXPECT_TRUE(IsVisible(IDC_fParametres));
@@ -136,7 +137,7 @@ TEST_F(BackupWindowTest, AnArchiveThatDoesNotFitIsSaid) {
     AddItems();
     archiveSizeBytes = 1000000001;
     Click(IDC_cmdLancer);
-    ExpectOnlyBox(Resource(147), Resource(146), box::Exclamation);
+    ExpectOnlyBox(Resource(TextId::MediumTooSmall), Resource(TextId::CapacityReachedTitle), box::Exclamation);
     EXPECT_TRUE(form->IsLoaded());
     EXPECT_TRUE(IsVisible(IDC_fParametres));
 }
@@ -166,7 +167,7 @@ TEST_F(BackupWindowTest, ADiscIsWrittenUnderItsEventsAndEndsTheProgram) {
     EXPECT_EQ(Text(IDC_lblStatutGraveur), L"Ecriture de piste...");
     EXPECT_EQ(Progress(IDC_pbProgressTotal), 42);
     Cd().PlayToEnd();
-    ExpectOnlyBox(Resource(263), Resource(264), box::Exclamation);
+    ExpectOnlyBox(Resource(TextId::BackupDone), Resource(TextId::BackupDoneTitle), box::Exclamation);
     EXPECT_FALSE(form->IsLoaded());
     EXPECT_THAT(mainWindow.fullExits, ElementsAre(true));
     EXPECT_EQ(CdRecord().shutDown, 1);

@@ -2,6 +2,7 @@
 #include "CaptionFit.h"
 #include "Footprint.h"
 #include "KeyboardReach.h"
+#include "resources/TextId.h"
 
 #include <map>
 #include <string>
@@ -13,10 +14,18 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-const std::map<int, int> CaptionIds = {
-    {IDC_lblVitesse, 222},       {IDC_lblNomVolume, 223},     {IDC_cmdInfoDisque, 204}, {IDC_cmdEffacerDisque, 205},
-    {IDC_cmdPrecedent, 132},     {IDC_cmdQuitter, 102},       {IDC_cmdLancer, 133},     {IDC_fProgression, 209},
-    {IDC_lblStatutGravure, 134}, {IDC_lblStatutGraveur, 219}, {IDC_cmdStopWrite, 135},  {IDC_fParametres, 136}};
+const std::map<int, TextId> CaptionIds = {{IDC_lblVitesse, TextId::WriteSpeedCaption},
+                                          {IDC_lblNomVolume, TextId::DiscTitleCaption},
+                                          {IDC_cmdInfoDisque, TextId::DiscInformationCaption},
+                                          {IDC_cmdEffacerDisque, TextId::EraseDiscCaption},
+                                          {IDC_cmdPrecedent, TextId::BackCaption},
+                                          {IDC_cmdQuitter, TextId::QuitCaption},
+                                          {IDC_cmdLancer, TextId::StartBackupCaption},
+                                          {IDC_fProgression, TextId::ProgressFrame},
+                                          {IDC_lblStatutGravure, TextId::WritingCaption},
+                                          {IDC_lblStatutGraveur, TextId::DiscTotalCaption},
+                                          {IDC_cmdStopWrite, TextId::StopCaption},
+                                          {IDC_fParametres, TextId::CdLabel}};
 
 TEST_F(BackupWindowTest, EveryCaptionComesFromTheTableInBothLanguages) {
     OpenCd();
@@ -88,12 +97,12 @@ TEST_F(BackupWindowTest, TheWindowIsSetUpOnItsFirstActivationOnly) {
 TEST_F(BackupWindowTest, RequiredSpaceThatReachesTheWorkSpaceIsSaidAtEachActivation) {
     machine.app.dblEspaceDisponible = 0;
     OpenRemovable();
-    ExpectOnlyBox(Resource(166), L"Capacité maximale atteinte", box::Exclamation);
+    ExpectOnlyBox(Resource(TextId::BackupWorkSpaceTooSmall), L"Capacité maximale atteinte", box::Exclamation);
     form->Show();
     EXPECT_EQ(machine.messageBoxes.shown.size(), 2u);
     SpeakEnglish();
     form->Show();
-    ExpectBox(2, Resource(166), L"Maximum capacity reached", box::Exclamation);
+    ExpectBox(2, Resource(TextId::BackupWorkSpaceTooSmall), L"Maximum capacity reached", box::Exclamation);
 }
 
 TEST_F(BackupWindowTest, SelectingItemsMovesTheFigureAndTheStartButton) {
@@ -115,7 +124,7 @@ TEST_F(BackupWindowTest, RequiredSpaceThatReachesTheMediumTurnsRed) {
     Open(Medium::RemovableDisk, L"E:\\");
     AddItems();
     EXPECT_EQ(ColorOf(IDC_lblEspaceRequis), 255u);
-    ExpectOnlyBox(Resource(147), L"Capacité maximale atteinte", box::Exclamation);
+    ExpectOnlyBox(Resource(TextId::MediumTooSmall), L"Capacité maximale atteinte", box::Exclamation);
     EXPECT_FALSE(IsEnabled(IDC_cmdLancer));
 }
 
@@ -125,7 +134,7 @@ TEST_F(BackupWindowTest, WorkSpaceThatIsReachedTurnsRedOnARemoval) {
     machine.app.dblEspaceDisponible = 1000;
     SendMessageW(HostedAt(IDC_cmdEffacerFichierListe), BM_CLICK, 0, 0);
     EXPECT_EQ(ColorOf(IDC_lblEspaceTravail), 255u);
-    ExpectOnlyBox(Resource(166), L"Capacité maximale atteinte", box::Exclamation);
+    ExpectOnlyBox(Resource(TextId::BackupWorkSpaceTooSmall), L"Capacité maximale atteinte", box::Exclamation);
     SendMessageW(HostedAt(IDC_cmdEffacerTouteListe), BM_CLICK, 0, 0);
     EXPECT_EQ(ColorOf(IDC_lblEspaceTravail), 0u);
 }

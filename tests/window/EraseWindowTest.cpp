@@ -4,6 +4,7 @@
 #include "backup/DriveEntries.h"
 #include "discutil/DiscHost.h"
 #include "discutil/forms/frmEffacerCDRW.h"
+#include "resources/TextId.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 
@@ -91,7 +92,7 @@ class EraseWindowTest : public testing::Test, protected FormDriver {
         return machine.discWriters.Record(host.medium == Medium::Dvd ? DiscFamily::Dvd : DiscFamily::Cd).calls;
     }
     HWND Window() const override { return form.Handle(); }
-    void ExpectBox(std::size_t at, int text, int title, std::uint32_t style) {
+    void ExpectBox(std::size_t at, TextId text, TextId title, std::uint32_t style) {
         ASSERT_LT(at, machine.messageBoxes.shown.size());
         EXPECT_EQ(machine.messageBoxes.shown[at].text, machine.app.Text(text));
         EXPECT_EQ(machine.messageBoxes.shown[at].title, machine.app.Text(title));
@@ -108,11 +109,11 @@ TEST_F(EraseWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
     for (const int language : {0, 10000}) {
         machine.app.lngLangue = language;
         Open();
-        EXPECT_EQ(form.Title(), machine.app.Text(701));
-        EXPECT_EQ(Text(IDC_cmdFermer), machine.app.Text(407));
-        EXPECT_EQ(Text(IDC_cmdEffacerCD), machine.app.Text(703));
-        EXPECT_EQ(Text(IDC_optEffacementComplet), machine.app.Text(704));
-        EXPECT_EQ(Text(IDC_optEffacementRapide), machine.app.Text(705));
+        EXPECT_EQ(form.Title(), machine.app.Text(TextId::EraseTitle));
+        EXPECT_EQ(Text(IDC_cmdFermer), machine.app.Text(TextId::CloseCaption));
+        EXPECT_EQ(Text(IDC_cmdEffacerCD), machine.app.Text(TextId::EraseCaption));
+        EXPECT_EQ(Text(IDC_optEffacementComplet), machine.app.Text(TextId::FullEraseChoice));
+        EXPECT_EQ(Text(IDC_optEffacementRapide), machine.app.Text(TextId::QuickEraseChoice));
         EXPECT_THAT(ClippedCaptions(form.Handle()), IsEmpty());
         EXPECT_THAT(OverlappingControls(form.Handle()), IsEmpty());
         EXPECT_THAT(UnreachableControls(form.Handle()), IsEmpty());
@@ -133,7 +134,7 @@ TEST_F(EraseWindowTest, AQuickEraseAsksNoQuestionAndEndsTheWindow) {
     Click(IDC_cmdEffacerCD);
     EXPECT_THAT(Calls(), ElementsAre(L"Erase quick"));
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    ExpectBox(0, 710, 709, box::Exclamation);
+    ExpectBox(0, TextId::EraseDone, TextId::DiscErasing, box::Exclamation);
     EXPECT_FALSE(form.IsLoaded());
     EXPECT_FALSE(host.isErasing);
     EXPECT_EQ(host.refreshes, 1);
@@ -148,8 +149,8 @@ TEST_F(EraseWindowTest, AFullEraseAsksFirst) {
     Click(IDC_cmdEffacerCD);
     EXPECT_THAT(Calls(), ElementsAre(L"Erase full"));
     ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
-    ExpectBox(0, 706, 707, box::YesNo | box::Question);
-    ExpectBox(1, 710, 709, box::Exclamation);
+    ExpectBox(0, TextId::FullEraseQuestion, TextId::FullEraseTitle, box::YesNo | box::Question);
+    ExpectBox(1, TextId::EraseDone, TextId::DiscErasing, box::Exclamation);
 }
 
 TEST_F(EraseWindowTest, DecliningTheFullEraseLeavesTheDiscUntouchedAndTheWindowIdle) {
@@ -189,7 +190,7 @@ TEST_F(EraseWindowTest, AWriterThatStopsAt99IsTakenAsFinished) {
     Click(IDC_cmdEffacerCD);
     EXPECT_EQ(runs, 11);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    ExpectBox(0, 710, 709, box::Exclamation);
+    ExpectBox(0, TextId::EraseDone, TextId::DiscErasing, box::Exclamation);
 }
 
 TEST_F(EraseWindowTest, AnErrorAtTheStartIsReportedOnceAndTheWaitCanBeLeft) {
@@ -203,7 +204,7 @@ TEST_F(EraseWindowTest, AnErrorAtTheStartIsReportedOnceAndTheWaitCanBeLeft) {
     Click(IDC_cmdEffacerCD);
     EXPECT_EQ(runs, 3);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    ExpectBox(0, 708, 709, box::Critical);
+    ExpectBox(0, TextId::EraseFailed, TextId::DiscErasing, box::Critical);
     EXPECT_FALSE(machine.app.hasWriterError);
     EXPECT_FALSE(form.IsLoaded());
     EXPECT_FALSE(host.isErasing);
@@ -220,8 +221,8 @@ TEST_F(EraseWindowTest, AnErrorDuringTheEraseIsReportedToo) {
     };
     Click(IDC_cmdEffacerCD);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
-    ExpectBox(0, 708, 709, box::Critical);
-    ExpectBox(1, 710, 709, box::Exclamation);
+    ExpectBox(0, TextId::EraseFailed, TextId::DiscErasing, box::Critical);
+    ExpectBox(1, TextId::EraseDone, TextId::DiscErasing, box::Exclamation);
 }
 
 TEST_F(EraseWindowTest, AnErrorThatWasShownBeforeDoesNotCountAgainstTheErase) {
@@ -230,7 +231,7 @@ TEST_F(EraseWindowTest, AnErrorThatWasShownBeforeDoesNotCountAgainstTheErase) {
     messages.play = [this] { Writer().PlayToEnd(); };
     Click(IDC_cmdEffacerCD);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    ExpectBox(0, 710, 709, box::Exclamation);
+    ExpectBox(0, TextId::EraseDone, TextId::DiscErasing, box::Exclamation);
 }
 
 TEST_F(EraseWindowTest, TheWindowStaysWhileAnEraseRuns) {

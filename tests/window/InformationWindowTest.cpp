@@ -3,6 +3,7 @@
 #include "KeyboardReach.h"
 #include "discutil/DiscHost.h"
 #include "discutil/forms/frmInfoDisque.h"
+#include "resources/TextId.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
 
@@ -71,14 +72,17 @@ class InformationWindowTest : public testing::Test, protected FormDriver {
 };
 
 TEST_F(InformationWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
-    const std::map<int, int> captions = {
-        {IDC_cmdOK, 502},        {IDC_cmdRafraichir, 605},         {IDC_frmInfosDisque, 606},
-        {IDC_lblLabelType, 607}, {IDC_lblLabelEspaceUtilise, 608}, {IDC_lblLabelStatut, 609},
-        {IDC_lblMoAGraver, 148}};
+    const std::map<int, TextId> captions = {{IDC_cmdOK, TextId::OkCaption},
+                                            {IDC_cmdRafraichir, TextId::RefreshCaption},
+                                            {IDC_frmInfosDisque, TextId::DiscCaption},
+                                            {IDC_lblLabelType, TextId::DiscTypeCaption},
+                                            {IDC_lblLabelEspaceUtilise, TextId::UsedSpaceCaption},
+                                            {IDC_lblLabelStatut, TextId::DiscStatusCaption},
+                                            {IDC_lblMoAGraver, TextId::SizeCaption}};
     for (const int language : {0, 10000}) {
         machine.app.lngLangue = language;
         Open(Medium::Cd);
-        EXPECT_EQ(form.Title(), machine.app.Text(601));
+        EXPECT_EQ(form.Title(), machine.app.Text(TextId::DiscInformationTitle));
         for (const auto& [control, text] : captions) EXPECT_EQ(Text(control), machine.app.Text(text)) << control;
         EXPECT_THAT(ClippedCaptions(form.Handle()), IsEmpty());
         EXPECT_THAT(OverlappingControls(form.Handle()), IsEmpty());

@@ -4,6 +4,7 @@
 #include "KeyboardReach.h"
 #include "archive/forms/frmMotPasse.h"
 #include "platform/MessageBoxes.h"
+#include "resources/TextId.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
@@ -79,16 +80,19 @@ TEST_F(PasswordDialog, FrenchCaptions) {
     EXPECT_EQ(form.Title(), L"Mot de passe - copie de sécurité");
     EXPECT_EQ(Text(IDC_lblTitre), L"Entrer mot de passe");
     EXPECT_EQ(Text(IDC_lblConfirmation), L"Confirmer mot de passe");
-    EXPECT_EQ(Text(IDC_lblNotaBene), machine.app.Text(903));
+    EXPECT_EQ(Text(IDC_lblNotaBene), machine.app.Text(TextId::PasswordRequired));
     EXPECT_EQ(Text(IDC_cmdOK), L"&Ok");
     EXPECT_EQ(Text(IDC_cmdCancel), L"&Annuler");
     EXPECT_EQ(Text(IDC_cmdAideMax), L"A&ide >>");
     EXPECT_EQ(Text(IDC_cmdAideMin), L"<< A&ide");
-    EXPECT_EQ(Text(IDC_lblTitreLabel), machine.app.Text(907));
-    EXPECT_EQ(Text(IDC_lblCritere),
-              machine.app.Text(908) + L"\r\n" + machine.app.Text(909) + L"\r\n" + machine.app.Text(910));
-    EXPECT_EQ(Text(IDC_lblAlphaNum), machine.app.Text(911) + L"\r\n" + machine.app.Text(912) + L"\r\n" +
-                                         machine.app.Text(913) + L"\r\n" + machine.app.Text(914));
+    EXPECT_EQ(Text(IDC_lblTitreLabel), machine.app.Text(TextId::PasswordRulesIntro));
+    EXPECT_EQ(Text(IDC_lblCritere), machine.app.Text(TextId::RuleLength) + L"\r\n" +
+                                        machine.app.Text(TextId::RuleAccountName) + L"\r\n" +
+                                        machine.app.Text(TextId::RuleCategories));
+    EXPECT_EQ(Text(IDC_lblAlphaNum), machine.app.Text(TextId::CategoryUppercase) + L"\r\n" +
+                                         machine.app.Text(TextId::CategoryLowercase) + L"\r\n" +
+                                         machine.app.Text(TextId::CategoryDigits) + L"\r\n" +
+                                         machine.app.Text(TextId::CategoryOthers));
 }
 
 TEST_F(PasswordDialog, EnglishCaptions) {
@@ -266,7 +270,7 @@ TEST_F(PasswordDialog, WeakPasswordIsRefusedAndTheHelpOpens) {
     Type(IDC_txtConfirmation, L"abcdefg1");
     Click(IDC_cmdOK);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(915));
+    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(TextId::PasswordRefused));
     EXPECT_EQ(machine.messageBoxes.shown[0].title, L"Mot de passe invalide");
     EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Information);
     EXPECT_EQ(Text(IDC_txtMotPasse), L"");
@@ -281,7 +285,7 @@ TEST_F(PasswordDialog, EmptyConfirmationIsRefusedAndAskedForAgain) {
     Type(IDC_txtMotPasse, GoodPassword);
     Click(IDC_cmdOK);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(919));
+    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(TextId::PasswordsDiffer));
     EXPECT_EQ(machine.messageBoxes.shown[0].title, L"Mot de passe pas identique");
     EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Information);
     EXPECT_EQ(Text(IDC_txtMotPasse), GoodPassword);

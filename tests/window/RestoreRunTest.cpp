@@ -1,5 +1,6 @@
 #include "RestoreWindowBench.h"
 #include "platform/MessageBoxes.h"
+#include "resources/TextId.h"
 
 namespace {
 
@@ -9,7 +10,7 @@ TEST_F(RestoreWindow, TooLittleWorkSpaceStopsBeforeThePassword) {
     OpenFirstDrive();
     Click(IDC_cmdLancerRestauration);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(168));
+    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(TextId::RestoreWorkSpaceTooSmall));
     EXPECT_EQ(machine.messageBoxes.shown[0].title, L"Capacité maximale atteinte");
     EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Critical);
     EXPECT_EQ(dialogs.seen, 0u);
@@ -90,11 +91,11 @@ TEST_F(RestoreWindow, WrongPasswordIsSaidAndAskedForAgainInAnEmptyWorkFolder) {
     ASSERT_EQ(machine.messageBoxes.shown.size(), 3u);
     for (const int wrong : {0, 1}) {
         const auto& shown = machine.messageBoxes.shown[static_cast<std::size_t>(wrong)];
-        EXPECT_EQ(shown.text, machine.app.Text(920));
+        EXPECT_EQ(shown.text, machine.app.Text(TextId::WrongPassword));
         EXPECT_EQ(shown.title, L"Mot de passe invalide");
         EXPECT_EQ(shown.style, box::Exclamation);
     }
-    EXPECT_EQ(machine.messageBoxes.shown[2].text, machine.app.Text(814));
+    EXPECT_EQ(machine.messageBoxes.shown[2].text, machine.app.Text(TextId::RestoreDone));
     EXPECT_EQ(InnerExtractions().size(), 2u);
 }
 

@@ -1,5 +1,6 @@
 #include "Footprint.h"
 #include "RestoreWindowBench.h"
+#include "resources/TextId.h"
 
 namespace {
 
@@ -64,7 +65,7 @@ TEST_F(RestoreWindow, PulledOutMediumTakesItsRowsWithIt) {
     machine.files.Remove(L"E:\\");
     SendDeviceChange();
     EXPECT_TRUE(WaitFor([&] { return DriveLinesShown().size() == 1; }));
-    EXPECT_EQ(Cell(0, 0), machine.app.Text(150));
+    EXPECT_EQ(Cell(0, 0), machine.app.Text(TextId::NoBackupOnDisk));
     EXPECT_FALSE(IsEnabled(IDC_cmdLancerRestauration));
 }
 

@@ -3,6 +3,7 @@
 #include "KeyboardReach.h"
 #include "RestoreWindowBench.h"
 #include "platform/MessageBoxes.h"
+#include "resources/TextId.h"
 
 #include <chrono>
 #include <cstdio>
@@ -141,7 +142,7 @@ TEST_F(RestoreWindow, DiskWithoutABackupSaysSoAndCannotBeRestored) {
     machine.drives.Add(L"E:\\", DriveType::Removable);
     OpenFirstDrive();
     ASSERT_EQ(RowCount(), 2);
-    EXPECT_EQ(Cell(0, 0), machine.app.Text(150));
+    EXPECT_EQ(Cell(0, 0), machine.app.Text(TextId::NoBackupOnDisk));
     EXPECT_FALSE(IsTicked(0));
     for (const int id : {IDC_cmdLancerRestauration, IDC_cmdToutSelectionner, IDC_cmdToutDeselectionner})
         EXPECT_FALSE(IsEnabled(id)) << id;
@@ -154,13 +155,13 @@ TEST_F(RestoreWindow, CdRomWithoutABackupSaysSo) {
     machine.drives.Add(L"D:\\", DriveType::CdRom).canRead = false;
     OpenFirstDrive();
     ASSERT_EQ(RowCount(), 2);
-    EXPECT_EQ(Cell(0, 0), machine.app.Text(158));
+    EXPECT_EQ(Cell(0, 0), machine.app.Text(TextId::NoBackupOnCdRom));
 }
 
 TEST_F(RestoreWindow, MachineWithoutDrivesSaysSo) {
     OpenFirstDrive();
     EXPECT_EQ(DriveLinesShown(), Texts{L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur"});
-    EXPECT_EQ(Cell(0, 0), machine.app.Text(150));
+    EXPECT_EQ(Cell(0, 0), machine.app.Text(TextId::NoBackupOnDisk));
 }
 
 TEST_F(RestoreWindow, OlderFormatIsRefused) {
@@ -168,7 +169,7 @@ TEST_F(RestoreWindow, OlderFormatIsRefused) {
     machine.files.AddFile(L"E:\\_listFich.lst", "C:\\a,32\r\n");
     OpenFirstDrive();
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(921));
+    EXPECT_EQ(machine.messageBoxes.shown[0].text, machine.app.Text(TextId::OlderBackupFormat));
     EXPECT_EQ(machine.messageBoxes.shown[0].title, L"Prise de copie de sécurité");
     EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Critical);
     EXPECT_EQ(RowCount(), 0);

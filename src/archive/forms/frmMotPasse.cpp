@@ -2,24 +2,21 @@
 
 #include "archive/modGestionMotPasse.h"
 #include "platform/MessageBoxes.h"
+#include "resources/TextId.h"
 
 #include <array>
 
 namespace {
 
 constexpr std::array Captions = {
-    ui::Caption{IDC_lblTitre, 902},   ui::Caption{IDC_lblConfirmation, 917}, ui::Caption{IDC_lblNotaBene, 903},
-    ui::Caption{IDC_cmdOK, 502},      ui::Caption{IDC_cmdCancel, 904},       ui::Caption{IDC_cmdAideMax, 905},
-    ui::Caption{IDC_cmdAideMin, 906}, ui::Caption{IDC_lblTitreLabel, 907},
+    Caption{IDC_lblTitre, TextId::EnterPassword},       Caption{IDC_lblConfirmation, TextId::ConfirmPassword},
+    Caption{IDC_lblNotaBene, TextId::PasswordRequired}, Caption{IDC_cmdOK, TextId::OkCaption},
+    Caption{IDC_cmdCancel, TextId::CancelCaption},      Caption{IDC_cmdAideMax, TextId::ShowHelpCaption},
+    Caption{IDC_cmdAideMin, TextId::HideHelpCaption},   Caption{IDC_lblTitreLabel, TextId::PasswordRulesIntro},
 };
-constexpr int WindowCaption = 901;
-constexpr std::array CriterionTexts = {908, 909, 910};
-constexpr std::array CategoryTexts = {911, 912, 913, 914};
-
-constexpr int InvalidPassword = 915;
-constexpr int InvalidPasswordTitle = 916;
-constexpr int DifferentPasswords = 919;
-constexpr int DifferentPasswordsTitle = 918;
+constexpr std::array CriterionTexts = {TextId::RuleLength, TextId::RuleAccountName, TextId::RuleCategories};
+constexpr std::array CategoryTexts = {TextId::CategoryUppercase, TextId::CategoryLowercase, TextId::CategoryDigits,
+                                      TextId::CategoryOthers};
 
 // All sizes are in twips.
 constexpr int InnerWidth = 7300;
@@ -102,10 +99,10 @@ void frmMotPasse::InitCaptionsMotPasse() {
     Guarded(L"InitCaptionsMotPasse, module modGestionMotPasse", [this] {
         const auto lines = [this](const auto& textIds) {
             std::wstring text;
-            for (const int textId : textIds) text += (text.empty() ? L"" : L"\r\n") + Text(textId);
+            for (const TextId textId : textIds) text += (text.empty() ? L"" : L"\r\n") + Text(textId);
             return text;
         };
-        SetTitle(Text(WindowCaption));
+        SetTitle(Text(TextId::PasswordTitle));
         SetCaptions(Captions);
         lblCritere.SetText(lines(CriterionTexts));
         lblAlphaNum.SetText(lines(CategoryTexts));
@@ -163,13 +160,13 @@ void frmMotPasse::CheckNewPassword() {
         app_.passwordResult = 1;
         if (!txtConfirmation.IsVisible() || IsConfirmed()) return;
         app_.passwordResult = 0;
-        app_.ShowMessage(DifferentPasswords, DifferentPasswordsTitle, box::Information);
+        app_.ShowMessage(TextId::PasswordsDiffer, TextId::PasswordsDifferTitle, box::Information);
         txtConfirmation.SetText(L"");
         txtConfirmation.SetFocus();
         return;
     }
     app_.passwordResult = 0;
-    app_.ShowMessage(InvalidPassword, InvalidPasswordTitle, box::Information);
+    app_.ShowMessage(TextId::PasswordRefused, TextId::PasswordRefusedTitle, box::Information);
     txtMotPasse.SetText(L"");
     txtConfirmation.SetText(L"");
     cmdAideMax_Click();

@@ -2,12 +2,15 @@
 
 #include "core/NumberFormat.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 
 #include <array>
 
 namespace {
 
-constexpr std::array<int, PanelCount> ToolTips = {151, 152, 153, 154, 155};
+constexpr std::array<TextId, PanelCount> ToolTips = {TextId::DiscTypeToolTip, TextId::DiscStatusToolTip,
+                                                     TextId::UsedSpaceToolTip, TextId::TotalSpaceToolTip,
+                                                     TextId::TimeToolTip};
 
 } // namespace
 

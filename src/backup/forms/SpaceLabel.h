@@ -10,7 +10,7 @@
 class SpaceLabel : public ui::Label {
   public:
     /// Text `captionId` says what the amount is.
-    SpaceLabel(ui::Form& form, int controlId, int captionId) : Label(form, controlId), captionId_(captionId) {}
+    SpaceLabel(ui::Form& form, int controlId, TextId captionId) : Label(form, controlId), captionId_(captionId) {}
 
     void ShowBytes(const Application& app, double bytes);
     void SetRed(bool isRed);
@@ -18,6 +18,6 @@ class SpaceLabel : public ui::Label {
     void Forget() { shownBytes_.reset(); }
 
   private:
-    int captionId_;
+    TextId captionId_;
     std::optional<double> shownBytes_;
 };

@@ -7,6 +7,7 @@
 #include "discutil/forms/frmInfoDisque.h"
 #include "platform/Drives.h"
 #include "platform/RuntimeError.h"
+#include "resources/TextId.h"
 #include "shell/DiskDetection.h"
 
 #include <array>
@@ -16,15 +17,21 @@
 namespace {
 
 constexpr std::array Captions = {
-    ui::Caption{IDC_lblVitesse, 222},       ui::Caption{IDC_lblNomVolume, 223},
-    ui::Caption{IDC_cmdInfoDisque, 204},    ui::Caption{IDC_cmdEffacerDisque, 205},
-    ui::Caption{IDC_lblEspaceRequis, 130},  ui::Caption{IDC_lblEspaceDispo, 131},
-    ui::Caption{IDC_lblEspaceTravail, 167}, ui::Caption{IDC_cmdPrecedent, 132},
-    ui::Caption{IDC_cmdQuitter, 102},       ui::Caption{IDC_cmdLancer, 133},
-    ui::Caption{IDC_fProgression, 209},     ui::Caption{IDC_lblStatutGravure, 134},
-    ui::Caption{IDC_lblStatutGraveur, 219}, ui::Caption{IDC_cmdStopWrite, 135},
+    Caption{IDC_lblVitesse, TextId::WriteSpeedCaption},
+    Caption{IDC_lblNomVolume, TextId::DiscTitleCaption},
+    Caption{IDC_cmdInfoDisque, TextId::DiscInformationCaption},
+    Caption{IDC_cmdEffacerDisque, TextId::EraseDiscCaption},
+    Caption{IDC_lblEspaceRequis, TextId::RequiredSpace},
+    Caption{IDC_lblEspaceDispo, TextId::AvailableSpace},
+    Caption{IDC_lblEspaceTravail, TextId::WorkSpace},
+    Caption{IDC_cmdPrecedent, TextId::BackCaption},
+    Caption{IDC_cmdQuitter, TextId::QuitCaption},
+    Caption{IDC_cmdLancer, TextId::StartBackupCaption},
+    Caption{IDC_fProgression, TextId::ProgressFrame},
+    Caption{IDC_lblStatutGravure, TextId::WritingCaption},
+    Caption{IDC_lblStatutGraveur, TextId::DiscTotalCaption},
+    Caption{IDC_cmdStopWrite, TextId::StopCaption},
 };
-constexpr int TitleText = 106;
 
 constexpr RECT SelectionPlace{5, 4, 523, 242};
 constexpr RECT ScanPlace{145, 269, 385, 297};
@@ -139,7 +146,7 @@ std::optional<LRESULT> frmBackup::OnMessage(UINT message, WPARAM wParam, LPARAM)
 
 void frmBackup::InitCaptions() {
     Guarded(L"InitCaptions, module ctlScan", [this] {
-        SetTitle(Text(TitleText));
+        SetTitle(Text(TextId::BackupTitle));
         SetCaptions(Captions);
         for (SpaceLabel* label : {&lblEspaceRequis, &lblEspaceDispo, &lblEspaceTravail}) label->Forget();
         stBarDataWriter.ShowToolTips(app_);

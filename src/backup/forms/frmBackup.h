@@ -12,6 +12,7 @@
 #include "backup/forms/SpaceLabel.h"
 #include "backup/forms/frmBackupIds.h"
 #include "discutil/DiscHost.h"
+#include "resources/TextId.h"
 #include "selection/forms/ctlScan.h"
 #include "selection/forms/ctlSelectionFichiers.h"
 #include "shell/MainWindow.h"
@@ -119,9 +120,9 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     ui::TextBox txtDiscLabel{*this, IDC_txtDiscLabel};
     ui::Button cmdInfoDisque{*this, IDC_cmdInfoDisque};
     ui::Button cmdEffacerDisque{*this, IDC_cmdEffacerDisque};
-    SpaceLabel lblEspaceRequis{*this, IDC_lblEspaceRequis, 130};
-    SpaceLabel lblEspaceDispo{*this, IDC_lblEspaceDispo, 131};
-    SpaceLabel lblEspaceTravail{*this, IDC_lblEspaceTravail, 167};
+    SpaceLabel lblEspaceRequis{*this, IDC_lblEspaceRequis, TextId::RequiredSpace};
+    SpaceLabel lblEspaceDispo{*this, IDC_lblEspaceDispo, TextId::AvailableSpace};
+    SpaceLabel lblEspaceTravail{*this, IDC_lblEspaceTravail, TextId::WorkSpace};
     ui::Button cmdPrecedent{*this, IDC_cmdPrecedent};
     ui::Button cmdLancer{*this, IDC_cmdLancer};
     ui::Button cmdQuitter{*this, IDC_cmdQuitter};

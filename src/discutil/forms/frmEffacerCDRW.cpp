@@ -4,19 +4,18 @@
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
+#include "resources/TextId.h"
 
 #include <array>
 
 namespace {
 
-constexpr int TitleText = 701;
 constexpr std::array Captions = {
-    ui::Caption{IDC_cmdFermer, 407},
-    ui::Caption{IDC_cmdEffacerCD, 703},
-    ui::Caption{IDC_optEffacementComplet, 704},
-    ui::Caption{IDC_optEffacementRapide, 705},
+    Caption{IDC_cmdFermer, TextId::CloseCaption},
+    Caption{IDC_cmdEffacerCD, TextId::EraseCaption},
+    Caption{IDC_optEffacementComplet, TextId::FullEraseChoice},
+    Caption{IDC_optEffacementRapide, TextId::QuickEraseChoice},
 };
-constexpr int EndTitle = 709;
 constexpr std::int32_t WholeBar = 100;
 constexpr std::uint32_t PauseMilliseconds = 10;
 
@@ -47,7 +46,7 @@ void frmEffacerCDRW::OnUnload() {
 
 void frmEffacerCDRW::InitCaptions() {
     Guarded(L"InitCaptions, module frmEffacerCDRW", [this] {
-        SetTitle(Text(TitleText));
+        SetTitle(Text(TextId::EraseTitle));
         SetCaptions(Captions);
     });
 }
@@ -78,7 +77,7 @@ void frmEffacerCDRW::cmdEffacerCD_Click() {
         StartErase();
         ReportWriterError();
         WaitForEnd();
-        if (IsLoaded()) app_.ShowMessage(710, EndTitle, box::Exclamation);
+        if (IsLoaded()) app_.ShowMessage(TextId::EraseDone, TextId::DiscErasing, box::Exclamation);
         EnableButtons(true);
         parent_->SetEffacementEnCour(false);
         parent_->RefreshDiscInfo();
@@ -89,7 +88,8 @@ void frmEffacerCDRW::cmdEffacerCD_Click() {
 }
 
 bool frmEffacerCDRW::IsFullEraseConfirmed() {
-    return optEffacementRapide.IsChecked() || app_.ShowMessage(706, 707, box::YesNo | box::Question) == box::AnswerYes;
+    return optEffacementRapide.IsChecked() || app_.ShowMessage(TextId::FullEraseQuestion, TextId::FullEraseTitle,
+                                                               box::YesNo | box::Question) == box::AnswerYes;
 }
 
 void frmEffacerCDRW::StartErase() {
@@ -106,7 +106,7 @@ void frmEffacerCDRW::ReportWriterError() {
     if (!app_.hasWriterError) return;
     app_.hasWriterError = false;
     hasFailed_ = true;
-    app_.ShowMessage(708, EndTitle, box::Critical);
+    app_.ShowMessage(TextId::EraseFailed, TextId::DiscErasing, box::Critical);
 }
 
 /// Waits for the whole bar, or until the window is closed after a failure.

@@ -2,22 +2,22 @@
 
 #include "platform/AtScopeEnd.h"
 #include "platform/RuntimeError.h"
+#include "resources/TextId.h"
 
 #include <array>
 
 namespace {
 
-constexpr int TitleText = 601;
 constexpr std::array Captions = {
-    ui::Caption{IDC_cmdOK, 502},
-    ui::Caption{IDC_cmdRafraichir, 605},
-    ui::Caption{IDC_frmInfosDisque, 606},
-    ui::Caption{IDC_lblLabelType, 607},
-    ui::Caption{IDC_lblLabelEspaceUtilise, 608},
-    ui::Caption{IDC_lblLabelStatut, 609},
-    ui::Caption{IDC_lblMoAGraver, 148},
-    ui::Caption{IDC_lblEspaceUtilise, 610},
-    ui::Caption{IDC_lblEstimEspaceUtilise, 611},
+    Caption{IDC_cmdOK, TextId::OkCaption},
+    Caption{IDC_cmdRafraichir, TextId::RefreshCaption},
+    Caption{IDC_frmInfosDisque, TextId::DiscCaption},
+    Caption{IDC_lblLabelType, TextId::DiscTypeCaption},
+    Caption{IDC_lblLabelEspaceUtilise, TextId::UsedSpaceCaption},
+    Caption{IDC_lblLabelStatut, TextId::DiscStatusCaption},
+    Caption{IDC_lblMoAGraver, TextId::SizeCaption},
+    Caption{IDC_lblEspaceUtilise, TextId::UsedSpaceAtFirst},
+    Caption{IDC_lblEstimEspaceUtilise, TextId::EstimateAtFirst},
 };
 
 bool IsDisc(Medium medium) {
@@ -44,7 +44,7 @@ void frmInfoDisque::OnUnload() {
 
 void frmInfoDisque::InitCaptions() {
     Guarded(L"InitCaptions, module frmInfoDisque", [this] {
-        SetTitle(Text(TitleText));
+        SetTitle(Text(TextId::DiscInformationTitle));
         SetCaptions(Captions);
     });
 }

@@ -5,6 +5,7 @@
 #include "archive/forms/frmMotPasse.h"
 #include "archive/modGestionRestaure.h"
 #include "platform/MessageBoxes.h"
+#include "resources/TextId.h"
 #include "restore/DriveLines.h"
 #include "ui/Menu.h"
 
@@ -15,27 +16,12 @@
 namespace {
 
 constexpr std::array Captions = {
-    ui::Caption{IDC_cmdLancerRestauration, 803}, ui::Caption{IDC_cmdToutDeselectionner, 805},
-    ui::Caption{IDC_cmdToutSelectionner, 806},   ui::Caption{IDC_cmdFermer, 407},
-    ui::Caption{IDC_lblListName, 288},
+    Caption{IDC_cmdLancerRestauration, TextId::StartRestoreCaption},
+    Caption{IDC_cmdToutDeselectionner, TextId::DeselectAllCaption},
+    Caption{IDC_cmdToutSelectionner, TextId::SelectAllCaption},
+    Caption{IDC_cmdFermer, TextId::CloseCaption},
+    Caption{IDC_lblListName, TextId::PathHeader},
 };
-constexpr int WindowCaption = 801;
-constexpr int RefreshCaption = 605;
-constexpr int DriveListName = 606;
-constexpr int PathHeader = 288;
-constexpr int KindHeader = 289;
-
-constexpr int NoBackupOnDisk = 150;
-constexpr int NoBackupOnCdRom = 158;
-constexpr int OlderFormat = 921;
-constexpr int OlderFormatTitle = 106;
-constexpr int TooLittleWorkSpace = 168;
-constexpr int TooLittleWorkSpaceTitle = 146;
-constexpr int WrongPassword = 920;
-constexpr int WrongPasswordTitle = 916;
-constexpr int RestoreDone = 814;
-constexpr int RestoreDoneTitle = 815;
-constexpr int Restored = 819;
 
 constexpr int KindWidthTwips = 1400;
 constexpr int ScrollBarWidthTwips = 400;
@@ -64,7 +50,7 @@ frmRestaureCD::frmRestaureCD(Application& app, MainWindow& parent)
       refresh_(*this, [this] { RefreshLists(); }) {}
 
 std::wstring frmRestaureCD::ShownRows::ToolTip(int row) const {
-    return form_.rows_.At(row).isRestored ? form_.Text(Restored) : std::wstring();
+    return form_.rows_.At(row).isRestored ? form_.Text(TextId::RestoredMark) : std::wstring();
 }
 
 void frmRestaureCD::OnLoad() {
@@ -96,14 +82,15 @@ void frmRestaureCD::Form_Load() {
 
 void frmRestaureCD::InitCaptions() {
     Guarded(L"InitCaptions, module frmRestaureCD", [this] {
-        SetTitle(Text(WindowCaption));
+        SetTitle(Text(TextId::RestoreTitle));
         SetCaptions(Captions);
-        ui::Control(*this, IDC_lblDriveName).SetText(WithoutAccessKey(Text(DriveListName)));
-        ui::AddMenu(*this, Text(RefreshCaption), {{IDC_mnuRaffraichir_Rafraichir, Text(RefreshCaption) + L"\tF5"}});
+        ui::Control(*this, IDC_lblDriveName).SetText(WithoutAccessKey(Text(TextId::DiscCaption)));
+        ui::AddMenu(*this, Text(TextId::RefreshCaption),
+                    {{IDC_mnuRaffraichir_Rafraichir, Text(TextId::RefreshCaption) + L"\tF5"}});
         lvFichiersRepertoires.Attach(shownRows_, true);
-        lvFichiersRepertoires.AddColumn(Text(PathHeader),
+        lvFichiersRepertoires.AddColumn(Text(TextId::PathHeader),
                                         lvFichiersRepertoires.Bounds().width - KindWidthTwips - ScrollBarWidthTwips);
-        lvFichiersRepertoires.AddColumn(Text(KindHeader), KindWidthTwips);
+        lvFichiersRepertoires.AddColumn(Text(TextId::TypeHeader), KindWidthTwips);
         // The kind's number and the inner archive's name are for the program.
         lvFichiersRepertoires.AddColumn(L"", 0);
         lvFichiersRepertoires.AddColumn(L"", 0);
@@ -201,10 +188,10 @@ void frmRestaureCD::ShowMedium(InsertedMedium medium) {
 void frmRestaureCD::FillRows(const InsertedMedium& medium) {
     switch (medium.print.content) {
     case InsertedMedium::Content::NoBackup:
-        rows_.ShowNoBackup(Text(medium.isCdRom ? NoBackupOnCdRom : NoBackupOnDisk));
+        rows_.ShowNoBackup(Text(medium.isCdRom ? TextId::NoBackupOnCdRom : TextId::NoBackupOnDisk));
         return;
     case InsertedMedium::Content::OlderFormat:
-        app_.ShowMessage(OlderFormat, OlderFormatTitle, box::Critical);
+        app_.ShowMessage(TextId::OlderBackupFormat, TextId::BackupTitle, box::Critical);
         return;
     case InsertedMedium::Content::Backup:
         break;
@@ -260,7 +247,7 @@ void frmRestaureCD::EnableLaunch() {
 void frmRestaureCD::cmdLancerRestauration_Click() {
     Guarded(L"cmdLancerRestauration_Click, module frmRestaureCD", [this] {
         if (static_cast<double>(app_.archiveSizeBytes) >= app_.dblEspaceDisponible) {
-            app_.ShowMessage(TooLittleWorkSpace, TooLittleWorkSpaceTitle, box::Critical);
+            app_.ShowMessage(TextId::RestoreWorkSpaceTooSmall, TextId::CapacityReachedTitle, box::Critical);
             return;
         }
         const std::unique_ptr<Hold> awake = app_.machine.system.KeepAwake();
@@ -281,7 +268,7 @@ bool frmRestaureCD::OpenArchive() {
         if (modGestionRestaure::UnZipOkrBackup(app_, SelectedRoot(), ArchiveName) != modGestionRestaure::WrongPassword)
             return true;
         ResetWorkFolder(app_);
-        app_.ShowMessage(WrongPassword, WrongPasswordTitle, box::Exclamation);
+        app_.ShowMessage(TextId::WrongPassword, TextId::PasswordRefusedTitle, box::Exclamation);
     }
 }
 
@@ -293,7 +280,7 @@ void frmRestaureCD::Restore() {
     for (int row = 0; row < rows_.Count(); ++row) {
         if (rows_.At(row).isTicked) CopierFichRepert(row);
     }
-    app_.ShowMessage(RestoreDone, RestoreDoneTitle, box::Exclamation);
+    app_.ShowMessage(TextId::RestoreDone, TextId::RestoreDoneTitle, box::Exclamation);
     Unload();
     parent_.SetFullExit(true);
 }

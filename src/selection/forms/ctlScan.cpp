@@ -1,10 +1,11 @@
 #include "selection/forms/ctlScan.h"
+#include "resources/TextId.h"
 
 #include <array>
 
 namespace {
 
-constexpr std::array Captions = {ui::Caption{IDC_lblScan, 672}};
+constexpr std::array Captions = {Caption{IDC_lblScan, TextId::ScanCaption}};
 
 } // namespace
 

@@ -4,6 +4,7 @@
 #include "platform/Processes.h"
 #include "platform/System.h"
 #include "platform/Text.h"
+#include "resources/TextId.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,26 +12,20 @@
 namespace {
 
 constexpr std::array Captions = {
-    ui::Caption{IDC_frmFileView, 225},
-    ui::Caption{IDC_cmdAjouterFichier, 226},
-    ui::Caption{IDC_cmdAjouterRep, 227},
-    ui::Caption{IDC_frmSauvegardeOKR, 228},
-    ui::Caption{IDC_chkSauvOKR0, 230},
-    ui::Caption{IDC_chkSauvOKR1, 231},
-    ui::Caption{IDC_chkSauvOKR2, 229},
-    ui::Caption{IDC_frmDView, 232},
-    ui::Caption{IDC_cmdOuvrirExplorer, 233},
-    ui::Caption{IDC_cmdEffacerTouteListe, 234},
-    ui::Caption{IDC_cmdEffacerFichierListe, 235},
-    ui::Caption{IDC_lblSelectRep, 822},
-    ui::Caption{IDC_lblSelectFichier, 823},
+    Caption{IDC_frmFileView, TextId::FilesFrame},
+    Caption{IDC_cmdAjouterFichier, TextId::AddFilesCaption},
+    Caption{IDC_cmdAjouterRep, TextId::AddFolderCaption},
+    Caption{IDC_frmSauvegardeOKR, TextId::PredefinedSetsFrame},
+    Caption{IDC_chkSauvOKR0, TextId::IllustrationsSet},
+    Caption{IDC_chkSauvOKR1, TextId::ClientsSet},
+    Caption{IDC_chkSauvOKR2, TextId::DocumentsSet},
+    Caption{IDC_frmDView, TextId::SelectionFrame},
+    Caption{IDC_cmdOuvrirExplorer, TextId::OpenExplorerCaption},
+    Caption{IDC_cmdEffacerTouteListe, TextId::ClearListCaption},
+    Caption{IDC_cmdEffacerFichierListe, TextId::RemoveItemCaption},
+    Caption{IDC_lblSelectRep, TextId::FolderKind},
+    Caption{IDC_lblSelectFichier, TextId::FileKind},
 };
-
-constexpr int NumberHeader = 287;
-constexpr int PathHeader = 288;
-constexpr int TypeHeader = 289;
-constexpr int FolderKind = 822;
-constexpr int FileKind = 823;
 
 constexpr int NumberWidthTwips = 900;
 constexpr int TypeWidthTwips = 1500;
@@ -64,10 +59,10 @@ void ctlSelectionFichiers::InitCaptions() {
         SetCaptions(Captions);
         chkSauvOKR[3].SetText(L"Outlook");
         lvFichRep.Attach(*this, false);
-        lvFichRep.AddColumn(Text(NumberHeader), NumberWidthTwips);
+        lvFichRep.AddColumn(Text(TextId::NumberHeader), NumberWidthTwips);
         const int rest = lvFichRep.Bounds().width - NumberWidthTwips - TypeWidthTwips - ScrollBarWidthTwips;
-        lvFichRep.AddColumn(Text(PathHeader), rest);
-        lvFichRep.AddColumn(Text(TypeHeader), TypeWidthTwips);
+        lvFichRep.AddColumn(Text(TextId::PathHeader), rest);
+        lvFichRep.AddColumn(Text(TextId::TypeHeader), TypeWidthTwips);
         lvFichRep.AddColumn(L"", 0);
     });
 }
@@ -206,7 +201,7 @@ std::wstring ctlSelectionFichiers::Cell(int row, int column) const {
     case 1:
         return item.Text();
     case 2:
-        return app_.Text(item.isFolder ? FolderKind : FileKind);
+        return app_.Text(item.isFolder ? TextId::FolderKind : TextId::FileKind);
     default:
         return item.setIndex == NoSet ? std::wstring() : std::to_wstring(item.setIndex);
     }

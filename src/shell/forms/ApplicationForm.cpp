@@ -3,8 +3,8 @@
 ApplicationForm::ApplicationForm(Application& app, int templateId, const wchar_t* module)
     : ui::Form(templateId), app_(app), module_(module) {}
 
-void ApplicationForm::SetCaptions(std::span<const ui::Caption> captions) {
-    for (const ui::Caption& caption : captions) ui::Control(*this, caption.controlId).SetText(Text(caption.textId));
+void ApplicationForm::SetCaptions(std::span<const Caption> captions) {
+    for (const Caption& caption : captions) ui::Control(*this, caption.controlId).SetText(Text(caption.textId));
 }
 
 void ApplicationForm::OnUnhandledException() noexcept {

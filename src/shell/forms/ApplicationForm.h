@@ -10,6 +10,12 @@
 #include <string>
 #include <utility>
 
+/// A control and the text that it shows.
+struct Caption {
+    int controlId;
+    TextId textId;
+};
+
 /// A form that knows the application: its texts, its messages and its way of reporting failures.
 class ApplicationForm : public ui::Form {
   public:
@@ -22,9 +28,9 @@ class ApplicationForm : public ui::Form {
     auto Guarded(const wchar_t* procedure, Steps&& steps) {
         return ::Guarded(app_, procedure, std::forward<Steps>(steps));
     }
-    std::wstring Text(int id) const { return app_.Text(id); }
+    std::wstring Text(TextId id) const { return app_.Text(id); }
     /// Gives each control of the table its text in the user's language.
-    void SetCaptions(std::span<const ui::Caption> captions);
+    void SetCaptions(std::span<const Caption> captions);
     void OnUnhandledException() noexcept override;
 
     Application& app_;

@@ -1,6 +1,7 @@
 #include "shell/forms/frmMain.h"
 
 #include "platform/AtScopeEnd.h"
+#include "resources/TextId.h"
 #include "shell/DiskDetection.h"
 #include "shell/Language.h"
 #include "shell/StartUp.h"
@@ -12,28 +13,26 @@
 namespace {
 
 constexpr std::array Captions = {
-    ui::Caption{IDC_cmdSortie, 102},
-    ui::Caption{IDC_cmdBackup, 103},
-    ui::Caption{IDC_frmAction, 104},
-    ui::Caption{IDC_optRestaure, 105},
-    ui::Caption{IDC_optBackup, 165},
-    ui::Caption{IDC_frmMedium, 107},
-    ui::Caption{IDC_optCD, 108},
-    ui::Caption{IDC_optDVD, 126},
-    ui::Caption{IDC_optDisqueAmovible, 127},
-    ui::Caption{IDC_lblType, 128},
-    ui::Caption{IDC_lblDetecte, 129},
-    ui::Caption{IDC_cmdAide, 170},
-    ui::Caption{IDC_optDisqueExterne, 171},
-    ui::Caption{IDC_removableDriveName, 127},
-    ui::Caption{IDC_externalDriveName, 171},
+    Caption{IDC_cmdSortie, TextId::QuitCaption},
+    Caption{IDC_cmdBackup, TextId::FirstNextCaption},
+    Caption{IDC_frmAction, TextId::ActionFrame},
+    Caption{IDC_optRestaure, TextId::RestoreChoice},
+    Caption{IDC_optBackup, TextId::BackupChoice},
+    Caption{IDC_frmMedium, TextId::MediumFrame},
+    Caption{IDC_optCD, TextId::CdChoice},
+    Caption{IDC_optDVD, TextId::DvdChoice},
+    Caption{IDC_optDisqueAmovible, TextId::RemovableDiskChoice},
+    Caption{IDC_lblType, TextId::MediumTypeHeading},
+    Caption{IDC_lblDetecte, TextId::DetectedHeading},
+    Caption{IDC_cmdAide, TextId::HelpCaption},
+    Caption{IDC_optDisqueExterne, TextId::ExternalDiskChoice},
+    Caption{IDC_removableDriveName, TextId::RemovableDiskChoice},
+    Caption{IDC_externalDriveName, TextId::ExternalDiskChoice},
 };
 
 constexpr int LoadingSteps = 6;
 constexpr int ActionWidthForBackupTwips = 3375;
 constexpr int ActionWidthForRestoreTwips = 5775;
-constexpr int NextCaption = 120;
-constexpr int RestoreCaption = 121;
 
 } // namespace
 
@@ -187,13 +186,13 @@ void frmMain::ShowOffer(Medium medium, const MediumOffer& offer) {
     if (!offer.isEnabled && option.IsChecked()) ui::Option::SelectNone(*this, IDC_optCD, IDC_optDisqueExterne);
     LabelOf(medium).SetText(Text(offer.LabelId()));
     if (medium == Medium::Cd || medium == Medium::Dvd) {
-        toolTips_.Set(option, offer.ToolTipId() == 0 ? std::wstring() : Text(offer.ToolTipId()));
+        toolTips_.Set(option, offer.ToolTipId() == TextId::None ? std::wstring() : Text(offer.ToolTipId()));
     }
 }
 
 void frmMain::MajTexteBouton() {
     Guarded(L"MajTexteBouton, module frmMain",
-            [this] { cmdBackup.SetText(Text(optBackup.IsChecked() ? NextCaption : RestoreCaption)); });
+            [this] { cmdBackup.SetText(Text(optBackup.IsChecked() ? TextId::NextCaption : TextId::RestoreCaption)); });
 }
 
 void frmMain::ShowMedia() {
