@@ -46,12 +46,13 @@ def kind_of(path):
 
 
 MAY_INCLUDE = {
-    "main": {"main", "form", "logic", "ui", "platform", "windows", "resources", "system"},
+    "main": {"main", "form", "logic", "ui", "platform", "windows", "win32", "resources", "system"},
     "form": {"form", "logic", "ui", "platform", "resources"},
     "logic": {"logic", "platform", "resources"},
-    "ui": {"ui", "system", "resources"},
+    "ui": {"ui", "win32", "system", "resources"},
     "platform": {"platform"},
-    "windows": {"windows", "platform", "system"},
+    "windows": {"windows", "platform", "win32", "system"},
+    "win32": {"win32", "system"},
     "resources": {"resources", "system"},
 }
 

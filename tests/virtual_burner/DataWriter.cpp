@@ -3,7 +3,7 @@
 #include "Session.h"
 
 #include "platform/discs/MasteringCodes.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <cstdint>
 #include <map>

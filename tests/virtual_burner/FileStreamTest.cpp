@@ -1,6 +1,6 @@
 // Files as image mastering reads them.
 #include "platform/windows/discs/FileStream.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <winioctl.h>
 

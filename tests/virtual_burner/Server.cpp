@@ -2,7 +2,7 @@
 #include "DiscContent.h"
 #include "Drives.h"
 
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <iterator>
 

@@ -1,6 +1,6 @@
 #include "window/Footprint.h"
 
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 #include "window/HandleCount.h"
 
 #include <windows.h>

@@ -3,7 +3,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/windows/QuietErrors.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "platform/windows/WindowsEventLog.h"
 
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <windows.h>
 

@@ -3,7 +3,7 @@
 #include "platform/windows/FolderSearch.h"
 #include "platform/windows/LastError.h"
 #include "platform/windows/QuietErrors.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <windows.h>
 

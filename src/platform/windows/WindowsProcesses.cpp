@@ -1,7 +1,7 @@
 #include "platform/windows/WindowsProcesses.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <windows.h>
 

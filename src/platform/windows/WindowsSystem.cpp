@@ -2,7 +2,7 @@
 
 #include "platform/Text.h"
 #include "platform/windows/AwakeHold.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <windows.h>
 

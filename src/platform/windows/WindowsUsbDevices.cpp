@@ -1,7 +1,7 @@
 #include "platform/windows/WindowsUsbDevices.h"
 
 #include "platform/Text.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <windows.h>
 

@@ -2,7 +2,7 @@
 
 #include "platform/discs/DiscProgress.h"
 #include "platform/discs/DiscReading.h"
-#include "platform/windows/UniqueHandle.h"
+#include "win32/UniqueHandle.h"
 
 #include <cstdint>
 #include <deque>

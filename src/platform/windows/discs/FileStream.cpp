@@ -1,7 +1,7 @@
 #include "platform/windows/discs/FileStream.h"
 
-#include "platform/windows/UniqueHandle.h"
 #include "platform/windows/discs/CountedObject.h"
+#include "win32/UniqueHandle.h"
 
 #include <algorithm>
 #include <utility>
