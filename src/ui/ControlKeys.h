@@ -1,6 +1,7 @@
 #pragma once
 
-#include "ui/Controls.h"
+#include "ui/Form.h"
+#include "ui/Subclass.h"
 
 #include <functional>
 #include <map>
@@ -14,17 +15,17 @@ class ControlKeys {
     ControlKeys(Form& form, int controlId) : form_(form), controlId_(controlId) {}
     ControlKeys(const ControlKeys&) = delete;
     ControlKeys& operator=(const ControlKeys&) = delete;
-    ~ControlKeys();
 
     /// Runs `handler` when a virtual key is pressed in the control. Only on a loaded form.
     void On(WPARAM key, std::function<void()> handler);
 
   private:
-    static LRESULT CALLBACK Procedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    LRESULT Handle(const WindowMessage& message);
 
     Form& form_;
     int controlId_;
     std::map<WPARAM, std::function<void()>> handlers_;
+    Subclass subclass_;
 };
 
 } // namespace ui

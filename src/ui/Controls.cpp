@@ -3,44 +3,32 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
+#include <utility>
 
 namespace ui {
 
 namespace {
 
-constexpr UINT_PTR EnterSubclass = 1;
-
 // What changes more often looks the same.
 constexpr DWORD FrameMilliseconds = 40;
 
-LRESULT CALLBACK EnterProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                DWORD_PTR reference) {
-    auto* handler = reinterpret_cast<std::function<void()>*>(reference);
-    switch (message) {
-    case WM_GETDLGCODE:
-        if (wParam == VK_RETURN) return DLGC_WANTMESSAGE | DefSubclassProc(window, message, wParam, lParam);
-        break;
-    case WM_KEYDOWN:
-        // Some versions press the default button here; the character of the key comes all the same.
-        if (wParam == VK_RETURN) return 0;
-        break;
-    case WM_CHAR: {
-        if (wParam != VK_RETURN) break;
-        // The handler may close the form, and this window with it. What it throws is the form's to report.
-        const auto steps = *handler;
-        Form* form = Form::Of(GetParent(window));
-        if (form != nullptr) form->RunGuarded(steps);
-        return 0;
+LRESULT TakeEnter(const WindowMessage& message, Form& form, const std::function<void()>& handler) {
+    if (message.wParam == VK_RETURN) {
+        switch (message.id) {
+        case WM_GETDLGCODE:
+            return DLGC_WANTMESSAGE | message.PassOn();
+        case WM_KEYDOWN:
+            // Some versions press the default button here; the character of the key comes all the same.
+            return 0;
+        case WM_CHAR:
+            // The handler may close the form, and this window with it. What it throws is the form's to report.
+            form.RunGuarded(handler);
+            return 0;
+        default:
+            break;
+        }
     }
-    case WM_NCDESTROY:
-        RemoveWindowSubclass(window, EnterProcedure, EnterSubclass);
-        delete handler;
-        break;
-    default:
-        break;
-    }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return message.PassOn();
 }
 
 } // namespace
@@ -117,9 +105,9 @@ void Option::SelectNone(Form& form, int firstId, int lastId) {
 }
 
 void TextBox::OnEnter(std::function<void()> handler) {
-    auto owned = std::make_unique<std::function<void()>>(std::move(handler));
-    if (SetWindowSubclass(Handle(), EnterProcedure, EnterSubclass, reinterpret_cast<DWORD_PTR>(owned.get())))
-        static_cast<void>(owned.release()); // given back with the window
+    enterKey_.Attach(Handle(), [&form = Owner(), handler = std::move(handler)](const WindowMessage& message) {
+        return TakeEnter(message, form, handler);
+    });
 }
 
 void ComboBox::Add(const std::wstring& text) {

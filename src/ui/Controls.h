@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Form.h"
+#include "ui/Subclass.h"
 
 #include <functional>
 #include <string>
@@ -82,11 +83,12 @@ class Option : public CheckButton {
 class TextBox : public Control {
   public:
     using Control::Control;
-    void SetMaxLength(int characters) { Send(EM_SETLIMITTEXT, static_cast<WPARAM>(characters)); }
-    void OnChange(std::function<void()> handler) { Owner().On(Id(), EN_CHANGE, std::move(handler)); }
     /// Runs `handler` when Enter is pressed in the box; the default button does not see the key then. On a loaded form
     /// only, once per loading.
     void OnEnter(std::function<void()> handler);
+
+  private:
+    Subclass enterKey_;
 };
 
 /// A drop-down list. Rows count from 0; -1 is no row.

@@ -27,23 +27,13 @@ HICON FolderIcon(int resource) {
 
 FolderListBox::FolderListBox(Form& form, int id) : ListBox(form, id), keys_(form, id) {}
 
-FolderListBox::~FolderListBox() {
-    if (HWND window = Handle(); window != nullptr) {
-        RemoveWindowSubclass(window, ListProcedure, 0);
-        RemoveWindowSubclass(Owner().Handle(), FormProcedure, static_cast<UINT_PTR>(Id()));
-    }
-    if (closedIcon_ != nullptr) DestroyIcon(closedIcon_);
-    if (openIcon_ != nullptr) DestroyIcon(openIcon_);
-}
-
 void FolderListBox::Attach() {
     if (closedIcon_ == nullptr) closedIcon_ = FolderIcon(ClosedFolder);
     if (openIcon_ == nullptr) openIcon_ = FolderIcon(OpenFolder);
     const int iconHeight = GetSystemMetrics(SM_CYSMICON);
     Send(LB_SETITEMHEIGHT, 0, std::max(iconHeight, static_cast<int>(Send(LB_GETITEMHEIGHT))));
-    const auto reference = reinterpret_cast<DWORD_PTR>(this);
-    SetWindowSubclass(Handle(), ListProcedure, 0, reference);
-    SetWindowSubclass(Owner().Handle(), FormProcedure, static_cast<UINT_PTR>(Id()), reference);
+    listSubclass_.Attach(Handle(), [this](const WindowMessage& message) { return HandleListMessage(message); });
+    formSubclass_.Attach(Owner().Handle(), [this](const WindowMessage& message) { return HandleFormMessage(message); });
 }
 
 void FolderListBox::SetLines(std::vector<FolderLine> lines, int selected) {
@@ -83,26 +73,19 @@ void FolderListBox::Draw(const DRAWITEMSTRUCT& item) const {
     if ((item.itemState & ODS_FOCUS) != 0) DrawFocusRect(item.hDC, &item.rcItem);
 }
 
-LRESULT CALLBACK FolderListBox::ListProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                              DWORD_PTR reference) {
-    auto* list = reinterpret_cast<FolderListBox*>(reference);
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, ListProcedure, 0);
-    if (message != WM_KEYDOWN && message != WM_CHAR) return DefSubclassProc(window, message, wParam, lParam);
+LRESULT FolderListBox::HandleListMessage(const WindowMessage& message) {
+    if (message.id != WM_KEYDOWN && message.id != WM_CHAR) return message.PassOn();
     // The list tells of a moved selection while it handles the key.
-    list->isMovedByKey_ = true;
-    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-    list->isMovedByKey_ = false;
+    isMovedByKey_ = true;
+    const LRESULT result = message.PassOn();
+    isMovedByKey_ = false;
     return result;
 }
 
-LRESULT CALLBACK FolderListBox::FormProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                              DWORD_PTR reference) {
-    if (message == WM_DRAWITEM && wParam == id) {
-        reinterpret_cast<const FolderListBox*>(reference)->Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-        return TRUE;
-    }
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, FormProcedure, id);
-    return DefSubclassProc(window, message, wParam, lParam);
+LRESULT FolderListBox::HandleFormMessage(const WindowMessage& message) const {
+    if (message.id != WM_DRAWITEM || message.wParam != static_cast<WPARAM>(Id())) return message.PassOn();
+    Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
+    return TRUE;
 }
 
 } // namespace ui

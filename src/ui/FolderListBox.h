@@ -2,6 +2,7 @@
 
 #include "ui/ControlKeys.h"
 #include "ui/Controls.h"
+#include "ui/Subclass.h"
 
 #include <functional>
 #include <memory>
@@ -22,7 +23,6 @@ struct FolderLine {
 class FolderListBox : public ListBox {
   public:
     FolderListBox(Form& form, int id);
-    ~FolderListBox();
 
     /// Connects the control; only on a loaded form.
     void Attach();
@@ -32,14 +32,16 @@ class FolderListBox : public ListBox {
 
   private:
     void Draw(const DRAWITEMSTRUCT& item) const;
-    static LRESULT CALLBACK ListProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
-    static LRESULT CALLBACK FormProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    LRESULT HandleListMessage(const WindowMessage& message);
+    LRESULT HandleFormMessage(const WindowMessage& message) const;
 
     std::vector<FolderLine> lines_;
     ControlKeys keys_;
     HICON closedIcon_ = nullptr;
     HICON openIcon_ = nullptr;
     bool isMovedByKey_ = false;
+    Subclass listSubclass_;
+    Subclass formSubclass_;
 };
 
 } // namespace ui

@@ -1,15 +1,8 @@
 #include "ui/ListView.h"
 
-#include <shellapi.h>
-
 #include <algorithm>
 
 namespace ui {
-
-ListView::~ListView() {
-    if (HWND window = Handle(); window != nullptr) RemoveWindowSubclass(window, DropProcedure, 0);
-    if (boldFont_ != nullptr) DeleteObject(boldFont_);
-}
 
 void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
     rows_ = &rows;
@@ -114,7 +107,11 @@ int ListView::Selected() const {
 void ListView::OnDrop(std::function<void(const std::vector<std::wstring>&)> handler) {
     onDrop_ = std::move(handler);
     DragAcceptFiles(Handle(), TRUE);
-    SetWindowSubclass(Handle(), DropProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    dropTarget_.Attach(Handle(), [this](const WindowMessage& message) -> LRESULT {
+        if (message.id != WM_DROPFILES) return message.PassOn();
+        TakeDrop(reinterpret_cast<HDROP>(message.wParam));
+        return 0;
+    });
 }
 
 LRESULT ListView::FillItem(NMLVDISPINFOW& info) const {
@@ -150,27 +147,19 @@ LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
     }
 }
 
-LRESULT CALLBACK ListView::DropProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                         DWORD_PTR reference) {
-    if (message == WM_DROPFILES) {
-        auto* view = reinterpret_cast<ListView*>(reference);
-        HDROP drop = reinterpret_cast<HDROP>(wParam);
-        std::vector<std::wstring> paths;
-        const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
-        for (UINT index = 0; index < count; ++index) {
-            std::wstring path(static_cast<std::size_t>(DragQueryFileW(drop, index, nullptr, 0)) + 1, L'\0');
-            path.resize(DragQueryFileW(drop, index, path.data(), static_cast<UINT>(path.size())));
-            paths.push_back(std::move(path));
-        }
-        DragFinish(drop);
-        // A program that drops waits for this message; a message box belongs after it.
-        view->Owner().Post([view, paths = std::move(paths)] {
-            if (view->onDrop_) view->onDrop_(paths);
-        });
-        return 0;
+void ListView::TakeDrop(HDROP drop) {
+    std::vector<std::wstring> paths;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT index = 0; index < count; ++index) {
+        std::wstring path(static_cast<std::size_t>(DragQueryFileW(drop, index, nullptr, 0)) + 1, L'\0');
+        path.resize(DragQueryFileW(drop, index, path.data(), static_cast<UINT>(path.size())));
+        paths.push_back(std::move(path));
     }
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, DropProcedure, 0);
-    return DefSubclassProc(window, message, wParam, lParam);
+    DragFinish(drop);
+    // A program that drops waits for this message; a message box belongs after it.
+    Owner().Post([this, paths = std::move(paths)] {
+        if (onDrop_) onDrop_(paths);
+    });
 }
 
 } // namespace ui

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "ui/Controls.h"
+#include "ui/Subclass.h"
+
+#include <shellapi.h>
 
 #include <functional>
 #include <memory>
@@ -29,7 +32,8 @@ class ListViewRows {
 class ListView : public Control {
   public:
     ListView(Form& form, int id) : Control(form, id) {}
-    ~ListView();
+    ListView(const ListView&) = delete;
+    ListView& operator=(const ListView&) = delete;
 
     /// Connects the view with its rows, which must outlive it, once the form is loaded.
     void Attach(const ListViewRows& rows, bool hasTicks);
@@ -54,7 +58,7 @@ class ListView : public Control {
     void TurnPageTo(int row);
     LRESULT FillItem(NMLVDISPINFOW& info) const;
     LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
-    static LRESULT CALLBACK DropProcedure(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    void TakeDrop(HDROP drop);
 
     const ListViewRows* rows_ = nullptr;
     bool hasTicks_ = false;
@@ -63,6 +67,7 @@ class ListView : public Control {
     mutable std::wstring cellText_;
     std::function<void(int)> onTick_;
     std::function<void(const std::vector<std::wstring>&)> onDrop_;
+    Subclass dropTarget_;
 };
 
 } // namespace ui
