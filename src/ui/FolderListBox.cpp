@@ -17,9 +17,9 @@ constexpr int ClosedFolder = -4;
 constexpr int OpenFolder = -5;
 
 /// From the library itself: asked for one icon, the shell loads lists of icons that take two megabytes.
-HICON FolderIcon(int resource) {
-    HICON icon = nullptr;
-    ExtractIconExW(L"shell32.dll", resource, nullptr, &icon, 1);
+UniqueIcon FolderIcon(int resource) {
+    UniqueIcon icon;
+    ExtractIconExW(L"shell32.dll", resource, nullptr, icon.Receive(), 1);
     return icon;
 }
 
@@ -28,8 +28,8 @@ HICON FolderIcon(int resource) {
 FolderListBox::FolderListBox(Form& form, int id) : ListBox(form, id), keys_(form, id) {}
 
 void FolderListBox::Attach() {
-    if (closedIcon_ == nullptr) closedIcon_ = FolderIcon(ClosedFolder);
-    if (openIcon_ == nullptr) openIcon_ = FolderIcon(OpenFolder);
+    if (!closedIcon_) closedIcon_ = FolderIcon(ClosedFolder);
+    if (!openIcon_) openIcon_ = FolderIcon(OpenFolder);
     const int iconHeight = GetSystemMetrics(SM_CYSMICON);
     Send(LB_SETITEMHEIGHT, 0, std::max(iconHeight, static_cast<int>(Send(LB_GETITEMHEIGHT))));
     listSubclass_.Attach(Handle(), [this](const WindowMessage& message) { return HandleListMessage(message); });
@@ -63,8 +63,8 @@ void FolderListBox::Draw(const DRAWITEMSTRUCT& item) const {
     const int margin = PixelsFromTwips(MarginTwips, item.hwndItem);
     RECT place = item.rcItem;
     place.left += margin + line.level * PixelsFromTwips(IndentTwips, item.hwndItem);
-    DrawIconEx(item.hDC, place.left, (place.top + place.bottom - iconHeight) / 2, line.isOpen ? openIcon_ : closedIcon_,
-               iconWidth, iconHeight, 0, nullptr, DI_NORMAL);
+    DrawIconEx(item.hDC, place.left, (place.top + place.bottom - iconHeight) / 2,
+               (line.isOpen ? openIcon_ : closedIcon_).Get(), iconWidth, iconHeight, 0, nullptr, DI_NORMAL);
     place.left += iconWidth + margin;
     SetBkMode(item.hDC, TRANSPARENT);
     const int enabledColor = isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT;

@@ -3,6 +3,7 @@
 #include "ui/ControlKeys.h"
 #include "ui/Controls.h"
 #include "ui/Subclass.h"
+#include "win32/UniqueHandle.h"
 
 #include <functional>
 #include <memory>
@@ -37,8 +38,8 @@ class FolderListBox : public ListBox {
 
     std::vector<FolderLine> lines_;
     ControlKeys keys_;
-    HICON closedIcon_ = nullptr;
-    HICON openIcon_ = nullptr;
+    UniqueIcon closedIcon_;
+    UniqueIcon openIcon_;
     bool isMovedByKey_ = false;
     Subclass listSubclass_;
     Subclass formSubclass_;

@@ -35,7 +35,6 @@ Form::~Form() {
     if (window_ != nullptr) {
         DestroyWindow(Disconnect());
     }
-    if (accelerators_ != nullptr) DestroyAcceleratorTable(accelerators_);
 }
 
 HWND Form::Disconnect() {
@@ -215,15 +214,13 @@ COLORREF Form::TextColor(int controlId) const {
 
 bool Form::TranslateKeys(MSG& message) {
     if (window_ == nullptr) return false;
-    if (accelerators_ != nullptr && IsWindowEnabled(window_) &&
-        TranslateAcceleratorW(window_, accelerators_, &message) != 0)
+    if (accelerators_ && IsWindowEnabled(window_) && TranslateAcceleratorW(window_, accelerators_.Get(), &message) != 0)
         return true;
     return IsDialogMessageW(window_, &message) != FALSE;
 }
 
 void Form::SetAccelerators(const std::vector<ACCEL>& keys) {
-    if (accelerators_ != nullptr) DestroyAcceleratorTable(accelerators_);
-    accelerators_ = CreateAcceleratorTableW(const_cast<ACCEL*>(keys.data()), static_cast<int>(keys.size()));
+    accelerators_.Reset(CreateAcceleratorTableW(const_cast<ACCEL*>(keys.data()), static_cast<int>(keys.size())));
 }
 
 void Form::SetCancelButton(int controlId) {

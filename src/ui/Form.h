@@ -2,6 +2,7 @@
 
 #include "ui/Units.h"
 #include "ui/Windows.h"
+#include "win32/UniqueHandle.h"
 
 #include <cstdint>
 #include <deque>
@@ -103,7 +104,7 @@ class Form {
     int templateId_;
     HWND window_ = nullptr;
     Form* owner_ = nullptr;
-    HACCEL accelerators_ = nullptr;
+    UniqueAccelerators accelerators_;
     std::map<std::pair<int, int>, std::function<void()>> commands_;
     std::map<std::pair<int, UINT>, std::function<LRESULT(NMHDR&)>> notifications_;
     std::deque<std::function<void()>> posted_;

@@ -12,11 +12,11 @@ void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
                           (hasTicks ? LVS_EX_CHECKBOXES : 0);
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, static_cast<WPARAM>(styles), styles);
     if (hasTicks) Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK);
-    if (boldFont_ == nullptr) {
+    if (!boldFont_) {
         LOGFONTW font{};
         GetObjectW(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof font, &font);
         font.lfWeight = FW_BOLD;
-        boldFont_ = CreateFontIndirectW(&font);
+        boldFont_.Reset(CreateFontIndirectW(&font));
     }
     Form& form = Owner();
     form.OnNotify(Id(), LVN_GETDISPINFOW,
@@ -139,7 +139,7 @@ LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
         const RowStyle style = rows_->Style(row);
         if (style.color != 0) draw.clrText = style.color;
         if (!style.isBold) return CDRF_DODEFAULT;
-        SelectObject(draw.nmcd.hdc, boldFont_);
+        SelectObject(draw.nmcd.hdc, boldFont_.Get());
         return CDRF_NEWFONT;
     }
     default:

@@ -2,6 +2,7 @@
 
 #include "ui/Controls.h"
 #include "ui/Subclass.h"
+#include "win32/UniqueHandle.h"
 
 #include <shellapi.h>
 
@@ -63,7 +64,7 @@ class ListView : public Control {
     const ListViewRows* rows_ = nullptr;
     bool hasTicks_ = false;
     int columnCount_ = 0;
-    HFONT boldFont_ = nullptr;
+    UniqueFont boldFont_;
     mutable std::wstring cellText_;
     std::function<void(int)> onTick_;
     std::function<void(const std::vector<std::wstring>&)> onDrop_;

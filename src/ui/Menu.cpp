@@ -1,5 +1,7 @@
 #include "ui/Menu.h"
 
+#include "win32/UniqueHandle.h"
+
 namespace ui {
 
 namespace {
@@ -10,9 +12,10 @@ int InnerHeight(HWND window) {
     return inner.bottom;
 }
 
-void AttachBar(HWND window, HMENU bar) {
+void AttachBar(HWND window, UniqueMenu bar) {
     const int innerHeight = InnerHeight(window);
-    SetMenu(window, bar);
+    // The window destroys its menu, and a menu those that it holds.
+    if (SetMenu(window, bar.Get())) static_cast<void>(bar.Release());
     RECT outer{};
     GetWindowRect(window, &outer);
     SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left,
@@ -23,17 +26,18 @@ void AttachBar(HWND window, HMENU bar) {
 } // namespace
 
 void AddMenu(Form& form, const std::wstring& caption, const std::vector<MenuCommand>& commands) {
-    HMENU bar = GetMenu(form.Handle());
-    const bool isFirst = bar == nullptr;
-    if (isFirst) bar = CreateMenu();
-    HMENU menu = CreatePopupMenu();
+    UniqueMenu first(GetMenu(form.Handle()) == nullptr ? CreateMenu() : nullptr);
+    UniqueMenu menu(CreatePopupMenu());
     for (const MenuCommand& command : commands)
-        AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(command.id), command.caption.c_str());
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), caption.c_str());
-    if (isFirst)
-        AttachBar(form.Handle(), bar);
-    else
+        AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(command.id), command.caption.c_str());
+    HMENU bar = first ? first.Get() : GetMenu(form.Handle());
+    if (AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu.Get()), caption.c_str()))
+        static_cast<void>(menu.Release());
+    if (first) {
+        AttachBar(form.Handle(), std::move(first));
+    } else {
         DrawMenuBar(form.Handle());
+    }
 }
 
 } // namespace ui

@@ -2,10 +2,6 @@
 
 namespace ui {
 
-ToolTips::~ToolTips() {
-    if (window_ != nullptr && IsWindow(window_)) DestroyWindow(window_);
-}
-
 void ToolTips::Set(const Control& control, const std::wstring& text) {
     if (text.empty()) {
         texts_.erase(control.Id());
@@ -22,9 +18,10 @@ std::wstring ToolTips::Text(const Control& control) const {
 
 void ToolTips::Register(const Control& control) {
     if (!form_.IsLoaded()) return;
-    if (window_ == nullptr || !IsWindow(window_)) {
-        window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0,
-                                  form_.Handle(), nullptr, nullptr, nullptr);
+    // It goes with the form's window, and a form that is loaded again has another one.
+    if (!IsWindow(window_.Get())) {
+        window_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0,
+                                      form_.Handle(), nullptr, nullptr, nullptr));
     }
     std::wstring text = Text(control);
     TTTOOLINFOW onControl{};
@@ -42,10 +39,10 @@ void ToolTips::Register(const Control& control) {
     MapWindowPoints(nullptr, form_.Handle(), reinterpret_cast<POINT*>(&onForm.rect), 2);
 
     for (TTTOOLINFOW* tool : {&onControl, &onForm}) {
-        SendMessageW(window_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(tool));
+        SendMessageW(window_.Get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(tool));
         if (text.empty()) continue;
         tool->lpszText = text.data();
-        SendMessageW(window_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(tool));
+        SendMessageW(window_.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(tool));
     }
 }
 

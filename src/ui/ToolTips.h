@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Controls.h"
+#include "win32/UniqueHandle.h"
 
 #include <map>
 #include <string>
@@ -13,7 +14,6 @@ class ToolTips {
     explicit ToolTips(Form& form) : form_(form) {}
     ToolTips(const ToolTips&) = delete;
     ToolTips& operator=(const ToolTips&) = delete;
-    ~ToolTips();
 
     /// Sets a control's tool tip; an empty text takes it away. Only on a loaded form.
     void Set(const Control& control, const std::wstring& text);
@@ -23,7 +23,7 @@ class ToolTips {
     void Register(const Control& control);
 
     Form& form_;
-    HWND window_ = nullptr;
+    UniqueWindow window_;
     std::map<int, std::wstring> texts_;
 };
 

@@ -1,13 +1,14 @@
 #include "ui/Units.h"
 
+#include "win32/UniqueHandle.h"
+
 #include <initializer_list>
 
 namespace ui {
 
 int DotsPerInch(HWND window) {
-    HDC context = GetDC(window);
-    const int dotsPerInch = GetDeviceCaps(context, LOGPIXELSX);
-    ReleaseDC(window, context);
+    const WindowContext context(window);
+    const int dotsPerInch = GetDeviceCaps(context.Get(), LOGPIXELSX);
     return dotsPerInch > 0 ? dotsPerInch : 96;
 }
 

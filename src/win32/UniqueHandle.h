@@ -33,6 +33,9 @@ class UniqueHandle {
         return &handle_;
     }
 
+    /// Gives the handle to another owner.
+    Type Release() { return std::exchange(handle_, Traits::Invalid()); }
+
   private:
     Type handle_ = Traits::Invalid();
 };
@@ -63,7 +66,55 @@ struct WindowHandleTraits {
     static void Close(Type handle) { DestroyWindow(handle); }
 };
 
+struct FontTraits {
+    using Type = HFONT;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type font) { DeleteObject(font); }
+};
+
+/// Icons that were made or extracted; those of LoadIcon and LR_SHARED are the system's.
+struct IconTraits {
+    using Type = HICON;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type icon) { DestroyIcon(icon); }
+};
+
+/// Menus that no window and no other menu owns yet.
+struct MenuTraits {
+    using Type = HMENU;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type menu) { DestroyMenu(menu); }
+};
+
+struct AcceleratorTraits {
+    using Type = HACCEL;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type table) { DestroyAcceleratorTable(table); }
+};
+
 using UniqueFile = UniqueHandle<FileHandleTraits>;
 using UniqueObject = UniqueHandle<ObjectHandleTraits>;
 using UniqueFind = UniqueHandle<FindHandleTraits>;
 using UniqueWindow = UniqueHandle<WindowHandleTraits>;
+using UniqueFont = UniqueHandle<FontTraits>;
+using UniqueIcon = UniqueHandle<IconTraits>;
+using UniqueMenu = UniqueHandle<MenuTraits>;
+using UniqueAccelerators = UniqueHandle<AcceleratorTraits>;
+
+/// The device context of a window's screen, lent by the window and given back to it.
+class WindowContext {
+  public:
+    /// A null window means the whole screen.
+    explicit WindowContext(HWND window) : window_(window), context_(GetDC(window)) {}
+    WindowContext(const WindowContext&) = delete;
+    WindowContext& operator=(const WindowContext&) = delete;
+    ~WindowContext() {
+        if (context_ != nullptr) ReleaseDC(window_, context_);
+    }
+
+    HDC Get() const { return context_; }
+
+  private:
+    HWND window_;
+    HDC context_;
+};
