@@ -155,6 +155,8 @@ class StatusBar : public Control {
     void SetPanels(const std::vector<int>& widthsTwips);
     void SetPanelText(int panel, const std::wstring& text);
     std::wstring PanelText(int panel) const;
+    /// Goes to its place again after the form's size has changed.
+    void FollowForm() { Send(WM_SIZE); }
     void SetPanelToolTip(int panel, const std::wstring& text);
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Form.h"
+#include "ui/Timer.h"
 
 #include <functional>
 
@@ -11,21 +11,20 @@ namespace ui {
 class DelayedCall {
   public:
     /// What `steps` let through is handed to the form.
-    DelayedCall(Form& form, std::function<void()> steps) : form_(form), steps_(std::move(steps)) {}
-    DelayedCall(const DelayedCall&) = delete;
-    DelayedCall& operator=(const DelayedCall&) = delete;
-    ~DelayedCall() { Cancel(); }
+    DelayedCall(Form& form, std::function<void()> steps)
+        : timer_(form, [this, steps = std::move(steps)] {
+              timer_.Stop();
+              steps();
+          }) {}
 
     /// Asks for the call in `milliseconds`; a call that is due already stays where it is. Only on a loaded form.
-    void Request(UINT milliseconds);
-    void Cancel();
+    void Request(UINT milliseconds) {
+        if (!timer_.IsRunning()) timer_.Start(milliseconds);
+    }
+    void Cancel() { timer_.Stop(); }
 
   private:
-    static void CALLBACK Run(HWND window, UINT message, UINT_PTR timer, DWORD now);
-
-    Form& form_;
-    std::function<void()> steps_;
-    HWND window_ = nullptr;
+    Timer timer_;
 };
 
 } // namespace ui

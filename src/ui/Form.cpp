@@ -56,9 +56,11 @@ void Form::Create(Form* owner) {
                        owner != nullptr ? owner->Handle() : nullptr, DialogProcedure, reinterpret_cast<LPARAM>(this));
 }
 
-void Form::CreateChild(Form& parent, const RECT& place) {
+void Form::CreateChild(Form& parent, const PlaceDialogUnits& place) {
     Create(&parent);
-    SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+    RECT pixels{place.left, place.top, place.right, place.bottom};
+    MapDialogRect(parent.Handle(), &pixels);
+    SetWindowPos(window_, nullptr, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top,
                  SWP_NOZORDER | SWP_SHOWWINDOW);
 }
 
@@ -108,6 +110,22 @@ HWND Form::ControlHandle(int controlId) const {
     return control;
 }
 
+void Form::Enable(bool isEnabled) {
+    EnableWindow(window_, isEnabled);
+}
+
+bool Form::IsEnabled() const {
+    return IsWindowEnabled(window_) != FALSE;
+}
+
+bool Form::IsActive() const {
+    return window_ != nullptr && GetActiveWindow() == window_;
+}
+
+void Form::PutFirst() {
+    SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void Form::SetTitle(const std::wstring& title) {
     SetWindowTextW(window_, title.c_str());
 }
@@ -154,6 +172,14 @@ void Form::SetInnerWidthTwips(int widthTwips) {
     GetClientRect(window_, &inner);
     const int frame = (outer.right - outer.left) - inner.right;
     SetWindowPos(window_, nullptr, 0, 0, PixelsFromTwips(widthTwips, window_) + frame, outer.bottom - outer.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::GrowTwips(int heightTwips) {
+    RECT outer{};
+    GetWindowRect(window_, &outer);
+    SetWindowPos(window_, nullptr, 0, 0, outer.right - outer.left,
+                 outer.bottom - outer.top + PixelsFromTwips(heightTwips, window_),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

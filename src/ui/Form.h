@@ -15,6 +15,14 @@
 
 namespace ui {
 
+/// Edges in a dialog template's units, which the dialog's font makes pixels of.
+struct PlaceDialogUnits {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+};
+
 /// A window made from a dialog template. It is loaded by `Create` or `ShowModal` and may be loaded again once it has
 /// been unloaded. Everything runs on the user-interface thread; nothing thrown by a handler leaves the window
 /// procedure.
@@ -27,8 +35,8 @@ class Form {
 
     /// Creates the window, hidden, over `owner` (null: none) and loads it.
     void Create(Form* owner = nullptr);
-    /// Creates the window as a visible child of `parent`, at a place in pixels of the parent's inside, and loads it.
-    void CreateChild(Form& parent, const RECT& place);
+    /// Creates the window as a visible child of `parent`, at a place of the parent's template, and loads it.
+    void CreateChild(Form& parent, const PlaceDialogUnits& place);
     /// Shows a created window and activates it.
     void Show();
     /// Creates, shows and runs the window until it is unloaded; `owner` is disabled meanwhile and activated after.
@@ -41,6 +49,13 @@ class Form {
     Form* Owner() const { return owner_; }
     HWND ControlHandle(int controlId) const;
 
+    void Enable(bool isEnabled);
+    bool IsEnabled() const;
+    /// Whether this is the window that the user works in.
+    bool IsActive() const;
+    /// Puts a child before its sisters, so that Tab comes to it first.
+    void PutFirst();
+
     void SetTitle(const std::wstring& title);
     std::wstring Title() const;
     void Refresh();
@@ -49,6 +64,7 @@ class Form {
     /// The window is moved up where it would not end on the screen.
     void SetHeightTwips(int heightTwips);
     void SetInnerWidthTwips(int widthTwips);
+    void GrowTwips(int heightTwips);
 
     /// Runs `handler` when a control sends the notification `code` by WM_COMMAND.
     void On(int controlId, int code, std::function<void()> handler);

@@ -1,4 +1,5 @@
 #include "BackupWindowBench.h"
+#include "WaitFor.h"
 #include "resources/TextId.h"
 
 namespace {
@@ -48,8 +49,7 @@ TEST_F(BackupWindowTest, TheStatusBarShowsTheDiscAndTheTime) {
     EXPECT_EQ(PanelText(3), L" 4 482.000 Mo");
     EXPECT_EQ(PanelText(4), L"15:09");
     machine.system.now.minute = 10;
-    SendMessageW(form->Handle(), WM_TIMER, 1, 0);
-    EXPECT_EQ(PanelText(4), L"15:10");
+    EXPECT_TRUE(WaitFor([&] { return PanelText(4) == L"15:10"; })) << PanelText(4);
 }
 
 TEST_F(BackupWindowTest, AComponentThatCannotBeMadeIsReportedAndTheWindowStaysUsable) {

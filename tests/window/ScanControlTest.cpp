@@ -15,9 +15,7 @@ class ScanControlTest : public testing::Test, protected FormDriver {
   protected:
     void Open() {
         parent.Create();
-        RECT place{0, 0, 240, 28};
-        MapDialogRect(parent.Handle(), &place);
-        scan.CreateChild(parent, place);
+        scan.CreateChild(parent, {0, 0, 240, 28});
     }
     HWND Window() const override { return scan.Handle(); }
 

@@ -47,9 +47,7 @@ class SelectionControlTest : public testing::Test, protected FormDriver {
         SetWindowPos(parent.Handle(), nullptr, 0, 0, 820, 460, SWP_NOMOVE);
         for (HWND child = GetWindow(parent.Handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
             ShowWindow(child, SW_HIDE);
-        RECT place{5, 4, 523, 242};
-        MapDialogRect(parent.Handle(), &place);
-        control->CreateChild(parent, place);
+        control->CreateChild(parent, {5, 4, 523, 242});
         parent.Show();
         ui::RunPendingMessages();
     }

@@ -33,10 +33,9 @@ constexpr std::array Captions = {
     Caption{IDC_cmdStopWrite, TextId::StopCaption},
 };
 
-constexpr RECT SelectionPlace{5, 4, 523, 242};
-constexpr RECT ScanPlace{145, 269, 385, 297};
-constexpr UINT_PTR ClockTimer = 1;
-constexpr UINT ClockMilliseconds = 1000;
+constexpr ui::PlaceDialogUnits SelectionPlace{5, 4, 523, 242};
+constexpr ui::PlaceDialogUnits ScanPlace{145, 269, 385, 297};
+constexpr unsigned ClockMilliseconds = 1000;
 
 } // namespace
 
@@ -62,8 +61,7 @@ void frmBackup::OnLoad() {
     KeepButtonsBelow(ProgressControls::Place.top + ProgressControls::Place.height);
     ConnectControls();
     stBarDataWriter.LayOut();
-    // The system takes the timer away with the window.
-    SetTimer(Handle(), ClockTimer, ClockMilliseconds, nullptr);
+    clock_.Start(ClockMilliseconds);
     // Before the selection is loaded, because its predefined sets count at once.
     app_.requiredSpace = {};
     app_.availableSpace = {};
@@ -78,13 +76,8 @@ void frmBackup::KeepButtonsBelow(int bottomTwips) {
     for (ui::Control* button : {static_cast<ui::Control*>(&cmdPrecedent), static_cast<ui::Control*>(&cmdLancer),
                                 static_cast<ui::Control*>(&cmdQuitter)})
         button->SetTop(button->Bounds().top + missingTwips);
-    RECT outer{};
-    GetWindowRect(Handle(), &outer);
-    SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left,
-                 outer.bottom - outer.top + ui::PixelsFromTwips(missingTwips, Handle()),
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    // The status bar finds its place when it is told that there is a new one.
-    SendMessageW(stBarDataWriter.Handle(), WM_SIZE, 0, 0);
+    GrowTwips(missingTwips);
+    stBarDataWriter.FollowForm();
 }
 
 void frmBackup::ConnectControls() {
@@ -99,14 +92,8 @@ void frmBackup::ConnectControls() {
 }
 
 void frmBackup::HostSelection() {
-    ctlSelectionFichiers_.CreateChild(*this, PixelsOf(SelectionPlace));
-    // First in the order in which Tab goes through the window.
-    SetWindowPos(ctlSelectionFichiers_.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-}
-
-RECT frmBackup::PixelsOf(RECT dialogUnits) const {
-    MapDialogRect(Handle(), &dialogUnits);
-    return dialogUnits;
+    ctlSelectionFichiers_.CreateChild(*this, SelectionPlace);
+    ctlSelectionFichiers_.PutFirst();
 }
 
 void frmBackup::OnActivate() {
@@ -125,23 +112,17 @@ void frmBackup::OnUnload() {
     isUnloading_ = true;
     Guarded(L"Form_Unload, module frmBackupCD", [this] {
         // A writer that is still at work lets messages run until it has stopped, which takes a drive up to minutes.
-        EnableWindow(Handle(), FALSE);
+        Enable(false);
         app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
         discs_.ReleaseWriter();
         state_.awake.reset();
         eraseWindow_ = nullptr;
         parent_ = nullptr;
     });
-    KillTimer(Handle(), ClockTimer);
+    clock_.Stop();
     ctlScan_.Unload();
     ctlSelectionFichiers_.Unload();
     app_.machine.messageLoop.SetPointer(Pointer::Default);
-}
-
-std::optional<LRESULT> frmBackup::OnMessage(UINT message, WPARAM wParam, LPARAM) {
-    if (message != WM_TIMER || wParam != ClockTimer) return std::nullopt;
-    stBarDataWriter.ShowTime(app_);
-    return 0;
 }
 
 void frmBackup::InitCaptions() {
@@ -176,7 +157,7 @@ void frmBackup::ShowTitle() {
 void frmBackup::SetUpDiscs() {
     constexpr std::int16_t steps = 3;
     fParametres.Show(false);
-    ctlScan_.CreateChild(*this, PixelsOf(ScanPlace));
+    ctlScan_.CreateChild(*this, ScanPlace);
     ctlScan_.SetMIN(0);
     ctlScan_.SetMAX(steps);
     ui::Form::Refresh();
@@ -354,7 +335,7 @@ void frmBackup::AfficherProgression(bool isBusy) {
     cmdLancer.Enable(!isBusy);
     cmdLancer.Show(!isBusy);
     // The control that had the focus is hidden or disabled now: without one the keyboard would reach nothing.
-    if (GetActiveWindow() == Handle()) (isBusy ? progress_.cmdStopWrite : cmdLancer).SetFocus();
+    if (IsActive()) (isBusy ? progress_.cmdStopWrite : cmdLancer).SetFocus();
     app_.machine.messageLoop.RunPending();
 }
 

@@ -17,6 +17,7 @@
 #include "selection/forms/ctlSelectionFichiers.h"
 #include "shell/MainWindow.h"
 #include "shell/forms/ApplicationForm.h"
+#include "ui/Timer.h"
 
 #include <array>
 #include <functional>
@@ -61,7 +62,6 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     void OnActivate() override;
     bool OnClosing() override;
     void OnUnload() override;
-    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   private:
     void KeepButtonsBelow(int bottomTwips);
@@ -78,7 +78,6 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     void LoadComboDriveUSB();
     void FillDrives(const std::vector<std::wstring>& roots);
     void RemoveControls();
-    RECT PixelsOf(RECT dialogUnits) const;
 
     void cmbGraveur_Click();
     void cmbSpeed_Click();
@@ -128,6 +127,7 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     ui::Button cmdQuitter{*this, IDC_cmdQuitter};
     MediumStatusBar stBarDataWriter{*this, IDC_stBarDataWriter};
     ProgressControls progress_{*this};
+    ui::Timer clock_{*this, [this] { stBarDataWriter.ShowTime(app_); }};
 
     BackupState state_;
     PasswordQuestion askPassword_;

@@ -20,9 +20,9 @@ void ctlScan::InitCaptions() {
 }
 
 bool ctlScan::Enabled() const {
-    return IsWindowEnabled(Handle()) != FALSE;
+    return IsEnabled();
 }
 
 void ctlScan::SetEnabled(bool bEnabled) {
-    EnableWindow(Handle(), bEnabled);
+    Enable(bEnabled);
 }

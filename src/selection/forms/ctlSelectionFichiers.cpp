@@ -102,7 +102,7 @@ void ctlSelectionFichiers::SetEnabled(bool isEnabled) {
                  &frmSauvegardeOKR, &frmDView, &lvFichRep, &cmdOuvrirExplorer, &cmdEffacerTouteListe,
                  &cmdEffacerFichierListe})
             control->Enable(isEnabled);
-        EnableWindow(Handle(), isEnabled);
+        Enable(isEnabled);
     });
 }
 
