@@ -2,13 +2,15 @@
 
 namespace {
 
+constexpr std::uint32_t StoragePropertyQuery = 0x2D1400; // IOCTL_STORAGE_QUERY_PROPERTY
+
 class FakeStorageDevice : public StorageDevice {
   public:
     FakeStorageDevice(std::optional<std::uint32_t> busType, std::vector<std::uint32_t>& controlCodes)
         : busType_(busType), controlCodes_(controlCodes) {}
     std::optional<std::uint32_t> BusType(std::uint32_t controlCode) override {
         controlCodes_.push_back(controlCode);
-        return busType_;
+        return controlCode == StoragePropertyQuery ? busType_ : std::nullopt;
     }
 
   private:

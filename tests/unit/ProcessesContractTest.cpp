@@ -62,4 +62,9 @@ TYPED_TEST(ProcessesContract, StartDoesNotThrowForAProgramThatIsThere) {
     EXPECT_NO_THROW(this->processes_.Start(Ending(3)));
 }
 
+TYPED_TEST(ProcessesContract, OpeningWhatIsNotThereIsNoFailure) {
+    this->bench_.WillNotStart();
+    EXPECT_NO_THROW(this->processes_.Open(L"C:\\no\\such document.pdf", L"C:\\no"));
+}
+
 } // namespace

@@ -118,6 +118,11 @@ TYPED_TEST(SystemContract, SleepLetsTimePass) {
     EXPECT_TRUE(isPastMidnight || after - before >= 0.02) << before << " then " << after;
 }
 
+TYPED_TEST(SystemContract, SecondsSinceMidnightAreThoseOfOneDay) {
+    EXPECT_GE(this->system_.SecondsSinceMidnight(), 0);
+    EXPECT_LT(this->system_.SecondsSinceMidnight(), 24 * 60 * 60);
+}
+
 TYPED_TEST(SystemContract, KeepAwakeGivesAHold) {
     EXPECT_NE(this->system_.KeepAwake(), nullptr);
 }

@@ -17,6 +17,7 @@ TEST(StringResource, HoldsEveryTextInBothLanguages) {
 
 TEST(StringResource, MissingIdGivesNothing) {
     EXPECT_EQ(WindowsStringTable().Load(100), L"");
+    EXPECT_EQ(FakeStringTable().Load(100), L"");
 }
 
 TEST(StringResource, IsFoundWhateverTheThreadsLanguage) {
