@@ -200,6 +200,12 @@ bool BurnerBench::WaitForContent(wchar_t letter) {
     return DiscSetting(letter, "content") == "shown";
 }
 
+bool BurnerBench::WaitBusy(const std::function<bool()>& isDone) {
+    const ULONGLONG end = GetTickCount64() + 15000;
+    while (!isDone() && GetTickCount64() < end) MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, 0);
+    return isDone();
+}
+
 void BurnerBench::RunFor(const std::function<bool()>& isDone, DWORD milliseconds) {
     const ULONGLONG end = GetTickCount64() + milliseconds;
     loop_.RunPending();

@@ -46,6 +46,9 @@ class BurnerBench {
         RunFor([] { return false; }, 1500);
     }
 
+    /// Waits as a busy window does, without handling a message; false when `isDone` does not come about.
+    static bool WaitBusy(const std::function<bool()>& isDone);
+
     /// By letter.
     static void SetDrive(wchar_t letter, const Settings& changes);
     static void SetDisc(wchar_t letter, const Settings& changes);

@@ -330,7 +330,7 @@ TEST_F(DiscFaults, IncompleteDiscCanBeErasedAndWrittenAgain) {
 TEST_F(DiscFaults, WindowThatWasBusyIsToldOfEachStageOnce) {
     Open();
     StartWrite();
-    while (BurnerBench::DiscSetting(L'G', "writes").empty()) Sleep(10);
+    ASSERT_TRUE(BurnerBench::WaitBusy([] { return !BurnerBench::DiscSetting(L'G', "writes").empty(); }));
     RunToEnd();
     ASSERT_TRUE(events_.HasFinished());
     // Preparing, filling, writing, closing, finished.

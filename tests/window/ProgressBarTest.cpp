@@ -1,4 +1,5 @@
 #include "TestForm.h"
+#include "WaitFor.h"
 #include "ui/MessagePump.h"
 
 #include <gtest/gtest.h>
@@ -49,15 +50,15 @@ TEST(ProgressBar, ShowsASlowStepOfAFiftiethAndAfterASecondAny) {
     EXPECT_EQ(form.testProgress.Value(), 50);
     form.testProgress.SetValue(500);
     EXPECT_EQ(shown(), 500);
-    Sleep(60);
-    form.testProgress.SetValue(520);
-    EXPECT_EQ(shown(), 520);
-    Sleep(60);
-    form.testProgress.SetValue(521);
-    EXPECT_EQ(shown(), 520);
-    Sleep(1100);
-    form.testProgress.SetValue(522);
-    EXPECT_EQ(shown(), 522);
+    // A fiftieth of the range is shown as soon as the last picture has stood for a frame, less only after a second.
+    const auto isShownNow = [&](int value) {
+        form.testProgress.SetValue(value);
+        return shown() == value;
+    };
+    EXPECT_TRUE(WaitFor([&] { return isShownNow(520); }));
+    const ULONGLONG shownAt = GetTickCount64();
+    EXPECT_TRUE(WaitFor([&] { return isShownNow(521); }));
+    EXPECT_GE(GetTickCount64() - shownAt, 900u);
     form.testProgress.SetValue(1000);
     EXPECT_EQ(shown(), 1000);
     form.testProgress.SetValue(0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FormDriver.h"
+#include "WaitFor.h"
 #include "restore/forms/frmRestaureCD.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
@@ -52,16 +53,7 @@ class RestoreWindow : public testing::Test, protected FormDriver {
         SelectDrive(0);
     }
     void SendDeviceChange() { SendMessageW(form.Handle(), WM_DEVICECHANGE, 0x8000, 0); }
-    /// Handles messages until `isDone`, at most a second long.
-    bool WaitFor(const std::function<bool()>& isDone) {
-        const ULONGLONG end = GetTickCount64() + 1000;
-        while (!isDone()) {
-            if (GetTickCount64() > end) return false;
-            ui::RunPendingMessages();
-            Sleep(1);
-        }
-        return true;
-    }
+    /// Waits as long as a refresh could take, for tests in which none or any number may come.
     void LetRefreshHappen() {
         const ULONGLONG end = GetTickCount64() + 300;
         WaitFor([&] { return GetTickCount64() > end; });

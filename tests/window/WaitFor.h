@@ -4,9 +4,9 @@
 
 #include <functional>
 
-/// Handles messages until `isDone`, at most for two seconds; gives whether it came to that.
+/// Handles messages until `isDone`, at most for five seconds; gives whether it came to that.
 inline bool WaitFor(const std::function<bool()>& isDone) {
-    const ULONGLONG end = GetTickCount64() + 2000;
+    const ULONGLONG end = GetTickCount64() + 5000;
     while (!isDone()) {
         if (GetTickCount64() > end) return false;
         ui::RunPendingMessages();
