@@ -25,7 +25,7 @@ void BackupRun::Launch() {
     isBurnStarted_ = false;
     isStartRefused_ = false;
     const bool isComplete = Guarded(app_, L"cmdLancer_Click, module frmBackupCD", [this] {
-        if (state_.IsDiscMedium()) {
+        if (IsDisc(state_.miTypeMedia)) {
             RunToDisc();
         } else {
             RunToDisk();
@@ -44,7 +44,7 @@ void BackupRun::Launch() {
 void BackupRun::RunToDisk() {
     const std::wstring drive = DrivePart(view_.SelectedDrive());
     if (!app_.machine.drives.Exists(drive)) {
-        app_.ShowMessage(app_.Text(MediumLabelId(state_.miTypeMedia)) + L" " + app_.Text(TextId::MediumUnavailable),
+        app_.ShowMessage(app_.Text(Describe(state_.miTypeMedia).labelId) + L" " + app_.Text(TextId::MediumUnavailable),
                          TextId::None, box::Ok);
     } else {
         const Preparation preparation = PreparerArchive();
@@ -172,7 +172,7 @@ void BackupRun::Stop() {
         if (std::exchange(isStartRefused_, false)) discs_.FinEcriture();
         return;
     }
-    if (state_.miTypeMedia != Medium::RemovableDisk) discs_.ArreterEcriture();
+    if (Describe(state_.miTypeMedia).doesStopReachWriter) discs_.ArreterEcriture();
     state_.isOperationInProgress = false;
 }
 

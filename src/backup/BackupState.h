@@ -19,6 +19,4 @@ struct BackupState {
     bool isErasing = false;
     /// Keeps the computer awake for as long as a run lasts.
     std::unique_ptr<Hold> awake;
-
-    bool IsDiscMedium() const { return miTypeMedia == Medium::Cd || miTypeMedia == Medium::Dvd; }
 };

@@ -3,9 +3,14 @@
 
 namespace {
 
-bool IsBetween(MediaKind kind, MediaKind first, MediaKind last) {
-    return kind >= first && kind <= last;
-}
+/// The media kind codes from the first to the last.
+struct Kinds {
+    MediaKind first;
+    MediaKind last;
+    bool Contain(MediaKind kind) const { return kind >= first && kind <= last; }
+};
+
+constexpr Kinds Cds{MediaKind::CdR, MediaKind::CdRw};
 
 void ReplaceAll(std::wstring& text, const std::wstring& placeholder, const std::wstring& value) {
     for (auto at = text.find(placeholder); at != std::wstring::npos; at = text.find(placeholder, at + value.size()))
@@ -42,25 +47,21 @@ std::wstring KindName(const Application& app, MediaKind kind) {
     return {};
 }
 
-bool IsKindWritable(Medium medium, MediaKind kind, bool writerCanWrite) {
-    if (medium == Medium::Cd) return writerCanWrite && IsBetween(kind, MediaKind::CdR, MediaKind::CdRw);
-    if (medium == Medium::Dvd) return writerCanWrite && IsBetween(kind, MediaKind::DvdPlusR, MediaKind::DvdRam);
-    return false;
+bool IsKindWritable(DiscFamily family, MediaKind kind, bool writerCanWrite) {
+    return writerCanWrite && ByFamily(family, Cds, {MediaKind::DvdPlusR, MediaKind::DvdRam}).Contain(kind);
 }
 
-bool IsKindOfMedium(Medium medium, MediaKind kind) {
-    if (medium == Medium::Cd) return IsBetween(kind, MediaKind::CdR, MediaKind::CdRw);
-    return medium == Medium::Dvd && IsBetween(kind, MediaKind::DvdPlusR, MediaKind::DvdPlusRDl);
+bool IsKindOfFamily(DiscFamily family, MediaKind kind) {
+    return ByFamily(family, Cds, {MediaKind::DvdPlusR, MediaKind::DvdPlusRDl}).Contain(kind);
 }
 
-bool IsKindErasable(Medium medium, MediaKind kind) {
-    if (medium == Medium::Cd) return kind == MediaKind::CdRw;
-    return medium == Medium::Dvd && (kind == MediaKind::DvdPlusRw || kind == MediaKind::DvdMinusRw);
+bool IsKindErasable(DiscFamily family, MediaKind kind) {
+    return ByFamily(family, kind == MediaKind::CdRw, kind == MediaKind::DvdPlusRw || kind == MediaKind::DvdMinusRw);
 }
 
 std::wstring WrongKindText(const Application& app, Medium medium, MediaKind kind) {
     std::wstring text = app.Text(TextId::WrongDiscKind);
-    const std::wstring wanted = app.Text(medium == Medium::Cd ? TextId::WantedCd : TextId::WantedDvd);
+    const std::wstring wanted = app.Text(Describe(medium).wantedDiscId);
     ReplaceAll(text, L"%1", KindName(app, kind));
     ReplaceAll(text, L"%2", wanted);
     ReplaceAll(text, L"%3", wanted);

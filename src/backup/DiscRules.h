@@ -11,12 +11,12 @@ std::wstring KindName(const Application& app, MediaKind kind);
 
 /// Which kinds count differs from question to question, and is meant to.
 
-/// Whether a backup on `medium` can be written to a disc of this kind, which its writer says it can write to.
-bool IsKindWritable(Medium medium, MediaKind kind, bool writerCanWrite);
-/// Whether the disc belongs to the medium that was chosen at all.
-bool IsKindOfMedium(Medium medium, MediaKind kind);
+/// Whether a backup on discs of a family can be written to a disc of this kind, which its writer says it can write to.
+bool IsKindWritable(DiscFamily family, MediaKind kind, bool writerCanWrite);
+/// Whether the disc belongs to the family that was chosen at all.
+bool IsKindOfFamily(DiscFamily family, MediaKind kind);
 /// Whether a disc of this kind can be erased.
-bool IsKindErasable(Medium medium, MediaKind kind);
+bool IsKindErasable(DiscFamily family, MediaKind kind);
 
 /// What the user is told about a disc that does not belong to the chosen medium.
 std::wstring WrongKindText(const Application& app, Medium medium, MediaKind kind);

@@ -27,7 +27,7 @@ DiscSide::~DiscSide() {
 
 void DiscSide::CreateWriter() {
     app_.hasWriterError = false;
-    writer_ = app_.machine.discWriters.Create(state_.miTypeMedia == Medium::Cd ? DiscFamily::Cd : DiscFamily::Dvd);
+    writer_ = app_.machine.discWriters.Create(Family());
     writer_->SetEvents(this);
 }
 
@@ -43,13 +43,18 @@ std::vector<std::wstring> DiscSide::WriterNames() const {
 
 std::vector<WriteSpeed> DiscSide::ProbeSpeeds() {
     if (!writer_) return {};
-    return state_.miTypeMedia == Medium::Cd ? ProbeCdSpeeds(*writer_)
-                                            : ProbeDvdSpeeds(*writer_, app_.machine.system.DecimalSeparator());
+    switch (Family()) {
+    case DiscFamily::Cd:
+        return ProbeCdSpeeds(*writer_);
+    case DiscFamily::Dvd:
+        return ProbeDvdSpeeds(*writer_, app_.machine.system.DecimalSeparator());
+    }
+    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
 }
 
 MediumReport DiscSide::Report() const {
-    return state_.IsDiscMedium() ? ReportOnDisc(app_, state_.miTypeMedia, writer_.get())
-                                 : ReportOnDisk(app_, state_.miTypeMedia, state_.mstrDrive);
+    return IsDisc(state_.miTypeMedia) ? ReportOnDisc(app_, Family(), writer_.get())
+                                      : ReportOnDisk(app_, state_.miTypeMedia, state_.mstrDrive);
 }
 
 void DiscSide::RefreshDiscInfo() {
@@ -60,7 +65,7 @@ void DiscSide::RefreshDiscInfo() {
         app_.availableSpace = report.available;
         state_.disc = report.disc;
         view_.ShowPanels(report);
-        view_.ShowEraseButton(state_.IsDiscMedium(), report.disc.flDiscErasable);
+        view_.ShowEraseButton(IsDisc(state_.miTypeMedia), report.disc.flDiscErasable);
     });
     view_.AfficherEspaces();
     view_.MajBoutonLancer();
@@ -71,14 +76,14 @@ std::wstring DiscSide::DiscMediaTypeString() const {
 }
 
 void DiscSide::CheckKind() {
-    if (!state_.IsDiscMedium() || state_.disc.presence != DiscPresence::Ready) return;
-    if (IsKindOfMedium(state_.miTypeMedia, state_.disc.kind)) return;
+    if (!IsDisc(state_.miTypeMedia) || state_.disc.presence != DiscPresence::Ready) return;
+    if (IsKindOfFamily(Family(), state_.disc.kind)) return;
     app_.ShowMessage(WrongKindText(app_, state_.miTypeMedia, state_.disc.kind), TextId::WrongDiscFormatTitle,
                      box::Exclamation);
 }
 
 bool DiscSide::IsDiscAccepted() {
-    return state_.miTypeMedia == Medium::Cd ? DiscWritableCD() : DiscWritableDVD();
+    return (this->*ByFamily(Family(), &DiscSide::DiscWritableCD, &DiscSide::DiscWritableDVD))();
 }
 
 bool DiscSide::DiscWritableCD() {
@@ -99,7 +104,7 @@ bool DiscSide::DiscWritableCD() {
 bool DiscSide::DiscWritableDVD() {
     return Guarded(app_, L"DiscWritableDVD, module frmBackupCD", [this] {
         const DiscFacts disc = Report().disc;
-        return !disc.flNoDisc() && IsKindOfMedium(Medium::Dvd, disc.kind);
+        return !disc.flNoDisc() && IsKindOfFamily(DiscFamily::Dvd, disc.kind);
     });
 }
 
@@ -111,6 +116,12 @@ void DiscSide::SetWriteOptions() {
 
 void DiscSide::StartWrite() {
     RequiredWriter().StartWrite();
+}
+
+DiscFamily DiscSide::Family() const {
+    const auto family = DiscFamilyOf(state_.miTypeMedia);
+    if (!family) throw RuntimeError(ErrorNumber::ObjectNotSet);
+    return *family;
 }
 
 DiscWriter& DiscSide::RequiredWriter() {
@@ -261,5 +272,5 @@ void DiscSide::OperationProgress(std::int16_t percent) {
 }
 
 const wchar_t* DiscSide::Label(const wchar_t* forCd, const wchar_t* forDvd) const {
-    return state_.miTypeMedia == Medium::Cd ? forCd : forDvd;
+    return ByFamily(Family(), forCd, forDvd);
 }

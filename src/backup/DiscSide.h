@@ -55,6 +55,8 @@ class DiscSide final : private DiscWriterEvents {
     void MediaChange() override;
     void OperationProgress(std::int16_t percent) override;
 
+    /// Throws 91 for a disk.
+    DiscFamily Family() const;
     DiscWriter& RequiredWriter();
     bool DiscWritableCD();
     bool DiscWritableDVD();

@@ -35,12 +35,12 @@ void ReportDvdSpace(const Application& app, const DiscWriter& writer, MediumRepo
 }
 
 /// The text of the disc's state; None for a state without one.
-TextId StatusText(Medium medium, DiscStatus status, std::uint64_t usedBytes) {
+TextId StatusText(DiscFamily family, DiscStatus status, std::uint64_t usedBytes) {
     switch (status) {
     case DiscStatus::Blank:
         return TextId::DiscBlank;
     case DiscStatus::Open:
-        return medium == Medium::Dvd && usedBytes == 0 ? TextId::DiscBlank : TextId::DiscOpen;
+        return ByFamily(family, false, usedBytes == 0) ? TextId::DiscBlank : TextId::DiscOpen;
     case DiscStatus::Closed:
         return TextId::DiscClosed;
     case DiscStatus::Unknown:
@@ -51,7 +51,7 @@ TextId StatusText(Medium medium, DiscStatus status, std::uint64_t usedBytes) {
 
 } // namespace
 
-MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWriter* writer) {
+MediumReport ReportOnDisc(const Application& app, DiscFamily family, const DiscWriter* writer) {
     MediumReport report;
     DiscFacts& disc = report.disc;
     if (writer != nullptr) disc.presence = writer->Presence();
@@ -66,12 +66,11 @@ MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWrite
     disc.kind = writer->Kind();
     disc.status = writer->Status();
     disc.isDvdReady = writer->IsDvdReady();
-    disc.flDiscWritable = IsKindWritable(medium, disc.kind, writer->IsWritable());
-    disc.flDiscErasable = IsKindErasable(medium, disc.kind);
+    disc.flDiscWritable = IsKindWritable(family, disc.kind, writer->IsWritable());
+    disc.flDiscErasable = IsKindErasable(family, disc.kind);
     report[Panel::Type] = KindName(app, disc.kind);
-    if (medium == Medium::Cd) ReportCdSpace(app, *writer, report);
-    if (medium == Medium::Dvd) ReportDvdSpace(app, *writer, report);
-    if (const TextId text = StatusText(medium, disc.status, writer->UsedBytes()); text != TextId::None)
+    ByFamily(family, ReportCdSpace, ReportDvdSpace)(app, *writer, report);
+    if (const TextId text = StatusText(family, disc.status, writer->UsedBytes()); text != TextId::None)
         report[Panel::Status] = app.Text(text);
     if (disc.status == DiscStatus::Unknown) report.available = Currency();
     return report;
@@ -79,7 +78,7 @@ MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWrite
 
 MediumReport ReportOnDisk(const Application& app, Medium medium, const std::wstring& root) {
     MediumReport report;
-    report[Panel::Type] = app.Text(MediumLabelId(medium));
+    report[Panel::Type] = app.Text(Describe(medium).labelId);
     if (!app.machine.drives.Exists(root)) {
         report[Panel::Status] = app.Text(TextId::MediumUnavailable);
         return report;

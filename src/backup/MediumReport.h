@@ -19,8 +19,8 @@ struct MediumReport {
     const std::wstring& operator[](Panel panel) const { return panels[static_cast<std::size_t>(panel)]; }
 };
 
-/// The disc in the current drive of a CD or DVD writer; null for a medium that has no writer.
-MediumReport ReportOnDisc(const Application& app, Medium medium, const DiscWriter* writer);
+/// The disc in the current drive of a writer; null for a medium whose writer could not be made.
+MediumReport ReportOnDisc(const Application& app, DiscFamily family, const DiscWriter* writer);
 
 /// The disk at a drive root. Throws 71 when the drive is there but holds nothing that can be read.
 MediumReport ReportOnDisk(const Application& app, Medium medium, const std::wstring& root);

@@ -15,15 +15,8 @@ bool IsDvdReady(const DiscFacts& disc) {
 
 bool CanStartBackup(Medium medium, const DiscFacts& disc, const Spaces& spaces) {
     if (spaces.IsMediumFull() || spaces.IsWorkSpaceFull()) return false;
-    switch (medium) {
-    case Medium::Cd:
-        return IsCdReady(disc) && spaces.required > Currency();
-    case Medium::Dvd:
-        return IsDvdReady(disc) && spaces.required > Currency();
-    case Medium::RemovableDisk:
-    case Medium::ExternalDisk:
-        // A folder that shrank after it was added can leave a figure below zero.
-        return spaces.required != Currency();
-    }
-    return false;
+    if (const auto family = DiscFamilyOf(medium))
+        return spaces.required > Currency() && ByFamily(*family, IsCdReady, IsDvdReady)(disc);
+    // A folder that shrank after it was added can leave a figure below zero.
+    return spaces.required != Currency();
 }

@@ -1,16 +1,34 @@
 #include "core/Medium.h"
+
+#include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 
-TextId MediumLabelId(Medium medium) {
+const MediumDescription& Describe(Medium medium) {
     switch (medium) {
-    case Medium::Cd:
-        return TextId::CdLabel;
-    case Medium::Dvd:
-        return TextId::DvdLabel;
-    case Medium::RemovableDisk:
-        return TextId::RemovableDiskLabel;
-    case Medium::ExternalDisk:
-        return TextId::ExternalDiskLabel;
+#define MEDIUM(name, code, ...)                                                                                        \
+    case Medium::name: {                                                                                               \
+        static constexpr MediumDescription description{__VA_ARGS__};                                                   \
+        return description;                                                                                            \
     }
-    return TextId::None;
+#include "core/Media.def"
+#undef MEDIUM
+    }
+    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+}
+
+std::optional<DiscFamily> DiscFamilyOf(Medium medium) {
+    switch (Describe(medium).detection) {
+    case MediumDetection::CdWriter:
+        return DiscFamily::Cd;
+    case MediumDetection::DvdWriter:
+        return DiscFamily::Dvd;
+    case MediumDetection::RemovableDrives:
+    case MediumDetection::UsbDrives:
+        return std::nullopt;
+    }
+    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+}
+
+bool IsDisc(Medium medium) {
+    return DiscFamilyOf(medium).has_value();
 }

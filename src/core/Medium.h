@@ -1,14 +1,44 @@
 #pragma once
 
+#include "platform/discs/DiscWriter.h"
+
 #include <array>
 #include <cstdint>
+#include <optional>
 
 enum class TextId : int;
 
-/// What a backup is saved on, by the code that the windows hand each other.
-enum class Medium : std::int16_t { Cd = 0, Dvd = 1, RemovableDisk = 2, ExternalDisk = 3 };
+/// What a backup is saved on.
+enum class Medium : std::int16_t {
+#define MEDIUM(name, code, ...) name = code,
+#include "core/Media.def"
+#undef MEDIUM
+};
 
-inline constexpr std::array AllMedia{Medium::Cd, Medium::Dvd, Medium::RemovableDisk, Medium::ExternalDisk};
+/// Every medium, by code.
+inline constexpr std::array AllMedia{
+#define MEDIUM(name, code, ...) Medium::name,
+#include "core/Media.def"
+#undef MEDIUM
+};
 
-/// The text that names a medium, such as "Disque amovible".
-TextId MediumLabelId(Medium medium);
+/// How the program finds out whether a medium is there.
+enum class MediumDetection { CdWriter, DvdWriter, RemovableDrives, UsbDrives };
+
+struct MediumDescription {
+    TextId labelId; ///< the text that names the medium, such as "Disque amovible"
+    MediumDetection detection;
+    TextId notFoundToolTipId; ///< the text that says why it is not offered; None where nothing is said
+    TextId wantedDiscId;      ///< the text that names the disc to insert instead of a wrong one; None for disks
+    bool isDriveChosenInList; ///< the copy goes to the drive of the backup window's list, not to the one handed over
+    bool doesStopReachWriter; ///< Stop aborts the writer; where there is none, that fails and is reported
+};
+
+/// Throws 9 for a code that no medium has.
+const MediumDescription& Describe(Medium medium);
+
+/// Which discs the medium is; nothing for a disk.
+std::optional<DiscFamily> DiscFamilyOf(Medium medium);
+
+/// Whether the medium is burnt by a writer; otherwise it is a disk, which is copied to.
+bool IsDisc(Medium medium);

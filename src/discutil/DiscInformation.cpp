@@ -42,22 +42,21 @@ void ApplyStatus(const Application& app, DiscStatus status, DiscInformation& inf
 
 } // namespace
 
-DiscInformation InformationOnDisc(const Application& app, Medium medium, const std::wstring& kindText,
+DiscInformation InformationOnDisc(const Application& app, DiscFamily family, const std::wstring& kindText,
                                   const DiscWriter& writer) {
     DiscInformation information;
     const double usedMegabytes = Megabytes(static_cast<double>(writer.UsedBytes()));
     information.type = kindText;
     information.used = Amount(app, usedMegabytes);
-    information.estimate =
-        Amount(app, medium == Medium::Dvd ? DvdMegabytes - usedMegabytes
-                                          : static_cast<double>(CdFreeMegabytes(writer.FreeBytes())));
+    const auto cdMegabytes = static_cast<double>(CdFreeMegabytes(writer.FreeBytes()));
+    information.estimate = Amount(app, ByFamily(family, cdMegabytes, DvdMegabytes - usedMegabytes));
     ApplyStatus(app, writer.Status(), information);
     return information;
 }
 
 void ReadInformationOnDisk(const Application& app, Medium medium, const std::wstring& root,
                            const std::wstring& requiredText, DiscInformation& information) {
-    information.type = app.Text(MediumLabelId(medium));
+    information.type = app.Text(Describe(medium).labelId);
     information.estimate = requiredText;
     if (!app.machine.drives.Exists(root)) {
         information.status = app.Text(TextId::MediumUnavailable);

@@ -15,8 +15,8 @@ struct DiscInformation {
     std::optional<std::wstring> estimate;
 };
 
-/// The disc in a writer's current drive, for the media CD and DVD; `kindText` is the backup window's text for it.
-DiscInformation InformationOnDisc(const Application& app, Medium medium, const std::wstring& kindText,
+/// The disc in a writer's current drive; `kindText` is the backup window's text for it.
+DiscInformation InformationOnDisc(const Application& app, DiscFamily family, const std::wstring& kindText,
                                   const DiscWriter& writer);
 
 /// The disk at a drive root, for the USB media; `requiredText` is the backup window's figure. Throws 71 when the drive

@@ -1,6 +1,7 @@
 #include "restore/DriveLines.h"
 
 #include "archive/modGestionRestaure.h"
+#include "core/Medium.h"
 #include "platform/Drives.h"
 #include "resources/TextId.h"
 #include "shell/modObtenirUSB.h"
@@ -26,14 +27,14 @@ std::optional<RestoreDrive> KindOf(Application& app, const std::wstring& root) {
 TextId MediumTextOf(const DriveFacts& drive) {
     switch (drive.kind) {
     case RestoreDrive::Removable:
-        return TextId::RemovableDiskLabel;
+        return Describe(Medium::RemovableDisk).labelId;
     case RestoreDrive::External:
-        return TextId::ExternalDiskLabel;
+        return Describe(Medium::ExternalDisk).labelId;
     case RestoreDrive::CdRom:
         break;
     }
     if (!drive.label) return drive.doesVolumeOpen ? TextId::NoDiscOrBlank : TextId::NoCdOrBlank;
-    return drive.doesVolumeOpen ? TextId::CdRomDrive : TextId::CdLabel;
+    return drive.doesVolumeOpen ? TextId::CdRomDrive : Describe(Medium::Cd).labelId;
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "shell/MediumOffer.h"
 
-std::optional<Medium> FirstOffered(const std::array<bool, 4>& isOffered) {
+std::optional<Medium> FirstOffered(const std::function<bool(Medium)>& isOffered) {
     for (const Medium medium : AllMedia) {
-        if (isOffered[static_cast<std::size_t>(medium)]) return medium;
+        if (isOffered(medium)) return medium;
     }
     return std::nullopt;
 }

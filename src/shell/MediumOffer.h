@@ -3,7 +3,7 @@
 #include "core/Medium.h"
 #include "resources/TextId.h"
 
-#include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,9 +15,7 @@ struct MediumOffer {
 
     /// The text "Oui" / "Yes" or "Non" / "No".
     TextId LabelId() const { return isEnabled ? TextId::Yes : TextId::No; }
-    /// The text that says why a disc writer is not offered; None when it is.
-    TextId ToolTipId() const { return isEnabled ? TextId::None : TextId::NoWriterConfigured; }
 };
 
 /// The first medium, by code, that is offered; nothing when none is.
-std::optional<Medium> FirstOffered(const std::array<bool, 4>& isOffered);
+std::optional<Medium> FirstOffered(const std::function<bool(Medium)>& isOffered);

@@ -2,6 +2,7 @@
 
 #include "platform/Drives.h"
 #include "platform/MessageLoop.h"
+#include "platform/RuntimeError.h"
 #include "platform/System.h"
 #include "platform/Text.h"
 #include "shell/Language.h"
@@ -12,6 +13,16 @@
 namespace {
 
 constexpr std::uint32_t PauseMilliseconds = 1;
+
+bool IsAllowed(const Application& app, DiscFamily family) {
+    switch (family) {
+    case DiscFamily::Cd:
+        return true;
+    case DiscFamily::Dvd:
+        return IsDvdAllowed(app);
+    }
+    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+}
 
 } // namespace
 
@@ -38,7 +49,7 @@ WriterProbe::~WriterProbe() {
 MediumOffer WriterProbe::Offer() const {
     MediumOffer offer;
     if (app_.hasWriterError) return offer;
-    offer.isEnabled = !writer_->WriterNames().empty() && (family_ == DiscFamily::Cd || IsDvdAllowed(app_));
+    offer.isEnabled = !writer_->WriterNames().empty() && IsAllowed(app_, family_);
     return offer;
 }
 

@@ -95,13 +95,10 @@ void Option::Select(int firstId, int lastId) {
     CheckRadioButton(Owner().Handle(), firstId, lastId, Id());
 }
 
-void Option::SelectNone(Form& form, int firstId, int lastId) {
-    for (int id = firstId; id <= lastId; ++id) {
-        HWND option = form.ControlHandle(id);
-        SendMessageW(option, BM_SETCHECK, BST_UNCHECKED, 0);
-        // An option that is cleared is no tab stop, because the selected one is.
-        SetWindowLongPtrW(option, GWL_STYLE, GetWindowLongPtrW(option, GWL_STYLE) | WS_TABSTOP);
-    }
+void Option::Clear() {
+    SetState(BST_UNCHECKED);
+    // An option that is cleared is no tab stop, because the selected one is.
+    SetWindowLongPtrW(Handle(), GWL_STYLE, GetWindowLongPtrW(Handle(), GWL_STYLE) | WS_TABSTOP);
 }
 
 void TextBox::OnEnter(std::function<void()> handler) {

@@ -76,8 +76,8 @@ class Option : public CheckButton {
     using CheckButton::CheckButton;
     /// Selects this option and clears the others from `firstId` to `lastId`.
     void Select(int firstId, int lastId);
-    /// Clears the options from `firstId` to `lastId`; each can then be reached by Tab.
-    static void SelectNone(Form& form, int firstId, int lastId);
+    /// Clears an option of a group of which none is to be selected: each can then be reached by Tab.
+    void Clear();
 };
 
 class TextBox : public Control {

@@ -24,15 +24,15 @@ class DiscTest : public testing::Test {
     }
     FakeDisc& Cd() { return machine.discWriters.cdDrives[0].disc; }
     FakeDisc& Dvd() { return machine.discWriters.dvdDrives[0].disc; }
-    MediumReport CdReport() { return ReportOnDisc(machine.app, Medium::Cd, cdWriter.get()); }
-    MediumReport DvdReport() { return ReportOnDisc(machine.app, Medium::Dvd, dvdWriter.get()); }
-    DiscInformation CdInformation() { return InformationOnDisc(machine.app, Medium::Cd, L"kind", *cdWriter); }
+    MediumReport CdReport() { return ReportOnDisc(machine.app, DiscFamily::Cd, cdWriter.get()); }
+    MediumReport DvdReport() { return ReportOnDisc(machine.app, DiscFamily::Dvd, dvdWriter.get()); }
+    DiscInformation CdInformation() { return InformationOnDisc(machine.app, DiscFamily::Cd, L"kind", *cdWriter); }
     DiscInformation DiskInformation(Medium medium) {
         DiscInformation information;
         ReadInformationOnDisk(machine.app, medium, L"E:\\", L"required", information);
         return information;
     }
-    DiscInformation DvdInformation() { return InformationOnDisc(machine.app, Medium::Dvd, L"kind", *dvdWriter); }
+    DiscInformation DvdInformation() { return InformationOnDisc(machine.app, DiscFamily::Dvd, L"kind", *dvdWriter); }
     void SpeakEnglish() {
         machine.app.lngLangue = 10000;
         machine.system.decimalSeparator = L".";
@@ -59,21 +59,21 @@ TEST_F(DiscTest, EachKindHasItsName) {
 TEST_F(DiscTest, WhichCodesCountDiffersFromQuestionToQuestion) {
     for (int code = 0; code <= 10; ++code) {
         const auto kind = static_cast<MediaKind>(code);
-        EXPECT_EQ(IsKindWritable(Medium::Cd, kind, true), code == 1 || code == 2) << code;
-        EXPECT_EQ(IsKindWritable(Medium::Dvd, kind, true), code >= 4 && code <= 8) << code;
-        EXPECT_FALSE(IsKindWritable(Medium::Cd, kind, false)) << code;
-        EXPECT_FALSE(IsKindWritable(Medium::Dvd, kind, false)) << code;
-        EXPECT_EQ(IsKindOfMedium(Medium::Cd, kind), code == 1 || code == 2) << code;
-        EXPECT_EQ(IsKindOfMedium(Medium::Dvd, kind), code >= 4 && code <= 9) << code;
-        EXPECT_EQ(IsKindErasable(Medium::Cd, kind), code == 2) << code;
-        EXPECT_EQ(IsKindErasable(Medium::Dvd, kind), code == 5 || code == 7) << code;
+        EXPECT_EQ(IsKindWritable(DiscFamily::Cd, kind, true), code == 1 || code == 2) << code;
+        EXPECT_EQ(IsKindWritable(DiscFamily::Dvd, kind, true), code >= 4 && code <= 8) << code;
+        EXPECT_FALSE(IsKindWritable(DiscFamily::Cd, kind, false)) << code;
+        EXPECT_FALSE(IsKindWritable(DiscFamily::Dvd, kind, false)) << code;
+        EXPECT_EQ(IsKindOfFamily(DiscFamily::Cd, kind), code == 1 || code == 2) << code;
+        EXPECT_EQ(IsKindOfFamily(DiscFamily::Dvd, kind), code >= 4 && code <= 9) << code;
+        EXPECT_EQ(IsKindErasable(DiscFamily::Cd, kind), code == 2) << code;
+        EXPECT_EQ(IsKindErasable(DiscFamily::Dvd, kind), code == 5 || code == 7) << code;
     }
 }
 
 TEST_F(DiscTest, ADoubleLayerDvdPassesTheKindCheckButCannotStart) {
     Dvd() = BlankDisc(MediaKind::DvdPlusRDl, 8500 * Megabyte);
     const MediumReport report = DvdReport();
-    EXPECT_TRUE(IsKindOfMedium(Medium::Dvd, report.disc.kind));
+    EXPECT_TRUE(IsKindOfFamily(DiscFamily::Dvd, report.disc.kind));
     EXPECT_FALSE(report.disc.flDiscWritable);
     EXPECT_EQ(report.available, Currency());
     EXPECT_FALSE(CanStartBackup(Medium::Dvd, report.disc, {Currency::FromDouble(1), Currency::FromDouble(2), 2}));
@@ -93,7 +93,7 @@ TEST_F(DiscTest, WrongKindTextNamesTheDiscAndTheMediumWanted) {
 
 TEST_F(DiscTest, WithoutADiscOnlyTheTypePanelSpeaks) {
     EXPECT_THAT(CdReport().panels, ElementsAre(L"Aucun disque", L"", L"", L"", L""));
-    EXPECT_THAT(ReportOnDisc(machine.app, Medium::Cd, nullptr).panels,
+    EXPECT_THAT(ReportOnDisc(machine.app, DiscFamily::Cd, nullptr).panels,
                 ElementsAre(L"Aucun disque", L"", L"", L"", L""));
     EXPECT_EQ(CdReport().available, Currency());
     SpeakEnglish();

@@ -139,7 +139,7 @@ void frmBackup::SetUp() {
     InitCaptions();
     ShowTitle();
     stBarDataWriter.ShowTime(app_);
-    if (state_.IsDiscMedium()) {
+    if (IsDisc(state_.miTypeMedia)) {
         SetUpDiscs();
     } else {
         SetUpDisks();
@@ -148,7 +148,7 @@ void frmBackup::SetUp() {
 }
 
 void frmBackup::ShowTitle() {
-    const std::wstring label = Text(MediumLabelId(state_.miTypeMedia));
+    const std::wstring label = Text(Describe(state_.miTypeMedia).labelId);
     SetTitle(Title() + L" " + label + L" - Version " + VersionText());
     fParametres.SetText(label);
 }
@@ -202,12 +202,19 @@ void frmBackup::LoadSpeedCombo(const wchar_t* procedure) {
 }
 
 void frmBackup::SetUpDisks() {
-    if (state_.miTypeMedia == Medium::RemovableDisk) {
+    const MediumDescription& medium = Describe(state_.miTypeMedia);
+    switch (medium.detection) {
+    case MediumDetection::CdWriter:
+    case MediumDetection::DvdWriter:
+        throw RuntimeError(ErrorNumber::InvalidCall);
+    case MediumDetection::RemovableDrives:
         LoadComboDrive();
-        if (cmbGraveur.Count() > 0) state_.mstrDrive = DrivePart(cmbGraveur.SelectedText());
-    } else {
+        break;
+    case MediumDetection::UsbDrives:
         LoadComboDriveUSB();
+        break;
     }
+    if (medium.isDriveChosenInList && cmbGraveur.Count() > 0) state_.mstrDrive = DrivePart(cmbGraveur.SelectedText());
     RemoveControls();
     discs_.RefreshDiscInfo();
     AfficherEspaces();
@@ -223,7 +230,8 @@ void frmBackup::LoadComboDriveUSB() {
 
 void frmBackup::FillDrives(const std::vector<std::wstring>& roots) {
     std::vector<std::wstring> entries;
-    for (const std::wstring& root : roots) entries.push_back(DriveEntry(root, Text(MediumLabelId(state_.miTypeMedia))));
+    for (const std::wstring& root : roots)
+        entries.push_back(DriveEntry(root, Text(Describe(state_.miTypeMedia).labelId)));
     cmbGraveur.Clear();
     for (const std::wstring& entry : entries) cmbGraveur.Add(entry);
     cmbGraveur.Select(EntryToSelect(entries, state_.mstrDrvPreSelect));
@@ -252,10 +260,10 @@ std::wstring frmBackup::GetEspaceTotalUSB() {
 
 void frmBackup::cmbGraveur_Click() {
     Guarded(L"cmbGraveur_Click, module frmBackup", [this] {
-        if (state_.IsDiscMedium()) {
+        if (IsDisc(state_.miTypeMedia)) {
             if (Writer() == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
             Writer()->SelectWriter(cmbGraveur.Selected());
-        } else if (state_.miTypeMedia == Medium::RemovableDisk) {
+        } else if (Describe(state_.miTypeMedia).isDriveChosenInList) {
             state_.mstrDrive = DrivePart(cmbGraveur.SelectedText());
             GetEspaceTotalUSB();
         }

@@ -20,10 +20,6 @@ constexpr std::array Captions = {
     Caption{IDC_lblEstimEspaceUtilise, TextId::EstimateAtFirst},
 };
 
-bool IsDisc(Medium medium) {
-    return medium == Medium::Cd || medium == Medium::Dvd;
-}
-
 } // namespace
 
 frmInfoDisque::frmInfoDisque(Application& app) : ApplicationForm(app, IDD_frmInfoDisque, L"frmInfoDisque") {}
@@ -52,13 +48,14 @@ void frmInfoDisque::InitCaptions() {
 void frmInfoDisque::Rafraichir() {
     Guarded(L"Rafraichir, module frmInfoDisque", [this] {
         const Medium medium = parent_->MediaType();
+        const auto family = DiscFamilyOf(medium);
         const DiscWriter* writer = parent_->Writer();
-        if (IsDisc(medium) && writer == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+        if (family && writer == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
         DiscInformation information;
         // A disk that fails in the middle still shows what it told before.
         const AtScopeEnd show([&] { ShowInformation(information); });
-        if (IsDisc(medium)) {
-            information = InformationOnDisc(app_, medium, parent_->DiscMediaTypeString(), *writer);
+        if (family) {
+            information = InformationOnDisc(app_, *family, parent_->DiscMediaTypeString(), *writer);
         } else {
             ReadInformationOnDisk(app_, medium, parent_->Drive(), parent_->RequiredSpaceText(), information);
         }

@@ -1,6 +1,7 @@
 #include "shell/forms/frmMain.h"
 
 #include "platform/AtScopeEnd.h"
+#include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "shell/DiskDetection.h"
 #include "shell/Language.h"
@@ -19,18 +20,19 @@ constexpr std::array Captions = {
     Caption{IDC_optRestaure, TextId::RestoreChoice},
     Caption{IDC_optBackup, TextId::BackupChoice},
     Caption{IDC_frmMedium, TextId::MediumFrame},
-    Caption{IDC_optCD, TextId::CdChoice},
-    Caption{IDC_optDVD, TextId::DvdChoice},
-    Caption{IDC_optDisqueAmovible, TextId::RemovableDiskChoice},
     Caption{IDC_lblType, TextId::MediumTypeHeading},
     Caption{IDC_lblDetecte, TextId::DetectedHeading},
     Caption{IDC_cmdAide, TextId::HelpCaption},
-    Caption{IDC_optDisqueExterne, TextId::ExternalDiskChoice},
     Caption{IDC_removableDriveName, TextId::RemovableDiskChoice},
     Caption{IDC_externalDriveName, TextId::ExternalDiskChoice},
 };
 
-constexpr int LoadingSteps = 6;
+/// The order in which the media are looked for at the start; later it is that of their codes.
+constexpr std::array StartOrder{Medium::Cd, Medium::Dvd, Medium::ExternalDisk, Medium::RemovableDisk};
+static_assert(StartOrder.size() == AllMedia.size());
+
+/// The language, the captions and the media.
+constexpr int LoadingSteps = 2 + AllMedia.size();
 constexpr int ActionWidthForBackupTwips = 3375;
 constexpr int ActionWidthForRestoreTwips = 5775;
 
@@ -41,15 +43,15 @@ frmMain::frmMain(Application& app, Openers openers)
 
 void frmMain::OnLoad() {
     SetCancelButton(IDC_cmdSortie);
-    SetFrame(IDC_frmMedium,
-             {IDC_optCD, IDC_optDVD, IDC_optDisqueAmovible, IDC_optDisqueExterne, IDC_cboDrive, IDC_cboDisqueExterne,
-              IDC_lblType, IDC_lblDetecte, IDC_lblDetCD, IDC_lblDetDVD, IDC_lblDetRemDisk, IDC_lblDetExtDisk});
+    SetFrame(IDC_frmMedium, {IDC_lblType, IDC_lblDetecte});
+    for (const Medium medium : AllMedia) {
+        const MediumLine line = LineOf(medium);
+        SetFrame(IDC_frmMedium, {line.option.Id(), line.isDetected.Id()});
+        if (line.drives != nullptr) SetFrame(IDC_frmMedium, {line.drives->Id()});
+        line.option.OnClick([this, line] { Medium_Click(line.clickProcedure); });
+    }
     optBackup.OnClick([this] { optBackup_Click(); });
     optRestaure.OnClick([this] { optRestaure_Click(); });
-    optCD.OnClick([this] { Medium_Click(L"optCD_Click, module frmMain"); });
-    optDVD.OnClick([this] { Medium_Click(L"optDVD_Click, module frmMain"); });
-    optDisqueAmovible.OnClick([this] { Medium_Click(L"optDisqueAmovible_Click, module frmMain"); });
-    optDisqueExterne.OnClick([this] { Medium_Click(L"optDisqueExterne_Click, module frmMain"); });
     cmdBackup.OnClick([this] { cmdBackup_Click(); });
     cmdAide.OnClick([this] { cmdAide_Click(); });
     cmdSortie.OnClick([this] { cmdSortie_Click(); });
@@ -94,14 +96,10 @@ bool frmMain::LoadStepByStep() {
     if (!Progress()) return false;
     InitCaptions();
     if (!Progress()) return false;
-    InitGraveur(DiscFamily::Cd);
-    if (!Progress()) return false;
-    InitGraveur(DiscFamily::Dvd);
-    if (!Progress()) return false;
-    InitDisqueExterne();
-    if (!Progress()) return false;
-    InitDisqueAmovible();
-    if (!Progress()) return false;
+    for (const Medium medium : StartOrder) {
+        Detect(medium);
+        if (!Progress()) return false;
+    }
 
     cmdSortie.Enable(true);
     pgbInit.Show(false);
@@ -118,9 +116,14 @@ bool frmMain::LoadStepByStep() {
 }
 
 void frmMain::DisableChoices() {
-    for (const int controlId : {IDC_optCD, IDC_optDisqueAmovible, IDC_optDVD, IDC_cboDrive, IDC_optDisqueExterne,
-                                IDC_cboDisqueExterne, IDC_optRestaure, IDC_optBackup, IDC_cmdBackup})
-        ui::Control(*this, controlId).Enable(false);
+    for (const Medium medium : AllMedia) {
+        const MediumLine line = LineOf(medium);
+        line.option.Enable(false);
+        if (line.drives != nullptr) line.drives->Enable(false);
+    }
+    optRestaure.Enable(false);
+    optBackup.Enable(false);
+    cmdBackup.Enable(false);
 }
 
 /// Shows that one more step is done. False when the window was closed.
@@ -138,11 +141,24 @@ void frmMain::InitCaptions() {
     Guarded(L"InitCaptions, module frmMain", [this] {
         SetTitle(MainWindowTitle(app_));
         SetCaptions(Captions);
+        for (const Medium medium : AllMedia) LineOf(medium).option.SetText(Text(LineOf(medium).captionId));
     });
 }
 
-void frmMain::InitGraveur(DiscFamily family) {
-    const auto medium = static_cast<Medium>(family);
+void frmMain::Detect(Medium medium) {
+    switch (Describe(medium).detection) {
+    case MediumDetection::CdWriter:
+        return InitGraveur(medium, DiscFamily::Cd);
+    case MediumDetection::DvdWriter:
+        return InitGraveur(medium, DiscFamily::Dvd);
+    case MediumDetection::RemovableDrives:
+        return InitDisqueAmovible(medium);
+    case MediumDetection::UsbDrives:
+        return InitDisqueExterne(medium);
+    }
+}
+
+void frmMain::InitGraveur(Medium medium, DiscFamily family) {
     const bool isComplete = Guarded(L"InitGraveur, module frmMain", [&] {
         WakeDrives(app_);
         const WriterProbe probe(app_, family);
@@ -153,24 +169,21 @@ void frmMain::InitGraveur(DiscFamily family) {
     if (!isComplete) ShowOffer(medium, {});
 }
 
-void frmMain::InitDisqueExterne() {
-    Guarded(L"InitDisqueExterne, module frmMain", [this] {
+void frmMain::InitDisqueExterne(Medium medium) {
+    Guarded(L"InitDisqueExterne, module frmMain", [&] {
         const MediumOffer offer = DetectExternalDisks(app_);
-        FillDriveList(Medium::ExternalDisk, offer);
-        ShowOffer(Medium::ExternalDisk, offer);
+        ShowOffer(medium, offer);
     });
 }
 
-void frmMain::InitDisqueAmovible() {
-    Guarded(L"InitDisqueAmovible, module frmMain", [this] {
+void frmMain::InitDisqueAmovible(Medium medium) {
+    Guarded(L"InitDisqueAmovible, module frmMain", [&] {
         const MediumOffer offer = DetectRemovableDisks(app_);
-        FillDriveList(Medium::RemovableDisk, offer);
-        ShowOffer(Medium::RemovableDisk, offer);
+        ShowOffer(medium, offer);
     });
 }
 
-void frmMain::FillDriveList(Medium medium, const MediumOffer& offer) {
-    ui::ComboBox& list = DriveListOf(medium);
+void frmMain::FillDriveList(ui::ComboBox& list, const MediumOffer& offer) {
     list.Clear();
     for (const std::wstring& root : offer.roots) {
         list.Add(root);
@@ -180,14 +193,14 @@ void frmMain::FillDriveList(Medium medium, const MediumOffer& offer) {
 }
 
 void frmMain::ShowOffer(Medium medium, const MediumOffer& offer) {
-    ui::Option& option = OptionOf(medium);
-    option.Enable(offer.isEnabled);
+    const MediumLine line = LineOf(medium);
+    if (line.drives != nullptr) FillDriveList(*line.drives, offer);
+    line.option.Enable(offer.isEnabled);
     // A medium that is gone must not stay the one that the backup goes to.
-    if (!offer.isEnabled && option.IsChecked()) ui::Option::SelectNone(*this, IDC_optCD, IDC_optDisqueExterne);
-    LabelOf(medium).SetText(Text(offer.LabelId()));
-    if (medium == Medium::Cd || medium == Medium::Dvd) {
-        toolTips_.Set(option, offer.ToolTipId() == TextId::None ? std::wstring() : Text(offer.ToolTipId()));
-    }
+    if (!offer.isEnabled && line.option.IsChecked()) SelectMedium(std::nullopt);
+    line.isDetected.SetText(Text(offer.LabelId()));
+    if (const TextId toolTipId = Describe(medium).notFoundToolTipId; toolTipId != TextId::None)
+        toolTips_.Set(line.option, offer.isEnabled ? std::wstring() : Text(toolTipId));
 }
 
 void frmMain::MajTexteBouton() {
@@ -202,16 +215,17 @@ void frmMain::ShowMedia() {
 }
 
 void frmMain::SelectFirstMedium() {
-    const auto first = FirstOffered(
-        {optCD.IsEnabled(), optDVD.IsEnabled(), optDisqueAmovible.IsEnabled(), optDisqueExterne.IsEnabled()});
-    if (first) OptionOf(*first).Select(IDC_optCD, IDC_optDisqueExterne);
+    const auto first = FirstOffered([this](Medium medium) { return LineOf(medium).option.IsEnabled(); });
+    if (first) SelectMedium(first);
     EnableDriveLists();
 }
 
 /// A drive list can be used for its own medium only.
 void frmMain::EnableDriveLists() {
-    cboDrive.Enable(optDisqueAmovible.IsChecked());
-    cboDisqueExterne.Enable(optDisqueExterne.IsChecked());
+    for (const Medium medium : AllMedia) {
+        const MediumLine line = LineOf(medium);
+        if (line.drives != nullptr) line.drives->Enable(line.option.IsChecked());
+    }
 }
 
 void frmMain::optBackup_Click() {
@@ -230,12 +244,10 @@ void frmMain::optBackup_Click() {
 }
 
 void frmMain::DetectAgain() {
-    InitGraveur(DiscFamily::Cd);
-    if (!IsLoaded()) return;
-    InitGraveur(DiscFamily::Dvd);
-    if (!IsLoaded()) return;
-    InitDisqueAmovible();
-    InitDisqueExterne();
+    for (const Medium medium : AllMedia) {
+        Detect(medium);
+        if (!IsLoaded()) return;
+    }
 }
 
 void frmMain::optRestaure_Click() {
@@ -263,8 +275,7 @@ void frmMain::cmdBackup_Click() {
         if (optBackup.IsChecked()) {
             if (const auto medium = SelectedMedium()) {
                 std::optional<std::wstring> drive;
-                if (*medium == Medium::RemovableDisk || *medium == Medium::ExternalDisk)
-                    drive = DriveListOf(*medium).SelectedText();
+                if (const ui::ComboBox* drives = LineOf(*medium).drives) drive = drives->SelectedText();
                 openers_.showBackup(*this, *medium, drive);
             }
         }
@@ -289,21 +300,34 @@ void frmMain::EndProgram() {
 
 std::optional<Medium> frmMain::SelectedMedium() {
     for (const Medium medium : AllMedia) {
-        if (OptionOf(medium).IsChecked()) return medium;
+        if (LineOf(medium).option.IsChecked()) return medium;
     }
     return std::nullopt;
 }
 
-ui::Option& frmMain::OptionOf(Medium medium) {
-    const std::array options{&optCD, &optDVD, &optDisqueAmovible, &optDisqueExterne};
-    return *options[static_cast<std::size_t>(medium)];
+void frmMain::SelectMedium(std::optional<Medium> medium) {
+    for (const Medium other : AllMedia) {
+        ui::Option& option = LineOf(other).option;
+        if (medium) {
+            option.SetState(other == *medium);
+        } else {
+            option.Clear();
+        }
+    }
 }
 
-ui::Label& frmMain::LabelOf(Medium medium) {
-    const std::array labels{&lblDetCD, &lblDetDVD, &lblDetRemDisk, &lblDetExtDisk};
-    return *labels[static_cast<std::size_t>(medium)];
-}
-
-ui::ComboBox& frmMain::DriveListOf(Medium medium) {
-    return medium == Medium::RemovableDisk ? cboDrive : cboDisqueExterne;
+frmMain::MediumLine frmMain::LineOf(Medium medium) {
+    switch (medium) {
+    case Medium::Cd:
+        return {optCD, TextId::CdChoice, lblDetCD, nullptr, L"optCD_Click, module frmMain"};
+    case Medium::Dvd:
+        return {optDVD, TextId::DvdChoice, lblDetDVD, nullptr, L"optDVD_Click, module frmMain"};
+    case Medium::RemovableDisk:
+        return {optDisqueAmovible, TextId::RemovableDiskChoice, lblDetRemDisk, &cboDrive,
+                L"optDisqueAmovible_Click, module frmMain"};
+    case Medium::ExternalDisk:
+        return {optDisqueExterne, TextId::ExternalDiskChoice, lblDetExtDisk, &cboDisqueExterne,
+                L"optDisqueExterne_Click, module frmMain"};
+    }
+    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
 }

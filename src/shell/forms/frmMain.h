@@ -37,9 +37,10 @@ class frmMain final : public ApplicationForm, public MainWindow {
     bool LoadStepByStep();
     void InitLangue();
     void InitCaptions();
-    void InitGraveur(DiscFamily family);
-    void InitDisqueAmovible();
-    void InitDisqueExterne();
+    void Detect(Medium medium);
+    void InitGraveur(Medium medium, DiscFamily family);
+    void InitDisqueAmovible(Medium medium);
+    void InitDisqueExterne(Medium medium);
     void MajTexteBouton();
 
     void optBackup_Click();
@@ -56,11 +57,18 @@ class frmMain final : public ApplicationForm, public MainWindow {
     void EnableDriveLists();
     void DetectAgain();
     void ShowOffer(Medium medium, const MediumOffer& offer);
-    void FillDriveList(Medium medium, const MediumOffer& offer);
-    ui::Option& OptionOf(Medium medium);
-    ui::Label& LabelOf(Medium medium);
-    ui::ComboBox& DriveListOf(Medium medium);
+    static void FillDriveList(ui::ComboBox& list, const MediumOffer& offer);
+    /// What stands in a medium's line; a disc has no list of drives.
+    struct MediumLine {
+        ui::Option& option;
+        TextId captionId;
+        ui::Label& isDetected;
+        ui::ComboBox* drives;
+        const wchar_t* clickProcedure;
+    };
+    MediumLine LineOf(Medium medium);
     std::optional<Medium> SelectedMedium();
+    void SelectMedium(std::optional<Medium> medium);
     void EndProgram();
 
     ui::Frame frmAction{*this, IDC_frmAction};
