@@ -4,6 +4,7 @@
 #include "core/UserProfileMarker.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
+#include "platform/RuntimeError.h"
 #include "platform/System.h"
 #include "selection/ItemSpace.h"
 #include "selection/PathRules.h"
@@ -31,6 +32,18 @@ clsFileInfo ItemOf(const Files& files, const std::wstring& entry) {
     return isFolder ? clsFileInfo{WithoutTrailingBackslash(entry), KindFolder, {}} : clsFileInfo{entry, KindFile, {}};
 }
 
+bool IsReadOn(bool isVista, ListFor versions) {
+    switch (versions) {
+    case ListFor::EveryVersion:
+        return true;
+    case ListFor::BeforeVista:
+        return !isVista;
+    case ListFor::SinceVista:
+        return isVista;
+    }
+    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+}
+
 std::wstring WithoutWildcards(const std::wstring& pattern) {
     return Without(Without(pattern, L"*.*"), L"*");
 }
@@ -47,17 +60,17 @@ bool IsMatch(const std::wstring& pattern, const std::wstring& path) {
 } // namespace
 
 std::vector<std::wstring> PredefinedSets::ListFiles(std::int32_t setIndex) const {
-    const std::wstring folder = app_.ListFileFolder();
-    switch (setIndex) {
-    case 0:
-        return {folder + L"vexal.lst", folder + L"brinde.lst"};
-    case 1:
-        return {folder + L"qamor.lst"};
-    case 2:
-        return {folder + L"tarvel.lst"};
-    default:
-        return {folder + (app_.machine.system.Version().IsVistaOrLater() ? L"outlookVista.lst" : L"outlookXP.lst")};
+    const bool isVista = app_.machine.system.Version().IsVistaOrLater();
+    std::vector<std::wstring> paths;
+    for (const SetListFile& file : SetTable.at(static_cast<std::size_t>(setIndex)).listFiles) {
+        if (IsReadOn(isVista, file.versions)) paths.push_back(app_.ListFileFolder() + file.name);
     }
+    return paths;
+}
+
+bool PredefinedSets::IsInstalled(std::int32_t setIndex) const {
+    const std::vector<std::wstring> listFiles = ListFiles(setIndex);
+    return !listFiles.empty() && app_.machine.files.FileExists(listFiles.front());
 }
 
 std::wstring PredefinedSets::TransferList() const {

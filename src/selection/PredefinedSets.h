@@ -3,6 +3,7 @@
 #include "core/Currency.h"
 #include "selection/LongWork.h"
 #include "selection/SelectionRows.h"
+#include "selection/SetTable.h"
 #include "selection/clsColFileInfo.h"
 
 #include <array>
@@ -12,8 +13,6 @@
 #include <vector>
 
 class Application;
-
-inline constexpr std::int32_t SetCount = 4;
 
 /// What the selection holds: the rows that are shown, the collection that is backed up, and per predefined set how many
 /// items it added and how many of them are left.
@@ -32,8 +31,10 @@ class PredefinedSets {
     PredefinedSets(Application& app, SelectionContent& content, LongWork& work)
         : app_(app), content_(content), work_(work) {}
 
-    /// Full paths of a set's list files, in the order in which they are read.
+    /// Full paths of a set's list files on this system, in the order in which they are read.
     std::vector<std::wstring> ListFiles(std::int32_t setIndex) const;
+    /// Whether the set's first list file is there.
+    bool IsInstalled(std::int32_t setIndex) const;
     /// The list that takes the place of all sets.
     std::wstring TransferList() const;
 

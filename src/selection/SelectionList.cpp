@@ -45,7 +45,7 @@ void SelectionList::LoadSets() {
         const bool isTransfer = files.FileExists(transferList);
         if (!isTransfer) {
             for (std::int32_t index = 0; index < SetCount; ++index) {
-                if (!files.FileExists(sets_.ListFiles(index).front())) continue;
+                if (!sets_.IsInstalled(index)) continue;
                 EnableBox(index, true);
                 SetBoxState(index, BoxState::Checked);
             }
@@ -230,11 +230,10 @@ void SelectionList::chkSauvOKR_Click(std::int32_t index) {
     Change(L"chkSauvOKR_Click, module frmBackupCD", [&] {
         const auto set = static_cast<std::size_t>(index);
         const Files& files = app_.machine.files;
-        const std::vector<std::wstring> listFiles = sets_.ListFiles(index);
-        if (files.FileExists(listFiles.front())) {
+        if (sets_.IsInstalled(index)) {
             const bool isUnchecked = Box(index).state == BoxState::Unchecked;
             if (!isUnchecked) content_.arrNbItemsAjoutes[set] = 0;
-            for (const std::wstring& listFile : listFiles) {
+            for (const std::wstring& listFile : sets_.ListFiles(index)) {
                 if (!files.FileExists(listFile)) continue;
                 if (isUnchecked) {
                     sets_.ViderArray(listFile);

@@ -27,8 +27,8 @@ def as_newer_windows_names(line):
 
 
 def names_in_program():
-    source = (PROJECT / "src" / "selection" / "PredefinedSets.cpp").read_text(encoding="utf-8")
-    return set(re.findall(r'L"(\w+\.lst)"', source))
+    sources = (PROJECT / "src" / "selection").glob("*Set*.*")
+    return {name for source in sources for name in re.findall(r'L"(\w+\.lst)"', source.read_text(encoding="utf-8"))}
 
 
 class ListFiles(unittest.TestCase):

@@ -16,9 +16,6 @@ constexpr std::array Captions = {
     Caption{IDC_cmdAjouterFichier, TextId::AddFilesCaption},
     Caption{IDC_cmdAjouterRep, TextId::AddFolderCaption},
     Caption{IDC_frmSauvegardeOKR, TextId::PredefinedSetsFrame},
-    Caption{IDC_chkSauvOKR0, TextId::IllustrationsSet},
-    Caption{IDC_chkSauvOKR1, TextId::ClientsSet},
-    Caption{IDC_chkSauvOKR2, TextId::DocumentsSet},
     Caption{IDC_frmDView, TextId::SelectionFrame},
     Caption{IDC_cmdOuvrirExplorer, TextId::OpenExplorerCaption},
     Caption{IDC_cmdEffacerTouteListe, TextId::ClearListCaption},
@@ -57,7 +54,10 @@ void ctlSelectionFichiers::OnLoad() {
 void ctlSelectionFichiers::InitCaptions() {
     Guarded(L"InitCaptions, module frmBackupCD", [this] {
         SetCaptions(Captions);
-        chkSauvOKR[3].SetText(L"Outlook");
+        for (std::size_t index = 0; index < SetTable.size(); ++index) {
+            const PredefinedSet& set = SetTable[index];
+            chkSauvOKR[index].SetText(set.captionId == TextId::None ? set.caption : Text(set.captionId));
+        }
         lvFichRep.Attach(*this, false);
         lvFichRep.AddColumn(Text(TextId::NumberHeader), NumberWidthTwips);
         const int rest = lvFichRep.Bounds().width - NumberWidthTwips - TypeWidthTwips - ScrollBarWidthTwips;
