@@ -2,6 +2,7 @@
 #include "backup/forms/frmBackup.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/SingleInstance.h"
+#include "platform/windows/SystemLibrary.h"
 #include "platform/windows/WindowsDrives.h"
 #include "platform/windows/WindowsEventLog.h"
 #include "platform/windows/WindowsFiles.h"
@@ -47,6 +48,7 @@ struct Workstation {
 class ProcessSetUp {
   public:
     ProcessSetUp() {
+        LoadLibrariesFromSystemOnly();
         // The window does not repaint while an archive is built; it is at work all the same.
         DisableProcessWindowsGhosting();
         SuppressDiskBoxes();

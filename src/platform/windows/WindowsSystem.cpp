@@ -2,11 +2,10 @@
 
 #include "platform/Text.h"
 #include "platform/windows/AwakeHold.h"
+#include "platform/windows/SystemLibrary.h"
 #include "win32/UniqueHandle.h"
 
 #include <windows.h>
-
-#include <userenv.h>
 
 namespace {
 
@@ -72,7 +71,10 @@ std::wstring WindowsSystem::ProfileFolder() const {
     if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, token.Receive())) return {};
     wchar_t folder[ProfileBufferLength] = {};
     DWORD length = ProfileBufferLength;
-    if (!GetUserProfileDirectoryW(token.Get(), folder, &length)) return {};
+    using GetFolder = BOOL(WINAPI*)(HANDLE, LPWSTR, LPDWORD);
+    const SystemLibrary profiles(L"userenv.dll");
+    const auto getFolder = profiles.Find<GetFolder>("GetUserProfileDirectoryW");
+    if (getFolder == nullptr || !getFolder(token.Get(), folder, &length)) return {};
     return folder;
 }
 
