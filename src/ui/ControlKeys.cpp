@@ -18,7 +18,9 @@ LRESULT ControlKeys::Handle(const WindowMessage& message) {
     if (message.id == WM_KEYDOWN) {
         if (const auto handler = handlers_.find(message.wParam); handler != handlers_.end()) {
             // As a task of the form, so that nothing thrown leaves this procedure.
-            form_.Post(handler->second);
+            form_.Post([this, steps = handler->second] {
+                if (form_.TakesInput()) steps();
+            });
             return 0;
         }
     }

@@ -71,35 +71,56 @@ void Form::Show() {
 }
 
 void Form::ShowModal(Form* owner) {
+    if (IsLoaded()) return;
+    // Loading may let messages run, and show messages of its own.
+    coveredOwner_ = owner;
+    if (owner != nullptr) owner->Cover();
     Create(owner);
-    if (!IsLoaded()) return;
-    HWND ownerWindow = owner != nullptr ? owner->Handle() : nullptr;
-    if (ownerWindow != nullptr) EnableWindow(ownerWindow, FALSE);
-    Show();
+    if (IsLoaded()) Show();
     RunMessagesUntil([this] { return !IsLoaded(); });
     Unload();
-    // Unload has given the owner its input back before the window went, so that Windows activates the owner.
+    // A window that could not be made has not given its owner back.
+    UncoverOwner();
     if (owner != nullptr && owner->IsLoaded()) owner->RaiseActivate();
 }
 
 void Form::Unload() {
-    if (window_ == nullptr) return;
-    try {
-        OnUnload();
-    } catch (...) {
-        OnUnhandledException();
-    }
-    HWND window = window_;
-    if (window == nullptr) return;
-    if (owner_ != nullptr && owner_->IsLoaded() && GetAncestor(window, GA_PARENT) == GetDesktopWindow()) {
-        EnableWindow(owner_->Handle(), TRUE);
-    }
-    DestroyWindow(Disconnect());
+    if (window_ == nullptr || isUnloading_) return;
+    if (HWND window = Leave(); window != nullptr) DestroyWindow(window);
+}
+
+HWND Form::Leave() {
+    // The window may be destroyed from outside while messages run in here.
+    if (!std::exchange(isUnloading_, true)) RunGuarded([this] { OnUnload(); });
+    isUnloading_ = false;
+    if (window_ == nullptr) return nullptr;
+    // The owner has its input back before the window goes, so that Windows activates the owner.
+    UncoverOwner();
     posted_.clear();
     wantedVisible_.clear();
     textColors_.clear();
     // A modal loop may be asleep in GetMessage.
     PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+    return Disconnect();
+}
+
+void Form::Cover() {
+    ++covers_;
+    EnableWindow(window_, FALSE);
+}
+
+void Form::Uncover() {
+    if (--covers_ == 0) EnableWindow(window_, TRUE);
+}
+
+void Form::UncoverOwner() {
+    if (Form* owner = std::exchange(coveredOwner_, nullptr); owner != nullptr) owner->Uncover();
+}
+
+bool Form::TakesInput() const {
+    if (window_ == nullptr || covers_ > 0 || !IsWindowEnabled(window_)) return false;
+    const Form* root = Of(GetAncestor(window_, GA_ROOT));
+    return root == nullptr || root == this || root->TakesInput();
 }
 
 HWND Form::ControlHandle(int controlId) const {
@@ -239,9 +260,8 @@ COLORREF Form::TextColor(int controlId) const {
 }
 
 bool Form::TranslateKeys(MSG& message) {
-    if (window_ == nullptr) return false;
-    if (accelerators_ && IsWindowEnabled(window_) && TranslateAcceleratorW(window_, accelerators_.Get(), &message) != 0)
-        return true;
+    if (!TakesInput()) return false;
+    if (accelerators_ && TranslateAcceleratorW(window_, accelerators_.Get(), &message) != 0) return true;
     return IsDialogMessageW(window_, &message) != FALSE;
 }
 
@@ -303,7 +323,11 @@ INT_PTR Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_NOTIFY:
         return HandleNotify(*reinterpret_cast<NMHDR*>(lParam)) ? TRUE : FALSE;
     case WM_CLOSE:
-        if (OnClosing()) Unload();
+        Close();
+        return TRUE;
+    case WM_DESTROY:
+        // Somebody else destroys the window, as it goes with its owner's.
+        Leave();
         return TRUE;
     case RunPostedMessage: {
         if (posted_.empty()) return TRUE;
@@ -329,7 +353,12 @@ INT_PTR Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+void Form::Close() {
+    if (TakesInput() && OnClosing()) Unload();
+}
+
 bool Form::HandleCommand(int controlId, int code) {
+    if (!TakesInput()) return true;
     // A key or menu choice (code 1 and 0) counts as a click.
     auto handler = commands_.find({controlId, code});
     if (handler == commands_.end() && code == 1) handler = commands_.find({controlId, BN_CLICKED});
@@ -340,7 +369,7 @@ bool Form::HandleCommand(int controlId, int code) {
     }
     if (controlId == IDCANCEL) {
         if (GetWindowLongPtrW(window_, GWL_STYLE) & WS_CHILD) return false;
-        if (OnClosing()) Unload();
+        Close();
         return true;
     }
     return false;

@@ -39,12 +39,16 @@ class Form {
     void CreateChild(Form& parent, const PlaceDialogUnits& place);
     /// Shows a created window and activates it.
     void Show();
-    /// Creates, shows and runs the window until it is unloaded; `owner` is disabled meanwhile and activated after.
+    /// Creates, shows and runs the window until it is unloaded or destroyed; `owner` takes no input meanwhile, from
+    /// before the window is loaded, and is activated after. Nothing to do when it is loaded already.
     void ShowModal(Form* owner);
-    /// Unloads the window: `OnUnload`, then it is destroyed. Nothing to do when it is not loaded.
+    /// Unloads the window: `OnUnload`, then it is destroyed. Nothing to do when it is not loaded or on its way out.
     void Unload();
 
     bool IsLoaded() const { return window_ != nullptr; }
+    /// Whether the user can use the form: it is loaded and nothing is modal over it. Commands, keys and the wish to
+    /// close it are dropped otherwise, however they came.
+    bool TakesInput() const;
     HWND Handle() const { return window_; }
     Form* Owner() const { return owner_; }
     HWND ControlHandle(int controlId) const;
@@ -111,6 +115,13 @@ class Form {
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     /// Parts the window from this object, which no message reaches any more; gives the window.
     HWND Disconnect();
+    /// All of unloading but the destruction of the window, which it gives; null when it has gone meanwhile.
+    HWND Leave();
+    /// Counts the windows that are modal over this one or about to be.
+    void Cover();
+    void Uncover();
+    void UncoverOwner();
+    void Close();
     bool HandleCommand(int controlId, int code);
     bool HandleNotify(NMHDR& header);
     void RaiseActivate();
@@ -120,6 +131,9 @@ class Form {
     int templateId_;
     HWND window_ = nullptr;
     Form* owner_ = nullptr;
+    Form* coveredOwner_ = nullptr;
+    int covers_ = 0;
+    bool isUnloading_ = false;
     UniqueAccelerators accelerators_;
     std::map<std::pair<int, int>, std::function<void()>> commands_;
     std::map<std::pair<int, UINT>, std::function<LRESULT(NMHDR&)>> notifications_;

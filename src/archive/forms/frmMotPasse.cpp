@@ -66,8 +66,6 @@ void frmMotPasse::OnLoad() {
 }
 
 bool frmMotPasse::OnClosing() {
-    // While a message is open over the dialog, the message is the one to close.
-    if (IsWindowEnabled(Handle()) == FALSE) return false;
     // The cross may come between the check of a password and its keeping: nothing was accepted then.
     app_.passwordResult = 0;
     return true;

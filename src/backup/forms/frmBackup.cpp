@@ -104,12 +104,10 @@ void frmBackup::OnActivate() {
 }
 
 bool frmBackup::OnClosing() {
-    // While another window is open over this one, that window is the one to close.
-    return !run_.IsRunning() && !isUnloading_ && IsWindowEnabled(Handle()) != FALSE;
+    return !run_.IsRunning();
 }
 
 void frmBackup::OnUnload() {
-    isUnloading_ = true;
     Guarded(L"Form_Unload, module frmBackupCD", [this] {
         // A writer that is still at work lets messages run until it has stopped, which takes a drive up to minutes.
         Enable(false);
@@ -328,7 +326,7 @@ void frmBackup::cmdQuitter_Click() {
 
 void frmBackup::EndProgram() {
     if (parent_ != nullptr) parent_->SetFullExit(true);
-    if (!isUnloading_) Unload();
+    Unload();
 }
 
 void frmBackup::cmdStopWrite_Click() {

@@ -141,5 +141,4 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     frmEffacerCDRW* eraseWindow_ = nullptr;
     std::vector<WriteSpeed> speeds_;
     bool isSetUp_ = false;
-    bool isUnloading_ = false;
 };

@@ -34,7 +34,7 @@ void frmEffacerCDRW::OnLoad() {
 
 bool frmEffacerCDRW::OnClosing() {
     // An erase that has failed may never come to its end: only then can the wait for it be left.
-    return IsWindowEnabled(Handle()) != FALSE && (!isErasing_ || hasFailed_);
+    return !isErasing_ || hasFailed_;
 }
 
 void frmEffacerCDRW::OnUnload() {

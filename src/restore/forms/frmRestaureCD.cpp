@@ -98,8 +98,7 @@ void frmRestaureCD::InitCaptions() {
 }
 
 bool frmRestaureCD::OnClosing() {
-    // While a dialog is open over this window, that one is the one to close.
-    return !isRestoring_ && IsWindowEnabled(Handle()) != FALSE;
+    return !isRestoring_;
 }
 
 void frmRestaureCD::OnUnload() {

@@ -57,6 +57,7 @@ void frmMain::OnLoad() {
     cmdSortie.OnClick([this] { cmdSortie_Click(); });
     fullExit_ = false;
     hasStarted_ = false;
+    isOpening_ = false;
 }
 
 void frmMain::OnActivate() {
@@ -66,8 +67,8 @@ void frmMain::OnActivate() {
 }
 
 bool frmMain::OnClosing() {
-    // While another window is open over this one, that window is the one to close.
-    return IsWindowEnabled(Handle()) != FALSE;
+    if (isOpening_) fullExit_ = true;
+    return !isOpening_;
 }
 
 void frmMain::OnUnload() {
@@ -266,23 +267,30 @@ void frmMain::Medium_Click(const wchar_t* procedure) {
 }
 
 void frmMain::cmdBackup_Click() {
-    Guarded(L"cmdBackup_Click, module frmMain", [this] {
-        if (!IsLoaded()) return;
-        app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
-        // The detection lets messages run; it holds the writers, so the click waits for its end.
-        isBackupClickHeld_ = isDetecting_;
-        if (isDetecting_) return;
-        if (optBackup.IsChecked()) {
-            if (const auto medium = SelectedMedium()) {
-                std::optional<std::wstring> drive;
-                if (const ui::ComboBox* drives = LineOf(*medium).drives) drive = drives->SelectedText();
-                openers_.showBackup(*this, *medium, drive);
-            }
-        }
-        app_.machine.messageLoop.SetPointer(Pointer::Default);
-        if (optRestaure.IsChecked()) openers_.showRestore(*this);
-        if (fullExit_) EndProgram();
-    });
+    if (!IsLoaded() || isOpening_) return;
+    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    // The detection lets messages run; it holds the writers, so the click waits for its end.
+    isBackupClickHeld_ = isDetecting_;
+    if (isDetecting_) return;
+    isOpening_ = true;
+    Guarded(L"cmdBackup_Click, module frmMain", [this] { OpenChosenWindow(); });
+    isOpening_ = false;
+    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    if (fullExit_) EndProgram();
+}
+
+void frmMain::OpenChosenWindow() {
+    if (optBackup.IsChecked()) OpenBackup();
+    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    if (optRestaure.IsChecked()) openers_.showRestore(*this);
+}
+
+void frmMain::OpenBackup() {
+    const auto medium = SelectedMedium();
+    if (!medium) return;
+    std::optional<std::wstring> drive;
+    if (const ui::ComboBox* drives = LineOf(*medium).drives) drive = drives->SelectedText();
+    openers_.showBackup(*this, *medium, drive);
 }
 
 void frmMain::cmdAide_Click() {
@@ -290,7 +298,11 @@ void frmMain::cmdAide_Click() {
 }
 
 void frmMain::cmdSortie_Click() {
-    Guarded(L"cmdSortie_Click, module frmMain", [this] { EndProgram(); });
+    Guarded(L"cmdSortie_Click, module frmMain", [this] {
+        // The window that was opened may have gone before its opening has come to an end.
+        fullExit_ = true;
+        if (!isOpening_) EndProgram();
+    });
 }
 
 /// The program ends with its main window.

@@ -69,6 +69,8 @@ class frmMain final : public ApplicationForm, public MainWindow {
     MediumLine LineOf(Medium medium);
     std::optional<Medium> SelectedMedium();
     void SelectMedium(std::optional<Medium> medium);
+    void OpenChosenWindow();
+    void OpenBackup();
     void EndProgram();
 
     ui::Frame frmAction{*this, IDC_frmAction};
@@ -96,4 +98,5 @@ class frmMain final : public ApplicationForm, public MainWindow {
     bool hasStarted_ = false;
     bool isDetecting_ = false;
     bool isBackupClickHeld_ = false;
+    bool isOpening_ = false; ///< from a click on `cmdBackup` until the window that it opened has gone
 };
