@@ -6,11 +6,11 @@ buildFolder=$projectRoot/build
 
 # One line per purpose: what it is for, then the packages.
 buildPackages='building: cmake ninja-build make python3 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 googletest
-the archiver from its source: dpkg-dev xz-utils'
+the archiver and the archive library from their sources: dpkg-dev xz-utils libz-mingw-w64-dev'
 workstationPackages='running Windows programs: wine wine64 locales python3
 a display where there is none, and pictures of it: xvfb openbox imagemagick x11-utils'
-nativePackages='native tests: g++ clang-format'
-fuzzPackages='fuzzing: clang libclang-rt-dev'
+nativePackages='native tests: g++ clang-format libarchive-dev'
+fuzzPackages='fuzzing: clang libclang-rt-dev libarchive-dev'
 resultPackages='looking at the results with other tools: 7zip xorriso'
 packagingPackages='the help documents: weasyprint fonts-liberation
 the installer: nsis osslsigncode'
@@ -129,14 +129,12 @@ WriteSourcePackageLists() {
     return 0
 }
 
-# Builds the console archiver for Windows from Debian's own source package, once.
-BuildArchiver() {
-    local finished=$buildFolder/archiver/7za.exe work=$buildFolder/archiver/work log=$buildFolder/logs/archiver.log
-    [ -s "$finished" ] && return 0
-    Say 'building the 7-Zip console archiver from the Debian source package 7zip (about two minutes, once)'
+# Unpacks one of Debian's own source packages, with its security fixes, into a folder made anew: FetchSource PACKAGE FOLDER LOG
+FetchSource() {
+    local package=$1 work=$2 log=$3
     rm -rf "$work"
     mkdir -p "$work/parts" "$work/lists/partial" "$work/cache/archives/partial"
-    NeedRoom "$work" 200 'building the archiver'
+    NeedRoom "$work" 200 "building from the source package $package"
     WriteSourcePackageLists "$work/parts"
     cat >"$work/apt.conf" <<CONFIG
 Dir::Etc::SourceList "/dev/null";
@@ -146,9 +144,17 @@ Dir::Cache "$work/cache";
 APT::Sandbox::User "root";
 Acquire::Languages "none";
 CONFIG
-    (cd "$work" && APT_CONFIG=$work/apt.conf apt-get -q update && APT_CONFIG=$work/apt.conf apt-get -q source --only-source 7zip) \
-        >"$log" 2>&1 || (cd "$work" && APT_CONFIG=$work/apt.conf apt-get -q source --only-source 7zip) >>"$log" 2>&1 ||
-        Fail "the source package 7zip cannot be fetched: $(LastReason "$log") (all of it: build/logs/archiver.log)"
+    (cd "$work" && APT_CONFIG=$work/apt.conf apt-get -q update && APT_CONFIG=$work/apt.conf apt-get -q source --only-source "$package") \
+        >"$log" 2>&1 || (cd "$work" && APT_CONFIG=$work/apt.conf apt-get -q source --only-source "$package") >>"$log" 2>&1 ||
+        Fail "the source package $package cannot be fetched: $(LastReason "$log") (all of it: ${log#"$projectRoot"/})"
+}
+
+# Builds the console archiver for Windows, once.
+BuildArchiver() {
+    local finished=$buildFolder/archiver/7za.exe work=$buildFolder/archiver/work log=$buildFolder/logs/archiver.log
+    [ -s "$finished" ] && return 0
+    Say 'building the 7-Zip console archiver from the Debian source package 7zip (about two minutes, once)'
+    FetchSource 7zip "$work" "$log"
 
     local source major
     source=$(find "$work" -maxdepth 1 -type d -name '7zip-*')
@@ -168,8 +174,31 @@ CONFIG
     rm -rf "$work"
 }
 
+# Builds the library that reads archives for Windows, once: static, and with nothing in it but what zip archives need.
+BuildArchiveLibrary() {
+    local finished=$buildFolder/libarchive work=$buildFolder/libarchive.work log=$buildFolder/logs/libarchive.log
+    [ -s "$finished/libarchive.a" ] && return 0
+    Say 'building the archive library from the Debian source package libarchive (about two minutes, once)'
+    FetchSource libarchive "$work" "$log"
+
+    local source without
+    source=$(find "$work" -maxdepth 1 -type d -name 'libarchive-*')
+    mkdir "$work/out" "$work/finished"
+    read -ra without <<<"$(printf -- '--without-%s ' bz2lib libb2 iconv lz4 zstd lzma cng openssl xml2 expat)"
+    (cd "$work/out" && Logged "$log" 'configuring the archive library' "$source/configure" --host=x86_64-w64-mingw32 \
+        CC=x86_64-w64-mingw32-gcc-posix CFLAGS='-O2 -ffunction-sections -fdata-sections' --disable-shared --enable-static \
+        --disable-dependency-tracking --disable-maintainer-mode --disable-bsdtar --disable-bsdcat --disable-bsdcpio \
+        --disable-xattr --disable-acl "${without[@]}")
+    Logged "$log" 'building the archive library' make -C "$work/out" -j"$(nproc)" libarchive.la
+    cp "$source/libarchive/archive.h" "$source/libarchive/archive_entry.h" "$work/out/.libs/libarchive.a" "$work/finished"
+    rm -rf "$finished"
+    mv "$work/finished" "$finished"
+    rm -rf "$work"
+}
+
 ConfigurePreset() {
     local preset=$1 folder=$buildFolder/$1
+    [ "$preset" != windows ] || BuildArchiveLibrary
     # A tree that was moved, copied or left half configured is configured anew.
     if [ -e "$folder/CMakeCache.txt" ] &&
         { [ ! -e "$folder/build.ninja" ] || ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$projectRoot" "$folder/CMakeCache.txt"; }; then
