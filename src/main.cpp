@@ -1,20 +1,11 @@
+#include "Workstation.h"
 #include "archive/forms/frmMotPasse.h"
 #include "backup/forms/frmBackup.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/SingleInstance.h"
 #include "platform/windows/SystemLibrary.h"
-#include "platform/windows/WindowsDrives.h"
-#include "platform/windows/WindowsEventLog.h"
-#include "platform/windows/WindowsFiles.h"
-#include "platform/windows/WindowsMessageBoxes.h"
-#include "platform/windows/WindowsProcesses.h"
-#include "platform/windows/WindowsStringTable.h"
-#include "platform/windows/WindowsSystem.h"
-#include "platform/windows/WindowsUsbDevices.h"
-#include "platform/windows/discs/ImapiDiscWriter.h"
 #include "restore/forms/frmRestaureCD.h"
 #include "shell/StartUp.h"
-#include "shell/forms/FormMessageLoop.h"
 #include "shell/forms/frmMain.h"
 #include "ui/MessagePump.h"
 
@@ -25,24 +16,6 @@
 #include <utility>
 
 namespace {
-
-/// The workstation as it is.
-struct Workstation {
-    FormMessageLoop messageLoop;
-    WindowsStringTable strings;
-    WindowsDrives drives;
-    WindowsUsbDevices usb;
-    WindowsFiles files;
-    WindowsProcesses processes;
-    WindowsSystem system;
-    WindowsEventLog eventLog;
-    WindowsMessageBoxes messageBoxes;
-    ImapiDiscWriters discWriters{messageLoop};
-
-    Machine Ports() {
-        return {strings, drives, usb, files, processes, system, eventLog, messageBoxes, messageLoop, discWriters};
-    }
-};
 
 /// What Windows has to know before the first window.
 class ProcessSetUp {

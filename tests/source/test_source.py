@@ -7,9 +7,9 @@ from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent.parent
 # From the floor up: a room stands on those before it.
-ROOMS = ("core", "shell", "selection", "archive", "discutil", "backup", "restore")
+ROOMS = ("core", "shell", "selection", "archive", "discutil", "backup", "restore", "check")
 # Neither of these two knows the other, though one of them has to come first.
-STRANGERS = {frozenset(("backup", "restore"))}
+STRANGERS = {frozenset(("backup", "restore")), frozenset(("backup", "check")), frozenset(("restore", "check"))}
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"])([^">]+)[">]', re.MULTILINE)
 WINDOWS_HEADERS = re.compile(
     r"^(windows|windowsx|winuser|winbase|commctrl|commdlg|shellapi|shlobj|shlwapi|objbase|ole2|oleauto|setupapi|userenv|"
@@ -36,7 +36,7 @@ def sources(*folders):
 def kind_of(path):
     """The layer a file below src belongs to."""
     parts = path.relative_to(PROJECT / "src").parts
-    if parts[0] == "main.cpp":
+    if len(parts) == 1 or parts[-1] == "main.cpp":
         return "main"
     if parts[0] == "platform":
         return "windows" if parts[1] == "windows" else "platform"

@@ -1,0 +1,194 @@
+#include "check/CheckCommand.h"
+
+#include "platform/CodePages.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "resources/TextId.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int WrongUsage = 5;
+constexpr int CannotReadOrWrite = 4;
+constexpr std::uint64_t LongestPasswordFile = 65536;
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
+/// A path as it may stand on a command line that another program has quoted.
+std::wstring CleanPath(std::wstring path) {
+    while (!path.empty() && path.back() == L' ') path.pop_back();
+    while (path.size() > 3 && path.ends_with(L"\\\\")) path.pop_back();
+    std::replace(path.begin(), path.end(), L'/', L'\\');
+    return path;
+}
+
+class WordReader {
+  public:
+    explicit WordReader(const std::vector<std::wstring>& words) : words_(words) {}
+
+    std::variant<CheckCommand, CommandFault> Read() {
+        for (; at_ < words_.size() && !IsWrong(); ++at_) ReadWord();
+        if (!IsWrong()) CheckWhole();
+        if (IsWrong()) return fault_;
+        return command_;
+    }
+
+  private:
+    bool IsWrong() const { return fault_.text != TextId::None; }
+
+    void ReadWord() {
+        const std::wstring word = UpperCase(words_[at_]);
+        if (word == L"/CHECK") {
+            Take(check_);
+        } else if (word == L"/RECOVER") {
+            Take(recover_);
+        } else if (word == L"/TO") {
+            Take(command_.request.target);
+        } else if (word == L"/PASSWORD-FILE") {
+            Take(command_.passwordFile);
+        } else if (word == L"/REPORT") {
+            Take(command_.reportFile);
+        } else if (word == L"/COMPARE") {
+            if (command_.request.isComparison) Fail(TextId::CheckGivenTwice);
+            command_.request.isComparison = true;
+        } else {
+            Fail(TextId::CheckUnknownWord);
+        }
+    }
+
+    void Take(std::optional<std::wstring>& value) {
+        if (value) return Fail(TextId::CheckGivenTwice);
+        const bool isThere = at_ + 1 < words_.size() && !words_[at_ + 1].empty() && !words_[at_ + 1].starts_with(L'/');
+        if (!isThere) return Fail(TextId::CheckValueMissing);
+        value = CleanPath(words_[++at_]);
+    }
+
+    void Fail(TextId text) { fault_ = {text, words_[at_]}; }
+
+    void CheckWhole() {
+        const bool isRecovery = recover_.has_value();
+        if (check_.has_value() == isRecovery || isRecovery != command_.request.target.has_value()) {
+            fault_ = {TextId::CheckWorkMissing, {}};
+            return;
+        }
+        command_.request.place = isRecovery ? *recover_ : *check_;
+    }
+
+    const std::vector<std::wstring>& words_;
+    std::size_t at_ = 0;
+    CommandFault fault_;
+    CheckCommand command_;
+    std::optional<std::wstring> check_;
+    std::optional<std::wstring> recover_;
+};
+
+std::string ReadSmallFile(const FileStore& files, const std::wstring& path) {
+    const auto file = files.Open(files.FullPath(path));
+    std::string bytes(static_cast<std::size_t>(std::min(file->SizeBytes(), LongestPasswordFile)), '\0');
+    bytes.resize(file->ReadAt(0, bytes));
+    return bytes;
+}
+
+std::string AsText(const BackupReport& report, const Texts& texts) {
+    std::string bytes(Utf8Mark);
+    for (const std::wstring& line : ReportLines(report, texts)) bytes += ToUtf8(line) + "\r\n";
+    return bytes;
+}
+
+/// Beside the file that it may replace first, so that a report is never half there.
+void WriteReport(FileStore& files, const std::wstring& path, const std::string& bytes) {
+    const std::wstring full = files.FullPath(path);
+    const std::wstring fresh = full + L".new";
+    if (files.Look(fresh)) files.Delete(fresh);
+    const auto file = files.CreateNew(fresh);
+    if (!file) throw RuntimeError(ErrorNumber::PathFileAccessError);
+    file->Write(bytes);
+    file->Close();
+    const auto old = files.Look(full);
+    if (old && !old->isFolder) files.Delete(full);
+    if (!files.Rename(fresh, full)) throw RuntimeError(ErrorNumber::PathFileAccessError);
+}
+
+bool IsTextReport(const std::wstring& path) {
+    return UpperCase(path).ends_with(L".TXT");
+}
+
+void ShowLines(Console& console, const std::wstring& text) {
+    std::size_t from = 0;
+    for (std::size_t end = text.find(L'\n'); end != std::wstring::npos; end = text.find(L'\n', from)) {
+        console.Line(text.substr(from, end - from));
+        from = end + 1;
+    }
+    console.Line(text.substr(from));
+}
+
+/// Writes the report beside what it is about, and never over it.
+bool IsPartOfBackup(const FileStore& files, const BackupReport& report, const std::wstring& path) {
+    const std::wstring full = UpperCase(files.FullPath(path));
+    const BackupPlace place = PlaceOf(files, report.archive);
+    return full == UpperCase(report.archive) || (!place.list.empty() && full == UpperCase(place.list));
+}
+
+} // namespace
+
+std::vector<std::wstring> CommandWords(const std::wstring& commandLine) {
+    std::vector<std::wstring> words;
+    bool isQuoted = false;
+    bool isInWord = false;
+    for (const wchar_t letter : commandLine) {
+        const bool isBlank = !isQuoted && (letter == L' ' || letter == L'\t');
+        if (!isBlank && !isInWord) words.emplace_back();
+        isInWord = !isBlank;
+        if (letter == L'"') {
+            isQuoted = !isQuoted;
+        } else if (!isBlank) {
+            words.back() += letter;
+        }
+    }
+    return words;
+}
+
+std::variant<CheckCommand, CommandFault> ReadCommand(const std::vector<std::wstring>& words) {
+    return WordReader(words).Read();
+}
+
+std::wstring PasswordIn(std::string_view bytes) {
+    const bool isUtf8 = bytes.starts_with(Utf8Mark);
+    if (isUtf8) bytes.remove_prefix(Utf8Mark.size());
+    bytes = bytes.substr(0, bytes.find_first_of(std::string_view("\r\n\0", 3)));
+    return isUtf8 ? FromUtf8(bytes) : FromAnsi(bytes);
+}
+
+int RunCommand(FileStore& files, Console& console, const Texts& texts, const std::vector<std::wstring>& words,
+               const std::wstring& profileFolder) {
+    auto understood = ReadCommand(words);
+    if (const auto* fault = std::get_if<CommandFault>(&understood)) {
+        console.Line(Filled(texts(fault->text), {fault->word}));
+        ShowLines(console, texts(TextId::CheckUsage));
+        return WrongUsage;
+    }
+    CheckCommand& command = std::get<CheckCommand>(understood);
+    command.request.profileFolder = profileFolder;
+    if (command.passwordFile) {
+        try {
+            const bool isInput = *command.passwordFile == L"-";
+            command.request.password =
+                PasswordIn(isInput ? console.Input() : ReadSmallFile(files, *command.passwordFile));
+        } catch (const RuntimeError& error) {
+            console.Line(Filled(texts(TextId::CheckPasswordUnreadable), {error.Description()}));
+            return CannotReadOrWrite;
+        }
+    }
+    const BackupReport report = RunCheck(files, command.request, {});
+    for (const std::wstring& line : ReportLines(report, texts)) console.Line(line);
+    if (!command.reportFile) return report.ExitCode();
+    try {
+        if (IsPartOfBackup(files, report, *command.reportFile)) throw RuntimeError(ErrorNumber::PermissionDenied);
+        const bool isText = IsTextReport(*command.reportFile);
+        WriteReport(files, *command.reportFile, isText ? AsText(report, texts) : ReportJson(report));
+    } catch (const RuntimeError& error) {
+        console.Line(Filled(texts(TextId::CheckReportNotWritten), {error.Description()}));
+        return CannotReadOrWrite;
+    }
+    return report.ExitCode();
+}

@@ -1,0 +1,171 @@
+#include "check/CheckWork.h"
+
+#include "archive/clsListe.h"
+#include "check/Comparison.h"
+#include "check/Inspection.h"
+#include "check/PasswordProbe.h"
+#include "check/Recovery.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+#include <new>
+
+namespace {
+
+constexpr std::uint64_t LargestList = 64 * 1024 * 1024;
+
+std::wstring WithBackslash(const std::wstring& folder) {
+    return folder.ends_with(L'\\') ? folder : folder + L"\\";
+}
+
+std::wstring WithoutBackslash(std::wstring path) {
+    while (path.size() > 3 && path.ends_with(L'\\')) path.pop_back();
+    return path;
+}
+
+/// One check or recovery, from the place that was named to the finished report.
+class CheckWork {
+  public:
+    CheckWork(FileStore& files, const CheckRequest& request, const CheckHooks& hooks)
+        : files_(files), request_(request), hooks_(hooks) {
+        report_.isRecovery = request.target.has_value();
+        report_.isComparison = request.isComparison;
+    }
+
+    BackupReport Run() {
+        try {
+            Work();
+        } catch (const Stopped&) {
+            report_.verdict = Verdict::Stopped;
+        } catch (const MediumLost& lost) {
+            Fail(Verdict::Unreadable, lost.error.Description());
+        } catch (const RuntimeError& error) {
+            const bool isFull = error.Number() == static_cast<std::int32_t>(ErrorNumber::DiskFull);
+            Fail(isWriting_ ? isFull ? Verdict::NoRoom : Verdict::NotWritable : Verdict::Unreadable,
+                 error.Description());
+        } catch (const std::bad_alloc&) {
+            Fail(Verdict::Unreadable, DescriptionOf(static_cast<std::int32_t>(ErrorNumber::OutOfMemory)));
+        }
+        return std::move(report_);
+    }
+
+  private:
+    void Fail(Verdict verdict, std::wstring reason) {
+        report_.verdict = verdict;
+        report_.failure = std::move(reason);
+    }
+
+    void Work() {
+        const BackupPlace place = PlaceOf(files_, request_.place);
+        report_.archive = place.archive;
+        const bool hasArchive = !place.archive.empty() && IsFile(place.archive);
+        report_.hasList = !place.list.empty() && IsFile(place.list);
+        if (!hasArchive) {
+            report_.verdict = report_.hasList ? Verdict::OlderFormat : Verdict::NoBackup;
+            return;
+        }
+        archive_ = files_.Open(place.archive);
+        report_.archiveBytes = archive_->SizeBytes();
+        std::vector<ListedItem> rows;
+        if (report_.hasList) rows = ReadRows(place.list);
+        if (FindPassphrase() && HasRoom()) Walk(std::move(rows));
+    }
+
+    bool IsFile(const std::wstring& path) const {
+        const auto entry = files_.Look(path);
+        return entry && !entry->isFolder;
+    }
+
+    std::vector<ListedItem> ReadRows(const std::wstring& path) {
+        try {
+            const auto list = files_.Open(path);
+            if (list->SizeBytes() <= LargestList) {
+                std::string bytes(static_cast<std::size_t>(list->SizeBytes()), '\0');
+                bytes.resize(list->ReadAt(0, bytes));
+                return ReadBackupList(bytes, request_.profileFolder);
+            }
+        } catch (const RuntimeError&) {
+            // The archive may be whole all the same.
+        }
+        report_.isListUnreadable = true;
+        report_.hasList = false;
+        return {};
+    }
+
+    bool FindPassphrase() {
+        const auto candidates = PasswordCandidates(request_.password.value_or(L""));
+        const ProbeOutcome probe = ProbePassword(*archive_, candidates, [this](std::size_t) { StopIfAsked(); });
+        report_.isEncrypted =
+            probe.answer == ProbeOutcome::Answer::Opens || probe.answer == ProbeOutcome::Answer::Wrong;
+        if (probe.answer == ProbeOutcome::Answer::Wrong) {
+            const bool isGiven = request_.password && !request_.password->empty();
+            report_.verdict = isGiven ? Verdict::WrongPassword : Verdict::PasswordMissing;
+            return false;
+        }
+        if (probe.candidate) {
+            passphrase_ = probe.candidate->bytes;
+            report_.isOpenedByFirstWord = probe.candidate->isFirstWord;
+        }
+        if (hooks_.onPasswordAccepted) hooks_.onPasswordAccepted();
+        return true;
+    }
+
+    /// A backup is compressed, so its size is the least that its files take.
+    bool HasRoom() {
+        if (!request_.target) return true;
+        isWriting_ = true;
+        report_.target = WithoutBackslash(files_.FullPath(*request_.target));
+        recovery_ = std::make_unique<Recovery>(files_, report_.target);
+        report_.freeBytes = files_.FreeBytes(report_.target);
+        report_.neededBytes = request_.wanted.empty() ? report_.archiveBytes : 0;
+        if (report_.freeBytes >= report_.neededBytes) return true;
+        report_.verdict = Verdict::NoRoom;
+        return false;
+    }
+
+    void Walk(std::vector<ListedItem> rows) {
+        std::vector<FileTaker*> takers;
+        if (recovery_) takers.push_back(recovery_.get());
+        Comparison comparison(files_);
+        if (request_.isComparison) takers.push_back(&comparison);
+        Inspection inspection(std::move(rows), report_, takers, request_.wanted);
+        report_.walk = WalkBackup(*archive_, passphrase_, inspection, [this](std::size_t bytes) {
+            StopIfAsked();
+            done_ += bytes;
+            if (hooks_.onProgress) hooks_.onProgress(std::min(done_, report_.archiveBytes), report_.archiveBytes);
+        });
+        inspection.Finish();
+        report_.Conclude();
+    }
+
+    void StopIfAsked() const {
+        if (hooks_.isStopped && hooks_.isStopped()) throw Stopped();
+    }
+
+    FileStore& files_;
+    const CheckRequest& request_;
+    const CheckHooks& hooks_;
+    BackupReport report_;
+    std::unique_ptr<InputFile> archive_;
+    std::unique_ptr<Recovery> recovery_;
+    std::optional<std::string> passphrase_;
+    std::uint64_t done_ = 0;
+    bool isWriting_ = false;
+};
+
+} // namespace
+
+BackupPlace PlaceOf(const FileStore& files, const std::wstring& place) {
+    if (place.empty()) return {};
+    const bool isDriveAlone = place.size() == 2 && place[1] == L':';
+    const std::wstring path = WithoutBackslash(files.FullPath(isDriveAlone ? place + L"\\" : place));
+    const auto entry = files.Look(path);
+    if (!entry) return {};
+    const std::wstring folder = WithBackslash(entry->isFolder ? path : path.substr(0, path.find_last_of(L'\\') + 1));
+    const bool isList = !entry->isFolder && UpperCase(entry->name) == UpperCase(ControlFileName);
+    return {folder, entry->isFolder || isList ? folder + ArchiveName : path, folder + ControlFileName};
+}
+
+BackupReport RunCheck(FileStore& files, const CheckRequest& request, const CheckHooks& hooks) {
+    return CheckWork(files, request, hooks).Run();
+}

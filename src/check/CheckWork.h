@@ -1,0 +1,35 @@
+#pragma once
+
+#include "check/BackupReport.h"
+
+#include <functional>
+#include <set>
+
+/// What is to be checked, or recovered.
+struct CheckRequest {
+    std::wstring place;                   ///< a drive, a folder, or the path of an archive
+    std::optional<std::wstring> password; ///< nothing: none was given
+    bool isComparison = false;
+    std::optional<std::wstring> target; ///< of a recovery; nothing: a check
+    std::set<std::wstring> wanted;      ///< names of inner archives; empty: all
+    std::wstring profileFolder;
+};
+
+/// How the work is followed and ended. Called on the thread that works.
+struct CheckHooks {
+    std::function<bool()> isStopped;
+    std::function<void(std::uint64_t doneBytes, std::uint64_t totalBytes)> onProgress;
+    std::function<void()> onPasswordAccepted;
+};
+
+/// Where a backup lies that is named by its drive, its folder or its archive.
+struct BackupPlace {
+    std::wstring folder; ///< with a trailing backslash; empty when there is nothing under that name
+    std::wstring archive;
+    std::wstring list;
+};
+BackupPlace PlaceOf(const FileStore& files, const std::wstring& place);
+
+/// Checks a backup, or recovers it: reads all of it once and writes nothing but into the target folder. Whatever is
+/// wrong is in the report; nothing is thrown.
+BackupReport RunCheck(FileStore& files, const CheckRequest& request, const CheckHooks& hooks);

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "check/Inspection.h"
+
+#include <memory>
+
+/// Holds the files of a backup against those of this computer, and finds what the backup lacks. Files that cannot be
+/// opened here are passed over.
+class Comparison final : public FileTaker {
+  public:
+    explicit Comparison(const FileStore& files) : files_(files) {}
+
+    void BeginItem(ItemReport& item, const ZipEntry& entry) override;
+    void BeginFile(const ZipEntry& file) override;
+    void Take(std::string_view bytes) override;
+    void EndFile(const FileOutcome& outcome) override;
+    void Describe(std::uint64_t, const DirectoryRecord&) override {}
+    void EndItem() override;
+
+  private:
+    void FindAbsent(const std::wstring& folder, const std::wstring& name);
+
+    const FileStore& files_;
+    ItemReport* item_ = nullptr;
+    std::uint64_t savedAt_ = 0;
+    std::set<std::wstring> saved_;
+    ZipEntry file_;
+    std::unique_ptr<InputFile> here_;
+    std::uint64_t writtenHere_ = 0;
+    std::uint64_t compared_ = 0;
+    bool isHere_ = false;
+    bool differs_ = false;
+};

@@ -1,0 +1,128 @@
+#include "check/Inspection.h"
+
+#include "platform/Text.h"
+
+namespace {
+
+constexpr std::wstring_view ArchiveEnding = L".zip";
+constexpr std::size_t LongestPath = 259;
+
+/// The name that rows know an inner archive by.
+std::wstring BareName(const std::wstring& name) {
+    const bool hasEnding = name.size() > ArchiveEnding.size() &&
+                           UpperCase(name.substr(name.size() - ArchiveEnding.size())) == UpperCase(ArchiveEnding);
+    return hasEnding ? name.substr(0, name.size() - ArchiveEnding.size()) : name;
+}
+
+std::wstring FolderBefore(const std::wstring& path) {
+    const std::size_t end = path.find_last_of(L'\\');
+    return end == std::wstring::npos ? std::wstring() : path.substr(0, end + 1);
+}
+
+} // namespace
+
+Inspection::Inspection(std::vector<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
+                       const std::set<std::wstring>& wanted)
+    : report_(report), takers_(std::move(takers)), wanted_(wanted) {
+    for (ListedItem& row : rows) {
+        if (!wanted_.empty() && !wanted_.contains(row.archive)) continue;
+        rowOf_.try_emplace(UpperCase(row.archive), report_.items.size());
+        ItemReport item;
+        item.number = row.number;
+        item.path = std::move(row.path);
+        item.archive = std::move(row.archive);
+        item.isFolder = row.isFolder;
+        item.problems = row.problems;
+        report_.items.push_back(std::move(item));
+    }
+}
+
+bool Inspection::Wants(const std::wstring& name) {
+    return wanted_.empty() || wanted_.contains(BareName(name));
+}
+
+void Inspection::OnItem(const ZipEntry& item) {
+    const std::wstring name = BareName(item.name);
+    const auto row = rowOf_.find(UpperCase(name));
+    // A second archive of one name belongs to no row any more.
+    if (row != rowOf_.end() && report_.items[row->second].verdict == ItemVerdict::NotChecked) {
+        item_ = &report_.items[row->second];
+    } else {
+        report_.items.emplace_back();
+        item_ = &report_.items.back();
+        item_->archive = name;
+    }
+    topName_.clear();
+    hasOneTop_ = true;
+    for (FileTaker* taker : takers_) taker->BeginItem(*item_, item);
+}
+
+void Inspection::OnFile(const ZipEntry& file) {
+    file_ = file.name;
+    isFolder_ = file.isFolder;
+    const std::wstring top = file.name.substr(0, file.name.find(L'/'));
+    if (topName_.empty()) topName_ = top;
+    hasOneTop_ = hasOneTop_ && top == topName_;
+    for (FileTaker* taker : takers_) taker->BeginFile(file);
+}
+
+void Inspection::OnData(std::string_view bytes) {
+    for (FileTaker* taker : takers_) taker->Take(bytes);
+}
+
+void Inspection::OnFileEnd(const FileOutcome& outcome) {
+    using What = FileFinding::What;
+    if (outcome.state == FileState::Unreadable) {
+        item_->Add({What::Unreadable, file_, 0, {}});
+    } else if (outcome.state == FileState::Damaged) {
+        item_->Add({outcome.isBrokenOff ? What::BrokenOff : What::Damaged, file_, outcome.bytes, {}});
+    }
+    const std::size_t length = FolderBefore(item_->path).size() + file_.size();
+    if (item_->number > 0 && item_->path.size() <= LongestPath && length > LongestPath)
+        item_->Add({What::TooLong, file_, length, {}});
+    for (FileTaker* taker : takers_) taker->EndFile(outcome);
+}
+
+void Inspection::OnRecord(std::uint64_t index, const DirectoryRecord& record) {
+    for (FileTaker* taker : takers_) taker->Describe(index, record);
+}
+
+void Inspection::OnItemEnd(const ItemOutcome& outcome) {
+    item_->outcome = outcome;
+    item_->verdict = VerdictOf(outcome);
+    for (FileTaker* taker : takers_) taker->EndItem();
+    item_ = nullptr;
+}
+
+ItemVerdict Inspection::VerdictOf(const ItemOutcome& outcome) const {
+    switch (outcome.state) {
+    case ItemState::Damaged:
+        return ItemVerdict::Damaged;
+    case ItemState::DamagedWhenSaved:
+        return ItemVerdict::DamagedWhenSaved;
+    case ItemState::Cut:
+        return ItemVerdict::Cut;
+    case ItemState::Empty:
+        return ItemVerdict::Empty;
+    case ItemState::DirectoryDamaged:
+        return ItemVerdict::DirectoryDamaged;
+    case ItemState::Locked:
+        return ItemVerdict::Locked;
+    case ItemState::Whole:
+        break;
+    }
+    if (item_->number == 0) return report_.hasList ? ItemVerdict::NotListed : ItemVerdict::Whole;
+    return IsWhatRowNames() ? ItemVerdict::Whole : ItemVerdict::OtherBackup;
+}
+
+bool Inspection::IsWhatRowNames() const {
+    // A row that ends in a backslash names what stands in the folder, and not the folder.
+    const std::wstring name = LastName(item_->path);
+    return name.empty() || (hasOneTop_ && IsNameMeant(name, topName_));
+}
+
+void Inspection::Finish() {
+    for (ItemReport& item : report_.items) {
+        if (item.verdict == ItemVerdict::NotChecked) item.verdict = ItemVerdict::Missing;
+    }
+}

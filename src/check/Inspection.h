@@ -1,0 +1,52 @@
+#pragma once
+
+#include "check/BackupReport.h"
+
+#include <map>
+#include <set>
+
+/// What else is done with the files of a backup while it is inspected: recovering them, or comparing them.
+class FileTaker {
+  public:
+    virtual ~FileTaker() = default;
+    virtual void BeginItem(ItemReport& item, const ZipEntry& entry) = 0;
+    virtual void BeginFile(const ZipEntry& file) = 0;
+    virtual void Take(std::string_view bytes) = 0;
+    virtual void EndFile(const FileOutcome& outcome) = 0;
+    virtual void Describe(std::uint64_t index, const DirectoryRecord& record) = 0;
+    virtual void EndItem() = 0;
+};
+
+/// Holds what the walk meets against the backup's list, and writes it into the report.
+class Inspection final : public WalkListener {
+  public:
+    /// Rows come first in the report, in their order; inner archives that no row names follow. Borrows all of it;
+    /// `takers` get every file in turn. With `wanted`, other items are passed over and left out of the report.
+    Inspection(std::vector<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
+               const std::set<std::wstring>& wanted = {});
+
+    void OnItem(const ZipEntry& item) override;
+    void OnFile(const ZipEntry& file) override;
+    void OnData(std::string_view bytes) override;
+    void OnFileEnd(const FileOutcome& outcome) override;
+    void OnRecord(std::uint64_t index, const DirectoryRecord& record) override;
+    void OnItemEnd(const ItemOutcome& outcome) override;
+    bool Wants(const std::wstring& name) override;
+
+    /// What has no inner archive is missing, once the walk is through.
+    void Finish();
+
+  private:
+    ItemVerdict VerdictOf(const ItemOutcome& outcome) const;
+    bool IsWhatRowNames() const;
+
+    BackupReport& report_;
+    std::vector<FileTaker*> takers_;
+    std::set<std::wstring> wanted_;
+    std::map<std::wstring, std::size_t> rowOf_;
+    ItemReport* item_ = nullptr;
+    std::wstring file_;
+    bool isFolder_ = false;
+    std::wstring topName_;
+    bool hasOneTop_ = true;
+};

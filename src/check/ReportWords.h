@@ -1,0 +1,29 @@
+#pragma once
+
+#include "check/BackupReport.h"
+
+#include <functional>
+#include <string>
+
+enum class TextId : int;
+
+/// A text in the user's language.
+using Texts = std::function<std::wstring(TextId id)>;
+
+/// `text` with %1, %2 and so on replaced.
+std::wstring Filled(std::wstring text, const std::vector<std::wstring>& values);
+
+/// What a whole check has found, in one sentence.
+std::wstring VerdictSentence(const BackupReport& report, const Texts& texts);
+/// What else is to be known of the backup as a whole.
+std::vector<std::wstring> Remarks(const BackupReport& report, const Texts& texts);
+/// What an item has come to, in one sentence.
+std::wstring ItemSentence(const ItemReport& item, const Texts& texts);
+/// Why the restore window cannot put the item back, one sentence each.
+std::vector<std::wstring> ProblemSentences(const ItemReport& item, const Texts& texts);
+std::wstring FindingSentence(const FileFinding& finding, const Texts& texts);
+
+/// The report as lines of plain text, for people.
+std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& texts);
+/// The report as JSON in UTF-8, for programs; docs/backup-check.schema.json describes it.
+std::string ReportJson(const BackupReport& report);

@@ -1,0 +1,76 @@
+#include "check/BackupList.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::vector<ListedItem> Read(std::string_view bytes) {
+    return ReadBackupList(bytes, L"C:\\users\\agent");
+}
+
+} // namespace
+
+TEST(BackupList, RowsOfAGoodListHaveNoProblem) {
+    const auto rows = Read("**UserProfile**\\a.txt,32,Zip0001\r\nC:\\Donnees\\*.*,-1,Zip0002\r\n");
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[0].path, L"C:\\users\\agent\\a.txt");
+    EXPECT_EQ(rows[0].archive, L"Zip0001");
+    EXPECT_FALSE(rows[0].isFolder);
+    EXPECT_EQ(rows[1].path, L"C:\\Donnees");
+    EXPECT_TRUE(rows[1].isFolder);
+    EXPECT_EQ(rows[0].problems + rows[1].problems, 0u);
+}
+
+TEST(BackupList, ACommaSpoilsItsRowButNotWhatItMeant) {
+    const auto rows = Read("C:\\a.txt,32,Zip0001\r\nC:\\b, c.txt,32,Zip0002\r\n");
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[1].path, L"C:\\b, c.txt");
+    EXPECT_EQ(rows[1].archive, L"Zip0002");
+    EXPECT_TRUE(rows[1].Has(RowProblem::Comma));
+}
+
+TEST(BackupList, ACommaInTheFirstRowSpoilsAllRows) {
+    const auto rows = Read("C:\\a, b.txt,32,Zip0001\r\nC:\\c.txt,32,Zip0002\r\n");
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_TRUE(rows[0].Has(RowProblem::Comma));
+    EXPECT_TRUE(rows[1].Has(RowProblem::NotRestorable));
+    EXPECT_EQ(rows[1].path, L"C:\\c.txt");
+}
+
+TEST(BackupList, LostLettersAreToldAndTheRealNameIsStillMeant) {
+    const auto rows = Read("C:\\??.txt,32,Zip0001\r\n");
+    EXPECT_TRUE(rows.at(0).Has(RowProblem::LostLetters));
+    EXPECT_TRUE(IsNameMeant(L"??.txt", L"\u65E5\u672C.txt"));
+    EXPECT_FALSE(IsNameMeant(L"??.txt", L"ab.txt"));
+    EXPECT_FALSE(IsNameMeant(L"a.txt", L"b.txt"));
+    EXPECT_TRUE(IsNameMeant(L"A.TXT", L"a.txt"));
+}
+
+TEST(BackupList, RowsOfTheTwoFieldFormAreNamedAfterTheirPlace) {
+    const auto rows = Read("C:\\a.txt,32\r\nC:\\b\\*.*,-1\r\n");
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[1].archive, L"Zip0002");
+    EXPECT_TRUE(rows[0].Has(RowProblem::TwoFields));
+    EXPECT_TRUE(rows[1].Has(RowProblem::TwoFields));
+}
+
+TEST(BackupList, MailStoresOfOneNameShareOnePlace) {
+    const auto rows = Read("C:\\a\\mail.pst,32,Zip0001\r\nD:\\b\\MAIL.pst,32,Zip0002\r\nC:\\c.pst,32,Zip0003\r\n");
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_TRUE(rows[0].Has(RowProblem::SharedMailStore));
+    EXPECT_TRUE(rows[1].Has(RowProblem::SharedMailStore));
+    EXPECT_EQ(rows[2].problems, 0u);
+    EXPECT_EQ(rows[0].path, L"C:\\a\\mail.pst");
+}
+
+TEST(BackupList, LongPathsAreTold) {
+    const auto rows = Read("C:\\" + std::string(260, 'a') + ",32,Zip0001\r\n");
+    EXPECT_TRUE(rows.at(0).Has(RowProblem::TooLong));
+}
+
+TEST(BackupList, WhatIsNoRowIsKeptAsOne) {
+    const auto rows = Read("\r\nnonsense\r\n\r\n");
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_TRUE(rows[0].Has(RowProblem::NotRestorable));
+    EXPECT_TRUE(Read("").empty());
+}

@@ -1,0 +1,91 @@
+#include "check/CheckCommand.h"
+
+#include "check/ZipBuilder.h"
+#include "resources/TextId.h"
+#include "support/FakeFileStore.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Words = std::vector<std::wstring>;
+
+class FakeConsole final : public Console {
+  public:
+    void Line(const std::wstring& text) override { lines.push_back(text); }
+    std::string Input() override { return input; }
+    std::vector<std::wstring> lines;
+    std::string input;
+};
+
+std::wstring NumberAsText(TextId id) {
+    return L"#" + std::to_wstring(static_cast<int>(id)) + L" %1";
+}
+
+TextId FaultOf(const Words& words) {
+    const auto read = ReadCommand(words);
+    const auto* fault = std::get_if<CommandFault>(&read);
+    return fault ? fault->text : TextId::None;
+}
+
+} // namespace
+
+TEST(CheckCommand, QuotedFoldersMayEndInABackslash) {
+    const Words words = {L"C:\\Program Files\\BackupCheck.exe", L"/check", L"E:\\", L"/report", L"D:\\a b.json"};
+    EXPECT_EQ(CommandWords(L"\"C:\\Program Files\\BackupCheck.exe\"  /check \"E:\\\" /report \"D:\\a b.json\""), words);
+    EXPECT_EQ(CommandWords(L"x \"\""), (Words{L"x", L""}));
+}
+
+TEST(CheckCommand, AWholeLineIsUnderstood) {
+    const auto read =
+        ReadCommand({L"/RECOVER", L"E:\\", L"/to", L"D:\\a b\\\\", L"/password-file", L"-", L"/Report", L"r.json"});
+    const auto* command = std::get_if<CheckCommand>(&read);
+    ASSERT_NE(command, nullptr);
+    EXPECT_EQ(command->request.place, L"E:\\");
+    EXPECT_EQ(command->request.target, L"D:\\a b\\");
+    EXPECT_EQ(command->passwordFile, L"-");
+    EXPECT_EQ(command->reportFile, L"r.json");
+}
+
+TEST(CheckCommand, WrongUsageIsNamed) {
+    EXPECT_EQ(FaultOf({L"/check"}), TextId::CheckValueMissing);
+    EXPECT_EQ(FaultOf({L"/check", L"/compare"}), TextId::CheckValueMissing);
+    EXPECT_EQ(FaultOf({L"/check", L"E:\\", L"/check", L"F:\\"}), TextId::CheckGivenTwice);
+    EXPECT_EQ(FaultOf({L"/check", L"E:\\", L"more"}), TextId::CheckUnknownWord);
+    EXPECT_EQ(FaultOf({L"/recover", L"E:\\"}), TextId::CheckWorkMissing);
+    EXPECT_EQ(FaultOf({L"/check", L"E:\\", L"/to", L"D:\\"}), TextId::CheckWorkMissing);
+    EXPECT_EQ(FaultOf({L"/check", L"E:\\", L"/recover", L"E:\\", L"/to", L"D:\\"}), TextId::CheckWorkMissing);
+    EXPECT_EQ(FaultOf({L"/compare"}), TextId::CheckWorkMissing);
+}
+
+TEST(CheckCommand, ThePasswordIsTheFirstLineWithoutItsEnd) {
+    EXPECT_EQ(PasswordIn("Mot de passe \r\nmore"), L"Mot de passe ");
+    EXPECT_EQ(PasswordIn("\xC9t\xE9\n"), L"Été");
+    EXPECT_EQ(PasswordIn("\xEF\xBB\xBF\xC3\x89t\xC3\xA9"), L"Été");
+    EXPECT_EQ(PasswordIn(""), L"");
+}
+
+TEST(CheckCommand, TheExitCodeAndTheReportTellTheSame) {
+    FakeFileStore files;
+    files.Add(L"E:\\OKRBACKUP.ZIP", BuildBackup({{{"a.txt", "premier"}}}, "Valcoreaux1"));
+    files.Add(L"E:\\_listFich.lst", "C:\\a.txt,32,Zip0001\r\n");
+    FakeConsole console;
+    console.input = "Valcoreaux1";
+    const Words words = {L"/check", L"E:\\", L"/password-file", L"-", L"/report", L"D:\\r.json"};
+    EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 0);
+    const std::string report = files.BytesOf(L"D:\\r.json").value_or("");
+    EXPECT_NE(report.find("\"verdict\":\"good\""), std::string::npos) << report;
+    EXPECT_NE(report.find("\"exitCode\":0"), std::string::npos);
+    console.input = "wrong";
+    EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 2);
+    EXPECT_NE(files.BytesOf(L"D:\\r.json")->find("\"exitCode\":2"), std::string::npos);
+}
+
+TEST(CheckCommand, APasswordFileThatIsNotThereAndAReportOverTheBackupEndWithFour) {
+    FakeFileStore files;
+    files.Add(L"E:\\OKRBACKUP.ZIP", BuildBackup({{{"a.txt", "premier"}}}, "Valcoreaux1"));
+    FakeConsole console;
+    EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/password-file", L"D:\\no"}, {}), 4);
+    EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/report", L"E:\\OKRBACKUP.ZIP"}, {}), 4);
+    EXPECT_EQ(RunCommand(files, console, NumberAsText, {}, {}), 5);
+}

@@ -1,0 +1,169 @@
+"""What the tests of the check share: media as the real archiver makes them, and the program by its command line."""
+
+import json
+import random
+import shutil
+import struct
+import subprocess
+import tempfile
+import unittest
+import zipfile
+import zlib
+from pathlib import Path
+
+from system_test import ARCHIVE_NAME, LIST_NAME
+
+from workstation import BINARIES, Workstation
+
+PASSWORD = "Valcoreaux1"
+CRC_TABLE = []
+for number in range(256):
+    for _ in range(8):
+        number = (number >> 1) ^ (0xEDB88320 if number & 1 else 0)
+    CRC_TABLE.append(number)
+GOOD, FAULTY, WRONG_PASSWORD, NO_BACKUP, CANNOT, WRONG_USAGE = range(6)
+
+
+def zip_of(files):
+    """An inner archive as the archiver makes it: names to contents."""
+    with tempfile.TemporaryDirectory() as folder:
+        for name, content in files.items():
+            path = Path(folder, name)
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(content)
+        tops = sorted({name.split("/")[0] for name in files})
+        subprocess.run(["7zz", "a", "-tzip", "inner.zip", *tops], cwd=folder, check=True, stdout=subprocess.DEVNULL)
+        return Path(folder, "inner.zip").read_bytes()
+
+
+def encrypted(content, password, check_byte):
+    """The content with the header before it, in the encryption that the archiver uses for zip archives."""
+    keys = [0x12345678, 0x23456789, 0x34567890]
+
+    def crc(value, byte):
+        return (value >> 8) ^ CRC_TABLE[(value ^ byte) & 0xFF]
+
+    def update(byte):
+        keys[0] = crc(keys[0], byte)
+        keys[1] = ((keys[1] + (keys[0] & 0xFF)) * 134775813 + 1) & 0xFFFFFFFF
+        keys[2] = crc(keys[2], keys[1] >> 24)
+
+    for byte in password:
+        update(byte)
+    result = bytearray()
+    for byte in bytes(11) + bytes([check_byte]) + content:
+        mask = (keys[2] & 0xFFFF) | 2
+        result.append(byte ^ (((mask * (mask ^ 1)) >> 8) & 0xFF))
+        update(byte)
+    return bytes(result)
+
+
+def protected_zip(entries, password):
+    """An outer archive under a password of any bytes."""
+    body, directory = b"", b""
+    for name, content in entries.items():
+        crc = zlib.crc32(content)
+        data = encrypted(content, password, crc >> 24)
+        common = struct.pack("<HHHHHIIIHH", 20, 1, 0, 0, 0x5921, crc, len(data), len(content), len(name), 0)
+        directory += b"PK\1\2" + struct.pack("<H", 20) + common + struct.pack("<HHHII", 0, 0, 0, 32, len(body)) + name.encode()
+        body += b"PK\3\4" + common + name.encode() + data
+    return body + directory + b"PK\5\6" + struct.pack("<HHHHIIH", 0, 0, len(entries), len(entries), len(directory), len(body), 0)
+
+
+class CheckTest(unittest.TestCase):
+    """One workstation for a class; the program lies alone in a folder."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = Path(tempfile.mkdtemp(prefix="check-"))
+        cls.station = Workstation(cls.folder / "station", language="en")
+        target = cls.station.path(r"C:\Check")
+        target.mkdir()
+        shutil.copy2(BINARIES / "BackupCheck.exe", target)
+        cls.medium = cls.station.add_drive("e")
+        cls.target = cls.station.add_drive("d", "fixed")
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.station.remove()
+        shutil.rmtree(cls.folder, ignore_errors=True)
+
+    def setUp(self):
+        for drive in (self.medium, self.target):
+            for entry in drive.iterdir():
+                shutil.rmtree(entry) if entry.is_dir() else entry.unlink()
+
+    def run_program(self, *arguments, password=PASSWORD, seconds=60):
+        """The exit code and what the program wrote; the password comes by standard input."""
+        arguments = [r"C:\Check\BackupCheck.exe", *arguments]
+        entry = b""
+        if password is not None:
+            arguments += ["/password-file", "-"]
+            entry = password if isinstance(password, bytes) else password.encode("cp1252")
+        done = subprocess.run(self.station.wine_command(*arguments), env=self.station.environment, cwd=self.station.prefix,
+                              input=entry, capture_output=True, timeout=seconds, check=False)
+        return done.returncode, done.stdout.decode("utf-8")
+
+    def check(self, *arguments, place="E:\\", **options):
+        """The exit code and the report of a check."""
+        code, self.lines = self.run_program("/check", place, "/report", "D:\\report.json", *arguments, **options)
+        return code, json.loads((self.target / "report.json").read_text(encoding="utf-8"))
+
+    def recover(self, **options):
+        code, self.lines = self.run_program("/recover", "E:\\", "/to", "D:\\Target", "/report", "D:\\report.json", **options)
+        return code, json.loads((self.target / "report.json").read_text(encoding="utf-8"))
+
+    def recovered(self):
+        """Path below the target to content."""
+        root = self.target / "Target"
+        return {str(path.relative_to(root)): path.read_bytes() for path in root.rglob("*") if path.is_file()}
+
+    def write_list(self, *rows, encoding="cp1252"):
+        (self.medium / LIST_NAME).write_bytes("".join(row + "\r\n" for row in rows).encode(encoding))
+
+    def write_archive(self, *inner, password=PASSWORD, names=None):
+        """The outer archive, as the archiver makes it item by item."""
+        with tempfile.TemporaryDirectory() as folder:
+            for number, content in enumerate(inner, 1):
+                name = names[number - 1] if names else f"Zip{number:04d}.zip"
+                Path(folder, name).write_bytes(content)
+                subprocess.run(["7zz", "a", "-tzip", f"-p{password}", "outer.zip", name], cwd=folder, check=True,
+                               stdout=subprocess.DEVNULL)
+            shutil.copy(Path(folder, "outer.zip"), self.medium / ARCHIVE_NAME)
+
+    def good_medium(self):
+        generator = random.Random(5)
+        self.files = {
+            "C/Docs/budget.xls": generator.randbytes(40_000),
+            "C/Docs/Clients/note.txt": b"note " * 9_000,
+            "C/Docs/Clients/sous/b.bin": generator.randbytes(9_000),
+            "C/Docs/fin.txt": b"fin",
+        }
+        self.write_list(r"C:\Docs\budget.xls,32,Zip0001", r"C:\Docs\Clients\*.*,-1,Zip0002", r"C:\Docs\fin.txt,32,Zip0003")
+        self.inner = [
+            zip_of({"budget.xls": self.files["C/Docs/budget.xls"]}),
+            zip_of({"Clients/note.txt": self.files["C/Docs/Clients/note.txt"],
+                    "Clients/sous/b.bin": self.files["C/Docs/Clients/sous/b.bin"]}),
+            zip_of({"fin.txt": b"fin"}),
+        ]
+        self.write_archive(*self.inner)
+
+    def archive(self):
+        return self.medium / ARCHIVE_NAME
+
+    def change(self, place, length=1, flip=1):
+        content = bytearray(self.archive().read_bytes())
+        for at in range(place, min(place + length, len(content))):
+            content[at] ^= flip
+        self.archive().write_bytes(content)
+
+    def verdicts(self, report):
+        return [item["verdict"] for item in report["items"]]
+
+    def data_place(self, name):
+        """Where the compressed data of an entry of the outer archive begins, and how long it is."""
+        with zipfile.ZipFile(self.archive()) as outer:
+            info = outer.getinfo(name)
+        head = self.archive().read_bytes()[info.header_offset:info.header_offset + 30]
+        name_length, extra_length = struct.unpack("<HH", head[26:30])
+        return info.header_offset + 30 + name_length + extra_length, info.compress_size
