@@ -35,8 +35,6 @@ std::string BuildZip(const std::vector<BuiltEntry>& entries, const std::optional
     const std::unique_ptr<archive, FreeWriter> writer(archive_write_new());
     archive_write_set_format_zip(writer.get());
     archive_write_set_options(writer.get(), "zip:hdrcharset=UTF-8");
-    // Stored, an entry has its size before its data, as in the archiver's own archives.
-    if (!password) archive_write_set_options(writer.get(), "zip:compression=store");
     if (password) {
         archive_write_set_options(writer.get(), "zip:encryption=traditional");
         Require(archive_write_set_passphrase(writer.get(), password->c_str()), writer.get());
