@@ -36,6 +36,8 @@ class Drives {
     virtual DriveSpace Space(const std::wstring& root) const = 0;
     /// Free clusters times cluster size of the volume, in bytes. Throws as `Space`.
     virtual double FreeClusterBytes(const std::wstring& root) const = 0;
+    /// The name of the volume's file system, such as "FAT32"; empty when no volume can be read.
+    virtual std::wstring FileSystemName(const std::wstring& root) const = 0;
     /// Whether the volume device of `letter` ("E") can be opened.
     virtual bool CanOpenVolume(const std::wstring& letter) const = 0;
     /// Lists the root folder once so that the drive wakes up; every failure is ignored and shows no box.

@@ -30,7 +30,8 @@ class OutputFile {
 
 /// Files and folders. Paths are plain strings with backslashes.
 /// Failures are run-time errors: 53 file not found, 76 path not found, 70 permission denied, 61 disk full,
-/// 71 disk not ready, 57 device I/O error, 75 for the rest.
+/// 71 disk not ready, 57 device I/O error, 75 for the rest. What another program holds for a moment only, as scanners
+/// do with fresh files, is tried again for about half a second before that is a failure.
 class Files {
   public:
     virtual ~Files() = default;
@@ -55,7 +56,12 @@ class Files {
     virtual void Copy(const std::wstring& source, const std::wstring& target) = 0;
     /// Forces what the system still holds of the file to the device.
     virtual void Flush(const std::wstring& path) = 0;
+    /// Gives a file another name on the same drive, read-only or not; it has it on the device when the call returns.
+    /// Throws 75 when the name is taken; both files are then as they were.
+    virtual void Rename(const std::wstring& source, const std::wstring& target) = 0;
     virtual void Delete(const std::wstring& path) = 0;
+    /// Throws 70 when the file could not be deleted at this moment; nothing when it could, or is not there.
+    virtual void RequireDeletable(const std::wstring& path) const = 0;
     virtual void CreateFolder(const std::wstring& path) = 0;
     /// Deletes the folder with all it holds, read-only entries excepted (70 when one is met).
     virtual void DeleteFolder(const std::wstring& path) = 0;

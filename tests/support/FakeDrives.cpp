@@ -68,6 +68,11 @@ double FakeDrives::FreeClusterBytes(const std::wstring& root) const {
     return Space(root).freeBytes;
 }
 
+std::wstring FakeDrives::FileSystemName(const std::wstring& root) const {
+    const Drive* drive = Find(root);
+    return drive && drive->canRead ? drive->fileSystem : std::wstring();
+}
+
 bool FakeDrives::CanOpenVolume(const std::wstring& letter) const {
     const Drive* drive = Find(letter);
     return drive && drive->canOpenVolume;

@@ -12,6 +12,7 @@ class FakeDrives : public Drives {
         DriveSpace space;
         bool canOpenVolume = true;
         bool canRead = true; ///< false when no medium is in
+        std::wstring fileSystem = L"NTFS";
     };
 
     std::vector<Drive> drives;
@@ -29,6 +30,7 @@ class FakeDrives : public Drives {
     std::optional<std::wstring> VolumeLabel(const std::wstring& root) const override;
     DriveSpace Space(const std::wstring& root) const override;
     double FreeClusterBytes(const std::wstring& root) const override;
+    std::wstring FileSystemName(const std::wstring& root) const override;
     bool CanOpenVolume(const std::wstring& letter) const override;
     void Touch(const std::wstring& root) override;
 

@@ -237,6 +237,22 @@ void FakeFiles::Flush(const std::wstring& path) {
     flushed.push_back(path);
 }
 
+void FakeFiles::Rename(const std::wstring& source, const std::wstring& target) {
+    Entry renamed = FileAt(source);
+    CheckFailure(target);
+    RequireFolderAbove(target);
+    if (At(target)) throw RuntimeError(ErrorNumber::PathFileAccessError);
+    renamed.path = target;
+    entries_.erase(KeyOf(source));
+    entries_[KeyOf(target)] = std::move(renamed);
+}
+
+void FakeFiles::RequireDeletable(const std::wstring& path) const {
+    CheckFailure(path);
+    const Entry* entry = At(path);
+    if (entry && entry->isReadOnly) throw RuntimeError(ErrorNumber::PermissionDenied);
+}
+
 void FakeFiles::Delete(const std::wstring& path) {
     const Entry& entry = FileAt(path);
     if (entry.isFolder || entry.isReadOnly) throw RuntimeError(ErrorNumber::PermissionDenied);

@@ -43,7 +43,9 @@ class FakeFiles : public Files {
     std::unique_ptr<OutputFile> Create(const std::wstring& path) override;
     void Copy(const std::wstring& source, const std::wstring& target) override;
     void Flush(const std::wstring& path) override;
+    void Rename(const std::wstring& source, const std::wstring& target) override;
     void Delete(const std::wstring& path) override;
+    void RequireDeletable(const std::wstring& path) const override;
     void CreateFolder(const std::wstring& path) override;
     void DeleteFolder(const std::wstring& path) override;
 

@@ -73,6 +73,7 @@ TYPED_TEST(DrivesContract, AFreeLetterIsNoDrive) {
     EXPECT_FALSE(this->drives_.CanOpenVolume(root.substr(0, 1)));
     EXPECT_EQ(NumberThrownBy([&] { this->drives_.Space(root); }), 71);
     EXPECT_EQ(NumberThrownBy([&] { this->drives_.FreeClusterBytes(root); }), 71);
+    EXPECT_EQ(this->drives_.FileSystemName(root), L"");
     EXPECT_NO_THROW(this->drives_.Touch(root));
 }
 
@@ -85,6 +86,11 @@ TYPED_TEST(DrivesContract, FreeSpaceIsWithinTheTotal) {
     EXPECT_GT(space.freeBytes, 0);
     EXPECT_LE(space.freeBytes, space.totalBytes);
     EXPECT_GT(this->drives_.FreeClusterBytes(L"C:\\"), 0);
+}
+
+TYPED_TEST(DrivesContract, AVolumeThatCanBeReadHasAFileSystem) {
+    EXPECT_NE(this->drives_.FileSystemName(L"C:\\"), L"");
+    EXPECT_EQ(this->drives_.FileSystemName(L"C:"), this->drives_.FileSystemName(L"C:\\"));
 }
 
 TYPED_TEST(DrivesContract, AVolumeThatCanBeReadHasALabelIfOnlyAnEmptyOne) {

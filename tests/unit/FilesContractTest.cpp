@@ -149,6 +149,7 @@ TYPED_TEST(FilesContract, MissingFileIsError53) {
     EXPECT_EQ(NumberThrownBy([&] { this->files_.Delete(this->Path(L"none")); }), 53);
     EXPECT_EQ(NumberThrownBy([&] { this->files_.Flush(this->Path(L"none")); }), 53);
     EXPECT_EQ(NumberThrownBy([&] { this->files_.Copy(this->Path(L"none"), this->Path(L"b")); }), 53);
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.Rename(this->Path(L"none"), this->Path(L"b")); }), 53);
 }
 
 TYPED_TEST(FilesContract, MissingFolderIsError76) {
@@ -160,6 +161,7 @@ TYPED_TEST(FilesContract, MissingFolderIsError76) {
     EXPECT_EQ(NumberThrownBy([&] { this->files_.DeleteFolder(this->Path(L"none")); }), 76);
     this->Put(L"a", "");
     EXPECT_EQ(NumberThrownBy([&] { this->files_.Copy(this->Path(L"a"), this->Path(L"none\\a")); }), 76);
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.Rename(this->Path(L"a"), this->Path(L"none\\a")); }), 76);
 }
 
 TYPED_TEST(FilesContract, AFolderHasNoFileSize) {
@@ -236,6 +238,38 @@ TYPED_TEST(FilesContract, FlushLeavesTheFileAsItIs) {
     this->Put(L"a", "1");
     this->files_.Flush(this->Path(L"a"));
     EXPECT_EQ(this->files_.Read(this->Path(L"a")), "1");
+}
+
+TYPED_TEST(FilesContract, RenamingKeepsTheContentUnderTheNewName) {
+    this->Put(L"a", "1");
+    this->files_.Rename(this->Path(L"a"), this->Path(L"b.~new"));
+    EXPECT_EQ(this->files_.Read(this->Path(L"b.~new")), "1");
+    EXPECT_FALSE(this->files_.FileExists(this->Path(L"a")));
+}
+
+TYPED_TEST(FilesContract, RenamingToATakenNameIsError75AndMovesNothing) {
+    this->Put(L"a", "1");
+    this->Put(L"b", "2");
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.Rename(this->Path(L"a"), this->Path(L"b")); }), 75);
+    EXPECT_EQ(this->files_.Read(this->Path(L"a")), "1");
+    EXPECT_EQ(this->files_.Read(this->Path(L"b")), "2");
+}
+
+TYPED_TEST(FilesContract, AReadOnlyFileCanBeRenamedButNotDeleted) {
+    this->Put(L"locked", "2");
+    this->bench_.SetReadOnly(this->Path(L"locked"));
+    this->files_.Rename(this->Path(L"locked"), this->Path(L"moved"));
+    EXPECT_EQ(this->files_.Read(this->Path(L"moved")), "2");
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.RequireDeletable(this->Path(L"moved")); }), 70);
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.Delete(this->Path(L"moved")); }), 70);
+}
+
+TYPED_TEST(FilesContract, WhatCanBeDeletedAndWhatIsNotThereIsDeletable) {
+    this->Put(L"a", "1");
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.RequireDeletable(this->Path(L"a")); }), 0);
+    EXPECT_EQ(this->files_.Read(this->Path(L"a")), "1");
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.RequireDeletable(this->Path(L"none")); }), 0);
+    EXPECT_EQ(NumberThrownBy([&] { this->files_.RequireDeletable(this->Path(L"none\\a")); }), 0);
 }
 
 TYPED_TEST(FilesContract, DeletingAReadOnlyFileIsError70) {

@@ -23,6 +23,7 @@ constexpr Translation Translations[] = {
     {19, ErrorNumber::PermissionDenied},
     {32, ErrorNumber::PermissionDenied},
     {33, ErrorNumber::PermissionDenied},
+    {145, ErrorNumber::PermissionDenied},
     {39, ErrorNumber::DiskFull},
     {112, ErrorNumber::DiskFull},
     {21, ErrorNumber::DiskNotReady},

@@ -19,6 +19,7 @@ ErrorNumber ErrorNumberOf(std::uint32_t systemError) {
     case ERROR_WRITE_PROTECT:
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
+    case ERROR_DIR_NOT_EMPTY:
         return ErrorNumber::PermissionDenied;
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:

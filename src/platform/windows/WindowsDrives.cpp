@@ -80,6 +80,13 @@ double WindowsDrives::FreeClusterBytes(const std::wstring& root) const {
     return static_cast<double>(freeClusters) * (static_cast<double>(bytesPerSector) * sectorsPerCluster);
 }
 
+std::wstring WindowsDrives::FileSystemName(const std::wstring& root) const {
+    wchar_t name[MAX_PATH + 1] = {};
+    if (!GetVolumeInformationW(RootOf(root).c_str(), nullptr, 0, nullptr, nullptr, nullptr, name, MAX_PATH + 1))
+        return {};
+    return name;
+}
+
 bool WindowsDrives::CanOpenVolume(const std::wstring& letter) const {
     const std::string device = "\\\\.\\" + ToAnsi(letter) + ":";
     const UniqueFile volume(CreateFileA(device.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,

@@ -11,6 +11,7 @@ class WindowsDrives : public Drives {
     std::optional<std::wstring> VolumeLabel(const std::wstring& root) const override;
     DriveSpace Space(const std::wstring& root) const override;
     double FreeClusterBytes(const std::wstring& root) const override;
+    std::wstring FileSystemName(const std::wstring& root) const override;
     bool CanOpenVolume(const std::wstring& letter) const override;
     void Touch(const std::wstring& root) override;
 };

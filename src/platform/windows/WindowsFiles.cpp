@@ -1,6 +1,7 @@
 #include "platform/windows/WindowsFiles.h"
 
 #include "platform/windows/FolderSearch.h"
+#include "platform/windows/HeldFiles.h"
 #include "platform/windows/LastError.h"
 #include "platform/windows/QuietErrors.h"
 #include "win32/UniqueHandle.h"
@@ -103,11 +104,11 @@ void EmptyFolder(const std::wstring& folder) {
         const std::wstring path = Below(folder, search.Entry().cFileName);
         const std::wstring longPath = LongPath(path);
         if (!search.IsFolder()) {
-            if (!DeleteFileW(longPath.c_str())) ThrowLastError();
+            if (!OnceReleased([&] { return DeleteFileW(longPath.c_str()); })) ThrowLastError();
             continue;
         }
         if (!search.IsLink()) EmptyFolder(path);
-        if (!RemoveDirectoryW(longPath.c_str())) ThrowLastError();
+        if (!OnceReleased([&] { return RemoveDirectoryW(longPath.c_str()); })) ThrowLastError();
     }
 }
 
@@ -198,7 +199,7 @@ std::unique_ptr<OutputFile> WindowsFiles::Create(const std::wstring& path) {
 void WindowsFiles::Copy(const std::wstring& source, const std::wstring& target) {
     const std::wstring longSource = LongPath(source);
     const std::wstring longTarget = LongPath(target);
-    if (CopyFileW(longSource.c_str(), longTarget.c_str(), FALSE)) return;
+    if (OnceReleased([&] { return CopyFileW(longSource.c_str(), longTarget.c_str(), FALSE); })) return;
     const DWORD error = GetLastError();
     // Half a copy must not be taken for a whole one; not every system clears it away.
     if (ErrorNumberOf(error) == ErrorNumber::DiskFull) DeleteFileW(longTarget.c_str());
@@ -212,14 +213,40 @@ void WindowsFiles::Flush(const std::wstring& path) {
     if (!file || !FlushFileBuffers(file.Get())) ThrowLastError();
 }
 
+void WindowsFiles::Rename(const std::wstring& source, const std::wstring& target) {
+    const std::wstring longSource = LongPath(source);
+    const std::wstring longTarget = LongPath(target);
+    const auto rename = [&] { return MoveFileExW(longSource.c_str(), longTarget.c_str(), MOVEFILE_WRITE_THROUGH); };
+    if (!OnceReleased(rename)) ThrowLastError();
+}
+
 void WindowsFiles::Delete(const std::wstring& path) {
     const std::wstring longPath = LongPath(path);
-    if (!DeleteFileW(longPath.c_str())) ThrowLastError();
+    if (!OnceReleased([&] { return DeleteFileW(longPath.c_str()); })) ThrowLastError();
+}
+
+void WindowsFiles::RequireDeletable(const std::wstring& path) const {
+    const std::wstring longPath = LongPath(path);
+    const DWORD attributes = GetFileAttributesW(longPath.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        const DWORD error = GetLastError();
+        if (!IsNothingFound(error)) ThrowSystemError(error);
+        return;
+    }
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) throw RuntimeError(ErrorNumber::PermissionDenied);
+    UniqueFile file;
+    const auto open = [&] {
+        file.Reset(CreateFileW(longPath.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                               nullptr, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+        return static_cast<bool>(file);
+    };
+    if (!OnceReleased(open)) ThrowLastError();
 }
 
 void WindowsFiles::CreateFolder(const std::wstring& path) {
     const std::wstring longPath = LongPath(path);
-    if (!CreateDirectoryW(longPath.c_str(), nullptr)) ThrowLastError();
+    // A folder that was deleted keeps its name until the last program has let go of it.
+    if (!OnceReleased([&] { return CreateDirectoryW(longPath.c_str(), nullptr); })) ThrowLastError();
 }
 
 void WindowsFiles::DeleteFolder(const std::wstring& path) {
@@ -227,5 +254,5 @@ void WindowsFiles::DeleteFolder(const std::wstring& path) {
     if (!FolderExists(folder)) throw RuntimeError(ErrorNumber::PathNotFound);
     EmptyFolder(folder);
     const std::wstring longPath = LongPath(folder);
-    if (!RemoveDirectoryW(longPath.c_str())) ThrowLastError();
+    if (!OnceReleased([&] { return RemoveDirectoryW(longPath.c_str()); })) ThrowLastError();
 }
