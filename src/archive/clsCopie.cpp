@@ -1,6 +1,7 @@
 #include "archive/clsCopie.h"
 
 #include "archive/CommandLines.h"
+#include "archive/MediumPair.h"
 #include "archive/WorkFolder.h"
 #include "archive/clsListe.h"
 #include "platform/Drives.h"
@@ -57,11 +58,10 @@ bool clsCopie::CopierUSB(const std::wstring& vDisque) {
     return Guarded(app_, L"CopierUSB, Class clsCopie", [&] {
         if (!app_.machine.drives.Exists(vDisque)) return false;
         Files& files = app_.machine.files;
-        for (const wchar_t* name : {ArchiveName, ControlFileName}) {
-            files.Copy(InWorkFolder(app_, name), vDisque + name);
-        }
-        // The user pulls the disk out as soon as success is announced.
-        for (const wchar_t* name : {ArchiveName, ControlFileName}) files.Flush(vDisque + name);
+        FinishExchange(files, vDisque);
+        const PairSource source{InWorkFolder(app_, ArchiveName), InWorkFolder(app_, ControlFileName)};
+        RequireRoomInFileSystem(app_.machine.drives, vDisque, files.FileSize(source.archive));
+        ExchangePair(files, vDisque, source);
         RemoveWorkFolder(app_);
         return true;
     });

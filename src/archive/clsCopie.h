@@ -20,8 +20,9 @@ class clsCopie {
     /// missing or the user stopped. Waits for the archiver; messages run between two items.
     bool CopierListeFichiers(clsColFileInfo& varrListeFichiers, ProgressBar& pbProgress, BackupParent& frmParent);
 
-    /// Copies the two files of the work folder to a drive root such as "E:\", forces them to the device and deletes
-    /// the work folder. False when the drive is not there.
+    /// Exchanges the pair at a drive root such as "E:\" for the two files of the work folder, on the device when it
+    /// returns, and deletes the work folder. False when the drive is not there; the old pair stays where the new one
+    /// could not come.
     bool CopierUSB(const std::wstring& vDisque);
 
     /// False, and nothing is run, when the source is missing.

@@ -1,5 +1,6 @@
 #include "backup/DiscSide.h"
 
+#include "archive/MediumPair.h"
 #include "archive/clsListe.h"
 #include "backup/DiscRules.h"
 #include "platform/AtScopeEnd.h"
@@ -61,6 +62,8 @@ void DiscSide::RefreshDiscInfo() {
     app_.availableSpace = {};
     state_.disc = {};
     Guarded(app_, L"RefreshDiscInfo, module frmBackupCD", [this] {
+        // What is left of a copy that was broken off takes room that the next one needs.
+        if (!state_.IsDiscMedium()) FinishExchangeIfPossible(app_, state_.mstrDrive);
         const MediumReport report = Report();
         app_.availableSpace = report.available;
         state_.disc = report.disc;

@@ -255,18 +255,42 @@ TEST_F(CopyToDisk, BothFilesLieAtTheRootAndReachedTheDevice) {
     EXPECT_TRUE(copie.CopierUSB(L"E:\\"));
     EXPECT_EQ(machine.files.Read(L"E:\\OKRBACKUP.ZIP"), "archive");
     EXPECT_EQ(machine.files.Read(L"E:\\_listFich.lst"), "list");
-    EXPECT_EQ(machine.files.flushed, (Parts{L"E:\\OKRBACKUP.ZIP", L"E:\\_listFich.lst"}));
+    EXPECT_EQ(machine.files.Contents(L"E:\\").files, (Parts{L"OKRBACKUP.ZIP", L"_listFich.lst"}));
+    EXPECT_TRUE(machine.files.flushed.size() > 1 && machine.files.flushed.back() == L"E:\\_listFich.lst");
     EXPECT_FALSE(machine.files.FolderExists(WorkFolder));
 }
 
 TEST_F(CopyToDisk, FullDiskIsReportedAndLeavesTheWorkFolder) {
     machine.drives.Add(L"E:\\", DriveType::Removable);
+    machine.files.AddFile(L"E:\\OKRBACKUP.ZIP", "old archive");
+    machine.files.AddFile(L"E:\\_listFich.lst", "old list");
     machine.files.SetFreeBytes(L"E:", 3);
     EXPECT_FALSE(copie.CopierUSB(L"E:\\"));
+    EXPECT_EQ(machine.files.Contents(L"E:\\").files, (Parts{L"OKRBACKUP.ZIP", L"_listFich.lst"}));
+    EXPECT_EQ(machine.files.Read(L"E:\\OKRBACKUP.ZIP"), "old archive");
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_NE(machine.messageBoxes.shown[0].text.find(L"61 (Disk full) dans la procédure CopierUSB, Class clsCopie"),
               std::wstring::npos);
     EXPECT_TRUE(machine.files.FileExists(L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP"));
+}
+
+TEST_F(CopyToDisk, ArchiveTooLargeForTheFileSystemIsADiskThatIsFull) {
+    machine.drives.Add(L"E:\\", DriveType::Removable).fileSystem = L"FAT32";
+    machine.files.AddSizedFile(L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP", 4ull << 30);
+    machine.files.AddFile(L"E:\\OKRBACKUP.ZIP", "old archive");
+    EXPECT_FALSE(copie.CopierUSB(L"E:\\"));
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_NE(machine.messageBoxes.shown[0].text.find(L"61 (Disk full) dans la procédure CopierUSB, Class clsCopie"),
+              std::wstring::npos);
+    EXPECT_EQ(machine.files.Read(L"E:\\OKRBACKUP.ZIP"), "old archive");
+}
+
+TEST_F(CopyToDisk, ExchangeBrokenOffBeforeIsFinishedFirst) {
+    machine.drives.Add(L"E:\\", DriveType::Removable);
+    machine.files.AddFile(L"E:\\OKRBACKUP.ZIP.~new", std::string(100, 'x'));
+    machine.files.SetFreeBytes(L"E:", 20);
+    EXPECT_TRUE(copie.CopierUSB(L"E:\\")) << "what is left of it takes the room away";
+    EXPECT_EQ(machine.files.Contents(L"E:\\").files, (Parts{L"OKRBACKUP.ZIP", L"_listFich.lst"}));
 }
 
 TEST_F(CopyToDisk, DeviceThatDoesNotTakeTheBytesIsNoSuccess) {

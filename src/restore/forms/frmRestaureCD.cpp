@@ -1,5 +1,6 @@
 #include "restore/forms/frmRestaureCD.h"
 
+#include "archive/MediumPair.h"
 #include "archive/WorkFolder.h"
 #include "archive/clsListe.h"
 #include "archive/forms/frmMotPasse.h"
@@ -162,7 +163,7 @@ void frmRestaureCD::RefreshLists() {
     Guarded(L"RefreshLists, module frmRestaureCD", [this] {
         MAJListeCDetUSB();
         if (lstDrive.Selected() < 0) lstDrive.Select(0);
-        InsertedMedium medium = LookAtMedium(app_, SelectedRoot());
+        InsertedMedium medium = LookAtChosenMedium();
         if (medium.print == shownMedium_) return;
         ShowMedium(std::move(medium));
         TickAll(true);
@@ -171,7 +172,13 @@ void frmRestaureCD::RefreshLists() {
 }
 
 void frmRestaureCD::MAJListeFich() {
-    ShowMedium(LookAtMedium(app_, SelectedRoot()));
+    ShowMedium(LookAtChosenMedium());
+}
+
+InsertedMedium frmRestaureCD::LookAtChosenMedium() const {
+    const std::wstring root = SelectedRoot();
+    FinishExchangeIfPossible(app_, root);
+    return LookAtMedium(app_, root);
 }
 
 void frmRestaureCD::ShowMedium(InsertedMedium medium) {

@@ -68,6 +68,7 @@ class frmRestaureCD final : public ApplicationForm {
     std::wstring SelectedRoot() const;
     void SelectRoot(const std::wstring& root);
     void RefreshLists();
+    InsertedMedium LookAtChosenMedium() const;
     void ShowMedium(InsertedMedium medium);
     void FillRows(const InsertedMedium& medium);
     void ShowNoMedium();
