@@ -11,9 +11,10 @@ struct ControlFileRecord {
     std::wstring innerArchive;
 };
 
-/// Appends the records of a control file to `records`, those without a path left out. `bytes` is the whole file; the
-/// number of commas on its first line tells three fields (two commas) from the older form with two. Throws 62 when the
-/// last record lacks a field; the records before it are there then.
+/// Appends the records of a control file to `records`, one for each line that begins with a path. `bytes` is the whole
+/// file; the number of commas on its first line tells three fields (two commas) from the older form with two, and
+/// fields beyond these are dropped. Throws 62 when a line lacks a field; every record is there then, that one with what
+/// it has.
 void ReadControlFile(std::string_view bytes, const std::wstring& profileFolder,
                      std::vector<ControlFileRecord>& records);
 

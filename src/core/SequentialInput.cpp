@@ -1,61 +1,74 @@
 #include "core/SequentialInput.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-constexpr char EndOfFileMark = 26;
-constexpr std::string_view Blanks = " \t";
+constexpr wchar_t EndOfFileMark = 26;
+constexpr std::wstring_view Blanks = L" \t";
+constexpr std::wstring_view LineEnds = L"\r\n";
 
 } // namespace
 
-SequentialInput::SequentialInput(std::string_view bytes) : bytes_(bytes.substr(0, bytes.find(EndOfFileMark))) {}
+SequentialInput::SequentialInput(std::wstring text) : text_(std::move(text)) {
+    text_.resize(std::min(text_.find(EndOfFileMark), text_.size()));
+    text_.resize(text_.find_last_not_of(Blanks) + 1);
+}
 
 std::wstring SequentialInput::Field() {
     SkipBlanks();
     if (IsAtEnd()) throw RuntimeError(ErrorNumber::InputPastEndOfFile);
-    std::string_view field;
-    if (bytes_[position_] == '"') {
+    std::wstring field;
+    if (text_[position_] == L'"') {
         ++position_;
-        field = TakeUntil("\"\r\n");
-        if (!IsAtEnd() && bytes_[position_] == '"') ++position_;
+        field = TakeUntil(L"\"\r\n");
+        if (!IsAtEnd() && text_[position_] == L'"') ++position_;
         SkipBlanks();
     } else {
-        field = TakeUntil(",\r\n");
-        field = field.substr(0, field.find_last_not_of(Blanks) + 1);
+        field = TakeUntil(L",\r\n");
+        field.resize(field.find_last_not_of(Blanks) + 1);
     }
-    if (!IsAtEnd() && bytes_[position_] == ',') {
+    if (!IsAtEnd() && text_[position_] == L',') {
         ++position_;
     } else {
         SkipLineEnd();
     }
-    return FromAnsi(field);
+    return field;
 }
 
 std::wstring SequentialInput::Line() {
-    const std::string_view line = TakeUntil("\r\n");
+    std::wstring line = TakeUntil(LineEnds);
     SkipLineEnd();
-    return FromAnsi(line);
+    return line;
 }
 
 void SequentialInput::SkipBlanks() {
-    position_ = std::min(bytes_.find_first_not_of(Blanks, position_), bytes_.size());
+    position_ = std::min(text_.find_first_not_of(Blanks, position_), text_.size());
 }
 
 void SequentialInput::SkipLineEnd() {
-    if (!IsAtEnd() && bytes_[position_] == '\r')
+    if (!IsAtEnd() && text_[position_] == L'\r')
         ++position_;
-    else if (IsAtEnd() || bytes_[position_] != '\n')
+    else if (IsAtEnd() || text_[position_] != L'\n')
         return;
-    if (!IsAtEnd() && bytes_[position_] == '\n') ++position_;
+    if (!IsAtEnd() && text_[position_] == L'\n') ++position_;
 }
 
-std::string_view SequentialInput::TakeUntil(std::string_view terminators) {
-    const std::size_t end = std::min(bytes_.find_first_of(terminators, position_), bytes_.size());
-    const std::string_view taken = bytes_.substr(position_, end - position_);
+std::wstring SequentialInput::TakeUntil(std::wstring_view terminators) {
+    const std::size_t end = std::min(text_.find_first_of(terminators, position_), text_.size());
+    std::wstring taken = text_.substr(position_, end - position_);
     position_ = end;
     return taken;
+}
+
+std::vector<std::wstring> FieldsOfLine(std::wstring line) {
+    // A line end of its own makes what follows the last comma a field, if only an empty one.
+    SequentialInput input(std::move(line) + L"\n");
+    std::vector<std::wstring> fields;
+    do fields.push_back(input.Field());
+    while (!input.IsAtEnd());
+    return fields;
 }

@@ -7,6 +7,12 @@
 #include <functional>
 #include <new>
 
+namespace {
+
+constexpr std::uint64_t LargestListBytes = 64u << 20;
+
+} // namespace
+
 InsertedMedium LookAtMedium(const Application& app, const std::wstring& root) {
     InsertedMedium medium;
     InsertedMedium::Print& print = medium.print;
@@ -21,6 +27,8 @@ InsertedMedium LookAtMedium(const Application& app, const std::wstring& root) {
     }
     print.content = InsertedMedium::Content::Backup;
     try {
+        // No list of paths is that large; a file that claims to be is not taken into memory.
+        if (files.FileSize(root + ControlFileName) > LargestListBytes) throw RuntimeError(ErrorNumber::OutOfMemory);
         print.archiveSizeBytes = files.FileSize(root + ArchiveName);
         medium.controlFile = files.Read(root + ControlFileName);
         print.listBytes = medium.controlFile.size();

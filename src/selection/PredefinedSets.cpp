@@ -1,6 +1,7 @@
 #include "selection/PredefinedSets.h"
 
 #include "core/SequentialInput.h"
+#include "core/TextDecoding.h"
 #include "core/UserProfileMarker.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
@@ -78,10 +79,7 @@ std::wstring PredefinedSets::TransferList() const {
 }
 
 std::vector<std::wstring> PredefinedSets::Entries(const std::wstring& listFile) {
-    std::string bytes = app_.machine.files.Read(listFile);
-    // Blanks at the very end would be an input past the end of the file.
-    bytes.resize(bytes.find_last_not_of(" \t") + 1);
-    SequentialInput input(bytes);
+    SequentialInput input(DecodeText(app_.machine.files.Read(listFile)));
     const bool isOutlook = Contains(listFile, L"outlook");
     const AtScopeEnd restore([this, profile = app_.strProfilUtilisateur] { app_.strProfilUtilisateur = profile; });
     if (isOutlook) LireProfilUtilisateur(app_);

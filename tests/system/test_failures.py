@@ -248,11 +248,32 @@ class ForeignControlFileTest(SystemTest):
         program, restore = self.rows_of(b"", 0)
         self.assert_goes_on(program, restore)
 
-    def test_a_path_with_a_comma_is_split_at_it(self):
-        program, restore = self.rows_of(b"C:\\un,deux.txt,32,Zip0001\r\n", 2)
-        self.assertEqual([row.texts[0] for row in restore.rows("lvFichiersRepertoires")], ["C:\\un", "32"])
+    def test_a_path_with_a_comma_is_split_at_it_and_spoils_no_other_row(self):
+        lines = (b"C:\\un.txt,32,Zip0001\r\nC:\\deux,trois.txt,32,Zip0002\r\n\r\nC:\\quatre.txt,32,Zip0003\r\n")
+        program, restore = self.rows_of(lines, 3)
+        self.assertEqual([row.texts[0] for row in restore.rows("lvFichiersRepertoires")],
+                         ["C:\\un.txt", "C:\\deux", "C:\\quatre.txt"])
         self.assertIsNone(program.find_message_box())
         self.assert_goes_on(program, restore)
+
+    def test_a_line_that_is_cut_is_reported_once_when_all_are_listed(self):
+        medium = self.disk()
+        (medium / LIST_NAME).write_bytes(b"C:\\un.txt,32,Zip0001\r\nC:\\deux.txt\r\nC:\\trois,32\r\nC:\\quatre,32,Zip0004\r\n")
+        (medium / ARCHIVE_NAME).write_bytes(b"archive")
+        program = self.start()
+        main = program.main_window()
+        main.press("optRestaure")
+        main.press("cmdBackup")
+        restore = program.wait(lambda: program.find_window("frmRestaureCD"), "the restore window")
+        if not program.find_message_box():
+            self.choose_drive(restore)
+        box = program.message_box()
+        self.assertIn("nº 62 ", box.text)
+        self.assertIn("MAJListeFich, module frmRestaureCD", box.text)
+        self.assertEqual(restore.row_count("lvFichiersRepertoires"), 4)
+        program.answer(IDOK)
+        program.window("frmRestaureCD").wait_enabled("cmdLancerRestauration")
+        self.assertIsNone(program.find_message_box())
 
     def test_the_two_field_form_is_read_for_every_line(self):
         program, restore = self.rows_of(b"C:\\a.txt,32\r\nC:\\Dossier\\*.*,-1\r\n", 2)

@@ -150,24 +150,27 @@ TEST(ControlFile, EmptyFileHoldsNoRecord) {
     EXPECT_TRUE(Read("").empty());
 }
 
-TEST(ControlFile, CommaInALaterPathSplitsItThere) {
-    const Records records = Read("C:\\a,32,Zip0001\r\nC:\\b,c.txt,32,Zip0002\r\n,-1\r\n");
-    ASSERT_EQ(records.size(), 3u);
-    EXPECT_EQ(records[1].restorePath, L"C:\\b");
+TEST(ControlFile, CommaSpoilsItsOwnRowOnly) {
+    const Records records = Read("C:\\a,32,Zip0001\r\nC:\\b,c.txt,32,Zip0002\r\nC:\\d,-1,Zip0003\r\n");
+    ASSERT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\a", L"C:\\b", L"C:\\d"}));
     EXPECT_EQ(records[1].kind, L"c.txt");
     EXPECT_EQ(records[1].innerArchive, L"32");
-    EXPECT_EQ(records[2].restorePath, L"Zip0002");
+    EXPECT_EQ(records[2].kind, L"-1");
+    EXPECT_EQ(records[2].innerArchive, L"Zip0003");
 }
 
 TEST(ControlFile, CommaInTheFirstPathSelectsTheOlderForm) {
-    const Records records = Read("C:\\a,b.txt,32,Zip0001\r\n");
-    EXPECT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\a", L"32"}));
+    const Records records = Read("C:\\a,b.txt,32,Zip0001\r\nC:\\c,32,Zip0002\r\n");
+    ASSERT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\a", L"C:\\c"}));
+    EXPECT_EQ(records[0].kind, L"b.txt");
+    EXPECT_EQ(records[1].innerArchive, L"C:\\c");
 }
 
 TEST(ControlFile, FirstLineWithOneCommaSelectsTheOlderFormForEveryLine) {
-    const Records records = Read("C:\\a,32\r\nC:\\b,32,Zip0002\r\nx\r\n");
-    EXPECT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\a", L"C:\\b", L"Zip0002"}));
+    const Records records = Read("C:\\a,32\r\nC:\\b,32,Zip0002\r\n");
+    EXPECT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\a", L"C:\\b"}));
     EXPECT_EQ(records[0].innerArchive, L"C:\\a");
+    EXPECT_EQ(records[1].innerArchive, L"C:\\b");
 }
 
 TEST(ControlFile, OlderFormTakesThePathAsItsInnerArchive) {
@@ -186,10 +189,41 @@ TEST(ControlFile, RecordWithoutAPathIsSkipped) {
               (std::vector<std::wstring>{L"C:\\a", L"C:\\c"}));
 }
 
-TEST(ControlFile, CutLastLineFailsWith62AndKeepsTheRecordsBeforeIt) {
+TEST(ControlFile, LineWithoutAPathIsSkipped) {
+    for (const char* line : {"", "  ", ",", ",32", "\"\",32,Zip0002"}) {
+        Records records;
+        const std::string bytes = "C:\\a,32,Zip0001\r\n" + std::string(line) + "\r\nC:\\c,32,Zip0003\r\n";
+        EXPECT_EQ(NumberThrownBy([&] { ReadControlFile(bytes, Profile, records); }), 0) << line;
+        EXPECT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\a", L"C:\\c"})) << line;
+    }
+}
+
+TEST(ControlFile, LineWithTooFewFieldsGivesWhatItHasAndFailsWith62AfterAllLines) {
     Records records;
-    EXPECT_EQ(NumberThrownBy([&] { ReadControlFile("C:\\a,32,Zip0001\r\nC:\\b,32", Profile, records); }), 62);
-    EXPECT_EQ(PathsOf(records), std::vector<std::wstring>{L"C:\\a"});
+    const char* bytes = "C:\\a,32,Zip0001\r\nC:\\b,32\r\nC:\\c\r\nC:\\d,32,Zip0004\r\n";
+    EXPECT_EQ(NumberThrownBy([&] { ReadControlFile(bytes, Profile, records); }), 62);
+    ASSERT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\a", L"C:\\b", L"C:\\c", L"C:\\d"}));
+    EXPECT_EQ(records[1].kind, L"32");
+    EXPECT_EQ(records[1].innerArchive, L"");
+    EXPECT_EQ(records[2].kind, L"");
+    EXPECT_EQ(records[3].innerArchive, L"Zip0004");
+}
+
+TEST(ControlFile, MarkerIsReplacedBeforeAMailStoreIsLookedFor) {
+    Records records;
+    ReadControlFile("**UserProfile**\\a.txt,32,Zip0001\r\n", L"C:\\Users\\x.pst", records);
+    EXPECT_EQ(PathsOf(records), std::vector<std::wstring>{L"c:\\ValcoreauxTechno\\OutlookBK\\a.txt"});
+}
+
+TEST(ControlFile, ByteOrderMarkSaysHowItIsWritten) {
+    EXPECT_EQ(PathsOf(Read("\xEF\xBB\xBF"
+                           "C:\\\xC5\x81.txt,32,Zip0001\r\n")),
+              std::vector<std::wstring>{L"C:\\Ł.txt"});
+}
+
+TEST(ControlFile, LineOfAMegabyteIsARecord) {
+    const std::string name(1 << 20, 'n');
+    EXPECT_EQ(Read("C:\\" + name + ",32,Zip0001\r\nC:\\b,32,Zip0002\r\n").size(), 2u);
 }
 
 TEST(ControlFile, WriterAndReaderAgree) {

@@ -200,6 +200,14 @@ TEST_F(RestoreMedium, WithAControlFileTooLargeForMemoryIsABackupThatFails) {
     EXPECT_EQ(medium.failure->Number(), 7);
 }
 
+TEST_F(RestoreMedium, WithAControlFileOfGigabytesIsNotReadAtAll) {
+    machine.files.AddSizedFile(L"E:\\_listFich.lst", 5'000'000'000);
+    machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 1000);
+    const InsertedMedium medium = LookAtMedium(machine.app, L"E:\\");
+    ASSERT_TRUE(medium.failure);
+    EXPECT_EQ(medium.failure->Number(), 7);
+}
+
 TEST_F(RestoreMedium, WithBothFilesIsABackupOfItsArchivesSize) {
     machine.files.AddFile(L"E:\\_listFich.lst", "C:\\a,32,Zip0001\r\n");
     machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 3'000'000'000);

@@ -1,4 +1,5 @@
 #include "core/SequentialInput.h"
+#include "core/TextDecoding.h"
 #include "core/UserProfileMarker.h"
 #include "support/Failures.h"
 
@@ -11,7 +12,7 @@ namespace {
 using Fields = std::vector<std::wstring>;
 
 Fields AllFields(std::string_view bytes) {
-    SequentialInput input(bytes);
+    SequentialInput input(DecodeText(bytes));
     Fields fields;
     while (!input.IsAtEnd()) fields.push_back(input.Field());
     return fields;
@@ -43,10 +44,10 @@ TEST(SequentialInput, EmptyLineIsOneEmptyField) {
 }
 
 TEST(SequentialInput, ReadingPastTheEndFailsWith62) {
-    SequentialInput input("a");
+    SequentialInput input(L"a");
     EXPECT_EQ(input.Field(), L"a");
     EXPECT_EQ(NumberThrownBy([&] { input.Field(); }), 62);
-    SequentialInput blanks("  ");
+    SequentialInput blanks(L"  ");
     EXPECT_EQ(NumberThrownBy([&] { blanks.Field(); }), 62);
 }
 
@@ -56,8 +57,20 @@ TEST(SequentialInput, EndOfFileByteEndsTheFile) {
               Fields{L"a"});
 }
 
+TEST(SequentialInput, BlanksBeforeTheEndAreNoField) {
+    EXPECT_EQ(AllFields("a\r\n  \x1A"), Fields{L"a"});
+    EXPECT_EQ(AllFields("a\r\n \t"), Fields{L"a"});
+}
+
+TEST(SequentialInput, LineThatEndsInACommaEndsInAnEmptyField) {
+    EXPECT_EQ(FieldsOfLine(L"a,32,"), (Fields{L"a", L"32", L""}));
+    EXPECT_EQ(FieldsOfLine(L"a , \"b,c\""), (Fields{L"a", L"b,c"}));
+    EXPECT_EQ(FieldsOfLine(L" "), Fields{L""});
+    EXPECT_EQ(FieldsOfLine(L""), Fields{L""});
+}
+
 TEST(SequentialInput, LineIsReadWholeWithItsCommasAndQuotes) {
-    SequentialInput input("\"a\",b\r\nc");
+    SequentialInput input(L"\"a\",b\r\nc");
     EXPECT_EQ(input.Line(), L"\"a\",b");
     EXPECT_EQ(input.Line(), L"c");
     EXPECT_EQ(input.Line(), L"");

@@ -27,6 +27,8 @@ TEST(TextContract, AnsiTextsSurviveTheRoundTrip) {
 
 TEST(TextContract, CharactersOutsideTheCodePageBecomeOneOther) {
     EXPECT_EQ(ToAnsi(L"a\u65E5b"), "a?b");
+    EXPECT_EQ(ToAnsi(L"Łódź \uFF0C\uFF3C e\u0301 \u2011"), "?\xF3"
+                                                           "d? ?? e? ?");
 }
 
 TEST(TextContract, EveryByteGivesACharacterAndComesBack) {

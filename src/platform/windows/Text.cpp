@@ -12,10 +12,13 @@ std::wstring UpperCase(std::wstring_view text) {
 
 std::string ToAnsi(std::wstring_view text) {
     if (text.empty()) return {};
+    // A letter that only resembles the right one would make the path of another file. UTF-8 lacks none and takes no
+    // flag.
+    const DWORD flags = GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
     const int length = static_cast<int>(text.size());
-    const int byteCount = WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    const int byteCount = WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
     std::string bytes(static_cast<std::size_t>(byteCount), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), length, bytes.data(), byteCount, nullptr, nullptr);
+    WideCharToMultiByte(CP_ACP, flags, text.data(), length, bytes.data(), byteCount, nullptr, nullptr);
     return bytes;
 }
 

@@ -41,13 +41,7 @@ std::optional<std::wstring> WindowsSystem::Environment(const std::wstring& name)
 }
 
 std::wstring WindowsSystem::UserLanguageName() const {
-    const LCID locale = GetUserDefaultLCID();
-    const int length = GetLocaleInfoA(locale, NativeLanguageName, nullptr, 0);
-    if (length <= 0) return {};
-    std::string buffer(static_cast<std::size_t>(length), '\0');
-    GetLocaleInfoA(locale, NativeLanguageName, buffer.data(), length);
-    const std::size_t end = buffer.find('\0');
-    return end == std::string::npos ? std::wstring() : FromAnsi(buffer.substr(0, end));
+    return LocaleText(NativeLanguageName);
 }
 
 std::wstring WindowsSystem::DecimalSeparator() const {

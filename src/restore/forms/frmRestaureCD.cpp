@@ -208,8 +208,9 @@ void frmRestaureCD::FillRows(const InsertedMedium& medium) {
     try {
         ReadControlFile(medium.controlFile, app_.strProfilUtilisateur, records);
     } catch (const RuntimeError&) {
-        // What could be read before the damage can still be restored.
+        // What is damaged is told when all is listed that can still be restored.
         rows_.Add(app_, std::move(records));
+        lvFichiersRepertoires.RowsChanged();
         throw;
     }
     rows_.Add(app_, std::move(records));
