@@ -23,7 +23,45 @@ std::wstring RestorePathOf(std::wstring path) {
     return MailStoreFolder + path.substr(path.find_last_of(L'\\') + 1);
 }
 
+constexpr std::wstring_view AllOfFolder = L"\\*.*";
+constexpr std::wstring_view NotInNames = L"\"*?<>|/:";
+constexpr std::wstring_view Digits = L"0123456789";
+
+/// Drive or share, without which a path means a place that depends on the moment; 0 characters for anything else.
+std::size_t RootLength(std::wstring_view path) {
+    const bool hasLetter =
+        !path.empty() && ((path[0] >= L'A' && path[0] <= L'Z') || (path[0] >= L'a' && path[0] <= L'z'));
+    if (hasLetter && path.substr(1).starts_with(L":\\")) return 3;
+    return path.starts_with(L"\\\\") ? 2 : 0;
+}
+
+/// "..", and what the system takes for it or for nothing at all.
+bool LeadsElsewhere(std::wstring_view piece) {
+    return !piece.empty() && piece.find_first_not_of(L". ") == std::wstring_view::npos;
+}
+
+bool IsPathOfAnItem(std::wstring_view path) {
+    const std::size_t rootLength = RootLength(path);
+    if (rootLength == 0) return false;
+    path.remove_prefix(rootLength);
+    const bool isControlCharacterThere = std::any_of(path.begin(), path.end(), [](wchar_t c) { return c < L' '; });
+    if (isControlCharacterThere || path.find_first_of(NotInNames) != std::wstring_view::npos) return false;
+    for (;;) {
+        const std::size_t end = std::min(path.find(L'\\'), path.size());
+        if (LeadsElsewhere(path.substr(0, end))) return false;
+        if (end == path.size()) return true;
+        path.remove_prefix(end + 1);
+    }
+}
+
 } // namespace
+
+bool CouldBeWritten(const std::wstring& path, const std::wstring& innerArchive) {
+    const std::wstring_view name = innerArchive;
+    const bool isNumbered =
+        name.starts_with(L"Zip") && name.size() > 3 && name.find_first_not_of(Digits, 3) == std::wstring_view::npos;
+    return (isNumbered || innerArchive == path) && IsPathOfAnItem(ReplaceAll(path, AllOfFolder, L""));
+}
 
 void ReadControlFile(std::string_view bytes, const std::wstring& profileFolder,
                      std::vector<ControlFileRecord>& records) {
@@ -34,13 +72,12 @@ void ReadControlFile(std::string_view bytes, const std::wstring& profileFolder,
         std::wstring line = input.Line();
         if (!fieldCount) fieldCount = FieldCountOf(line);
         std::vector<std::wstring> fields = FieldsOfLine(std::move(line));
-        const std::wstring path = fields.front();
-        if (path.empty()) continue;
+        if (fields.front().empty()) continue;
         isAnyFieldMissing = isAnyFieldMissing || fields.size() < *fieldCount;
         fields.resize(FieldCount);
-        const std::wstring& innerArchive = *fieldCount == FieldCount ? fields[2] : path;
-        records.push_back({RestorePathOf(WithUserProfile(path, profileFolder)), std::move(fields[1]),
-                           WithUserProfile(innerArchive, profileFolder)});
+        const std::wstring path = WithUserProfile(fields[0], profileFolder);
+        const std::wstring inner = *fieldCount == FieldCount ? WithUserProfile(fields[2], profileFolder) : path;
+        records.push_back({RestorePathOf(path), std::move(fields[1]), inner, CouldBeWritten(path, inner)});
     }
     if (isAnyFieldMissing) throw RuntimeError(ErrorNumber::InputPastEndOfFile);
 }

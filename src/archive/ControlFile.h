@@ -9,7 +9,14 @@ struct ControlFileRecord {
     std::wstring restorePath; ///< where the item goes back to; mail stores go to a folder of their own
     std::wstring kind;        ///< as read: "32", "16" or "-1"
     std::wstring innerArchive;
+    /// False for a line that no backup writes, whose parts must not stand in a command line.
+    bool couldBeWritten = true;
 };
+
+/// Whether a path as a control file gives it, marker replaced, and the inner archive named for it can be a backup's
+/// own: an absolute path of characters that names may have, without a piece that leads elsewhere, and "Zip" with a
+/// number or the path itself.
+bool CouldBeWritten(const std::wstring& path, const std::wstring& innerArchive);
 
 /// Appends the records of a control file to `records`, one for each line that begins with a path. `bytes` is the whole
 /// file; the number of commas on its first line tells three fields (two commas) from the older form with two, and

@@ -8,6 +8,7 @@
 #include "platform/Files.h"
 #include "platform/MessageLoop.h"
 #include "platform/Processes.h"
+#include "platform/RuntimeError.h"
 #include "selection/clsColFileInfo.h"
 #include "shell/ErrorReport.h"
 
@@ -36,6 +37,9 @@ bool clsCopie::CopierListeFichiers(clsColFileInfo& varrListeFichiers, ProgressBa
         app_.archiveSizeBytes =
             count == 0 ? 0 : static_cast<std::int64_t>(files.FileSize(InWorkFolder(app_, ArchiveName)));
         files.Copy(app_.listFilePath, InWorkFolder(app_, ControlFileName));
+        // The place in the Temp folder is the same for every copy of the program.
+        if (ListPrint(files.Read(InWorkFolder(app_, ControlFileName))) != app_.listFilePrint)
+            throw RuntimeError(ErrorNumber::PathFileAccessError);
         return true;
     });
 }

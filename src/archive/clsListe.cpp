@@ -28,6 +28,12 @@ std::wstring InnerArchiveName(std::int32_t position) {
     return L"Zip" + digits;
 }
 
+std::uint64_t ListPrint(std::string_view bytes, std::uint64_t print) {
+    constexpr std::uint64_t Prime = 0x100000001B3;
+    for (const char byte : bytes) print = (print ^ static_cast<unsigned char>(byte)) * Prime + 1;
+    return print;
+}
+
 void clsListe::EnregistrerListeFichiers(clsColFileInfo& arrArray, ProgressBar& pbProgress) {
     Guarded(app_, L"EnregistrerListeFichiers, module frmBackupCD", [&] {
         app_.listFilePath.clear();
@@ -39,13 +45,17 @@ void clsListe::EnregistrerListeFichiers(clsColFileInfo& arrArray, ProgressBar& p
 
         const std::wstring path = app_.machine.system.Environment(L"Temp").value_or(L"") + L"\\" + ControlFileName;
         const auto file = app_.machine.files.Create(path);
+        std::uint64_t print = 0;
         for (std::int32_t position = 1; position <= count; ++position) {
             pbProgress.SetValue(position);
             const auto item = arrArray.Item(position);
             item->strNomUnique = InnerArchiveName(position);
-            file->Write(ToAnsi(LineOf(*item, app_.strProfilUtilisateur)));
+            const std::string line = ToAnsi(LineOf(*item, app_.strProfilUtilisateur));
+            file->Write(line);
+            print = ListPrint(line, print);
         }
         file->Close();
+        app_.listFilePrint = print;
         app_.listFilePath = path;
 
         pbProgress.SetRange(min, max);

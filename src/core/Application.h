@@ -64,7 +64,8 @@ class Application {
     std::int16_t blnQuestionUSB = 0;
     std::int16_t intReponseUSB = 0; ///< 0 not answered, 6 yes, 7 no
 
-    std::wstring listFilePath; ///< the control file last written
+    std::wstring listFilePath;       ///< the control file last written
+    std::uint64_t listFilePrint = 0; ///< tells its content from any other
 
     bool hasWriterError = false;      ///< raised by every error event of a disc writer
     bool isCancelRequested = false;   ///< makes progress events stop the write

@@ -63,6 +63,7 @@ class Files {
     /// Throws 70 when the file could not be deleted at this moment; nothing when it could, or is not there.
     virtual void RequireDeletable(const std::wstring& path) const = 0;
     virtual void CreateFolder(const std::wstring& path) = 0;
-    /// Deletes the folder with all it holds, read-only entries excepted (70 when one is met).
+    /// Deletes the folder with all it holds, read-only entries excepted (70 when one is met). Of a link, the folder
+    /// itself or one in it, only the link goes.
     virtual void DeleteFolder(const std::wstring& path) = 0;
 };

@@ -14,6 +14,8 @@ std::wstring DescriptionOf(std::int32_t number) {
         return L"Subscript out of range";
     case ErrorNumber::TypeMismatch:
         return L"Type mismatch";
+    case ErrorNumber::BadFileName:
+        return L"Bad file name or number";
     case ErrorNumber::FileNotFound:
         return L"File not found";
     case ErrorNumber::DeviceIoError:

@@ -11,6 +11,7 @@ enum class ErrorNumber : std::int32_t {
     OutOfMemory = 7,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
+    BadFileName = 52,
     FileNotFound = 53,
     DeviceIoError = 57,
     DiskFull = 61,

@@ -7,6 +7,7 @@
 #include "resources/TextId.h"
 #include "selection/clsFileInfo.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -99,6 +100,11 @@ void RestoreRows::Toggle(int row) {
     bool& isTicked = rows_.at(static_cast<std::size_t>(row)).isTicked;
     isTicked = !isTicked;
     tickedCount_ += isTicked ? 1 : -1;
+}
+
+bool RestoreRows::IsAnyTickedUnfit() const {
+    return std::any_of(rows_.begin(), rows_.end(),
+                       [](const Row& row) { return row.isTicked && !row.record.couldBeWritten; });
 }
 
 void RestoreRows::TickAll(bool isTicked) {

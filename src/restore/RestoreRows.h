@@ -43,6 +43,8 @@ class RestoreRows {
     void Toggle(int row);
     void TickAll(bool isTicked);
     bool IsAnyTicked() const { return tickedCount_ > 0; }
+    /// Whether a ticked row is one that no backup writes.
+    bool IsAnyTickedUnfit() const;
     void MarkRestored(int row) { rows_.at(static_cast<std::size_t>(row)).isRestored = true; }
 
   private:

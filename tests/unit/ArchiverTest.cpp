@@ -1,5 +1,6 @@
 #include "archive/CommandLines.h"
 #include "archive/clsCopie.h"
+#include "archive/clsListe.h"
 #include "selection/clsColFileInfo.h"
 #include "support/CommandLineParts.h"
 #include "support/FakeMachine.h"
@@ -72,6 +73,7 @@ class Archiver : public testing::Test {
         machine.files.AddFile(L"C:\\Data\\a.txt", "a");
         machine.files.AddFolder(L"C:\\Mes documents");
         machine.app.listFilePath = L"C:\\Temp\\_listFich.lst";
+        machine.app.listFilePrint = ListPrint("list");
         machine.app.backupPassword = L"Abcdefg1";
         machine.processes.effect = [this](const std::wstring& commandLine) {
             std::wstring target = PartsOf(commandLine).at(3);
@@ -211,6 +213,17 @@ TEST_F(Archiver, EmptySelectionLeavesTheControlFileAloneInTheWorkFolder) {
     EXPECT_TRUE(Copy());
     EXPECT_EQ(machine.app.archiveSizeBytes, 0);
     EXPECT_EQ(machine.files.Contents(WorkFolder).files, Parts{L"_listFich.lst"});
+}
+
+TEST_F(Archiver, ListThatAnotherCopyOfTheProgramWroteMeanwhileIsNotTaken) {
+    items.Add(L"C:\\Data\\a.txt", KindFile);
+    const auto archive = machine.processes.effect;
+    machine.processes.effect = [&](const std::wstring& commandLine) {
+        archive(commandLine);
+        machine.files.AddFile(L"C:\\Temp\\_listFich.lst", "tsil");
+    };
+    EXPECT_FALSE(Copy());
+    EXPECT_TRUE(Reported(L"CopierListeFichiers, Class clsCopie", 75));
 }
 
 TEST_F(Archiver, MissingSourceRunsNothing) {

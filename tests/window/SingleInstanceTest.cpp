@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 
 namespace {
@@ -25,6 +26,19 @@ TEST(SingleInstance, SecondCopyOfAnInstallationIsNotTheFirstWhateverTheCaseOfIts
     const SingleInstance first(L"C:\\Valcoreaux\\Backup");
     EXPECT_TRUE(first.IsFirst());
     EXPECT_FALSE(SingleInstance(L"C:\\VALCOREAUX\\backup").IsFirst());
+}
+
+TEST(SingleInstance, OtherNamesOfTheSameFolderAreTheSameInstallation) {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / L"One installation";
+    std::filesystem::create_directories(folder);
+    const SingleInstance first(folder.wstring());
+    EXPECT_TRUE(first.IsFirst());
+    EXPECT_FALSE(SingleInstance(folder.wstring() + L"\\.").IsFirst());
+    EXPECT_FALSE(SingleInstance(L"\\\\?\\" + folder.wstring()).IsFirst());
+    const std::filesystem::path other = folder / L"Another";
+    std::filesystem::create_directories(other);
+    EXPECT_TRUE(SingleInstance(other.wstring()).IsFirst());
+    std::filesystem::remove_all(folder);
 }
 
 TEST(SingleInstance, CopiesInDifferentFoldersDoNotMeet) {

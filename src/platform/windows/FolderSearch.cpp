@@ -55,7 +55,8 @@ bool FolderSearch::IsDots() const {
 }
 
 bool FolderSearch::IsLink() const {
-    // Files kept online and the like carry a tag too, but lie where they are named.
+    // Files kept online and the like carry a tag too, but lie where they are named. No tag at all is an unknown one.
+    const DWORD tag = entry_.dwReserved0;
     return (entry_.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           IsReparseTagNameSurrogate(entry_.dwReserved0);
+           (tag == 0 || IsReparseTagNameSurrogate(tag));
 }

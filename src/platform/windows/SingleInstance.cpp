@@ -26,10 +26,20 @@ void SayThatItRuns() {
     MessageBoxW(nullptr, text.data(), L"Backup", MB_OK | MB_ICONINFORMATION);
 }
 
+/// The same text for every name of one folder: short, substituted or by way of the network.
+std::wstring IdentityOf(const std::wstring& folder) {
+    const UniqueFile opened(CreateFileW(folder.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                        nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    BY_HANDLE_FILE_INFORMATION facts = {};
+    if (!opened || !GetFileInformationByHandle(opened.Get(), &facts))
+        return std::to_wstring(std::hash<std::wstring>()(UpperCase(folder)));
+    return std::to_wstring(facts.dwVolumeSerialNumber) + L"." + std::to_wstring(facts.nFileIndexHigh) + L"." +
+           std::to_wstring(facts.nFileIndexLow);
+}
+
 } // namespace
 
-SingleInstance::SingleInstance(const std::wstring& programFolder)
-    : name_(L"Backup." + std::to_wstring(std::hash<std::wstring>()(UpperCase(programFolder)))) {
+SingleInstance::SingleInstance(const std::wstring& programFolder) : name_(L"Backup." + IdentityOf(programFolder)) {
     const std::wstring mutexName = L"Global\\" + name_;
     const HANDLE mutex = CreateMutexW(nullptr, FALSE, mutexName.c_str());
     const DWORD error = GetLastError();

@@ -252,7 +252,9 @@ void WindowsFiles::CreateFolder(const std::wstring& path) {
 void WindowsFiles::DeleteFolder(const std::wstring& path) {
     const std::wstring folder = WithoutTrailingBackslash(path);
     if (!FolderExists(folder)) throw RuntimeError(ErrorNumber::PathNotFound);
-    EmptyFolder(folder);
     const std::wstring longPath = LongPath(folder);
+    // A link in its place goes; what it leads to belongs to somebody else.
+    FolderSearch itself(longPath);
+    if (!itself.Next() || !itself.IsLink()) EmptyFolder(folder);
     if (!OnceReleased([&] { return RemoveDirectoryW(longPath.c_str()); })) ThrowLastError();
 }

@@ -285,11 +285,17 @@ void frmRestaureCD::Restore() {
     refresh_.Cancel();
     BloquerBoutons(false);
     for (int row = 0; row < rows_.Count(); ++row) {
-        if (rows_.At(row).isTicked) CopierFichRepert(row);
+        if (rows_.At(row).isTicked && rows_.At(row).record.couldBeWritten) CopierFichRepert(row);
     }
+    if (rows_.IsAnyTickedUnfit()) ReportUnfitRows();
     app_.ShowMessage(TextId::RestoreDone, TextId::RestoreDoneTitle, box::Exclamation);
     Unload();
     parent_.SetFullExit(true);
+}
+
+/// Once for all rows that no backup writes.
+void frmRestaureCD::ReportUnfitRows() {
+    Guarded(L"CopierFichRepert, module frmRestaureCD", [] { throw RuntimeError(ErrorNumber::BadFileName); });
 }
 
 void frmRestaureCD::CopierFichRepert(int index) {

@@ -76,6 +76,7 @@ class frmRestaureCD final : public ApplicationForm {
     void EnableLaunch();
     bool OpenArchive();
     void Restore();
+    void ReportUnfitRows();
 
     MainWindow& parent_;
     ui::ListBox lstDrive{*this, IDC_lstDrive};
