@@ -164,6 +164,30 @@ TEST_F(Archiver, BarCountsTheItemsAndKeepsItsBounds) {
     EXPECT_EQ(machine.messageLoop.runs, 2);
 }
 
+TEST_F(Archiver, BarWindowAndMessagesAreServedBeforeTheOuterArchive) {
+    items.Add(L"C:\\Data\\a.txt", KindFile);
+    const auto archive = machine.processes.effect;
+    int checks = 0;
+    machine.processes.effect = [&](const std::wstring& commandLine) {
+        const int served = PartsOf(commandLine).at(3).ends_with(L".ZIP") ? 1 : 0;
+        EXPECT_EQ(static_cast<int>(progress.values.size()), served);
+        EXPECT_EQ(parent.refreshes, served);
+        EXPECT_EQ(machine.messageLoop.runs, served);
+        EXPECT_FALSE(machine.files.FileExists(std::wstring(WorkFolder) + L"\\_listFich.lst")) << "the list comes last";
+        ++checks;
+        archive(commandLine);
+    };
+    EXPECT_TRUE(Copy());
+    EXPECT_EQ(checks, 2);
+}
+
+TEST_F(Archiver, StopIsAskedForBeforeTheFirstItemToo) {
+    items.Add(L"C:\\Data\\a.txt", KindFile);
+    parent.isStopped = true;
+    EXPECT_FALSE(Copy());
+    EXPECT_TRUE(machine.processes.commandLines.empty());
+}
+
 TEST_F(Archiver, StopRequestBetweenTwoItemsEndsTheRun) {
     items.Add(L"C:\\Data\\a.txt", KindFile);
     items.Add(L"C:\\Mes documents", KindFolder);
@@ -192,7 +216,8 @@ TEST_F(Archiver, MissingItemEndsTheRunAndKeepsWhatWasPackedBefore) {
 
 TEST_F(Archiver, FailingArchiverCountsAsDone) {
     items.Add(L"C:\\Data\\a.txt", KindFile);
-    machine.processes.exitCodes = {2, 2};
+    items.Add(L"C:\\Mes documents", KindFolder);
+    machine.processes.exitCodes = {2, 2, 2, 2};
     EXPECT_TRUE(Copy());
 }
 

@@ -82,6 +82,11 @@ TEST_F(ControlFileWriting, FolderThatAlreadyEndsInAllFilesIsNotExtendedAgain) {
     EXPECT_EQ(Written(), "C:\\Data\\*.*,-1,Zip0001\r\n");
 }
 
+TEST_F(ControlFileWriting, FolderThatContainsAllFilesAnywhereIsNotExtended) {
+    items.Add(L"C:\\Data\\*.*\\sous", KindFolder);
+    EXPECT_EQ(Written(), "C:\\Data\\*.*\\sous,-1,Zip0001\r\n");
+}
+
 TEST_F(ControlFileWriting, EveryOccurrenceOfTheProfileIsReplacedCaseForCase) {
     items.Add(L"C:\\Users\\agent\\x\\C:\\Users\\agent\\y", KindFile);
     items.Add(L"c:\\users\\agent\\x", KindFile);

@@ -1,0 +1,147 @@
+// What the real ports ask of the system, to the letter: Wine and most machines would give the same answer to less.
+#include "ImportSwap.h"
+#include "platform/windows/WindowsDrives.h"
+#include "platform/windows/WindowsEventLog.h"
+#include "platform/windows/WindowsProcesses.h"
+#include "platform/windows/WindowsUsbDevices.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+extern "C" {
+extern decltype(&CreateProcessW) __imp_CreateProcessW;
+extern decltype(&ReportEventW) __imp_ReportEventW;
+extern decltype(&RegisterEventSourceW) __imp_RegisterEventSourceW;
+extern decltype(&DeregisterEventSource) __imp_DeregisterEventSource;
+extern decltype(&GetDiskFreeSpaceA) __imp_GetDiskFreeSpaceA;
+extern decltype(&DeviceIoControl) __imp_DeviceIoControl;
+}
+
+namespace {
+
+struct ProcessStart {
+    int count = 0;
+    bool hasApplicationName = false;
+    std::wstring commandLine;
+    BOOL inheritsHandles = FALSE;
+    DWORD flags = 0;
+    bool hasOwnSurroundings = false;
+    STARTUPINFOW startup = {};
+};
+ProcessStart seenStart;
+
+BOOL WINAPI SeeProcessStart(LPCWSTR application, LPWSTR commandLine, LPSECURITY_ATTRIBUTES processSecurity,
+                            LPSECURITY_ATTRIBUTES threadSecurity, BOOL inheritsHandles, DWORD flags, LPVOID environment,
+                            LPCWSTR folder, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION) {
+    ++seenStart.count;
+    seenStart.hasApplicationName = application != nullptr;
+    seenStart.commandLine = commandLine;
+    seenStart.inheritsHandles = inheritsHandles;
+    seenStart.flags = flags;
+    seenStart.hasOwnSurroundings =
+        environment != nullptr || folder != nullptr || processSecurity != nullptr || threadSecurity != nullptr;
+    seenStart.startup = *startup;
+    return FALSE;
+}
+
+TEST(RealPortCalls, ArchiverIsStartedWithARecordOfSize65AndNothingElseInIt) {
+    seenStart = {};
+    const ImportSwap swap(&__imp_CreateProcessW, &SeeProcessStart);
+    EXPECT_EQ(WindowsProcesses().Run(L"7Za.exe a"), 0);
+    ASSERT_EQ(seenStart.count, 1);
+    EXPECT_FALSE(seenStart.hasApplicationName);
+    EXPECT_EQ(seenStart.commandLine, L"7Za.exe a");
+    EXPECT_TRUE(seenStart.inheritsHandles);
+    EXPECT_EQ(seenStart.flags, 0x20u);
+    EXPECT_FALSE(seenStart.hasOwnSurroundings);
+    STARTUPINFOW expected = {};
+    expected.cb = 65;
+    EXPECT_EQ(std::memcmp(&seenStart.startup, &expected, sizeof expected), 0);
+}
+
+struct LoggedEvent {
+    int count = 0;
+    HANDLE source = nullptr;
+    WORD type = 0;
+    std::wstring text;
+};
+LoggedEvent loggedEvent;
+const HANDLE SomeSource = reinterpret_cast<HANDLE>(77);
+
+HANDLE WINAPI GiveSource(LPCWSTR, LPCWSTR) {
+    return SomeSource;
+}
+BOOL WINAPI TakeSource(HANDLE) {
+    return TRUE;
+}
+BOOL WINAPI SeeEvent(HANDLE source, WORD type, WORD, DWORD, PSID, WORD textCount, DWORD, LPCWSTR* texts, LPVOID) {
+    ++loggedEvent.count;
+    loggedEvent.source = source;
+    loggedEvent.type = type;
+    for (WORD at = 0; at < textCount; ++at) loggedEvent.text += texts[at];
+    return TRUE;
+}
+
+TEST(RealPortCalls, MessageReachesTheEventLogAsAnError) {
+    loggedEvent = {};
+    const ImportSwap give(&__imp_RegisterEventSourceW, &GiveSource);
+    const ImportSwap take(&__imp_DeregisterEventSource, &TakeSource);
+    const ImportSwap see(&__imp_ReportEventW, &SeeEvent);
+    WindowsEventLog().WriteError(L"Erreur nº 13");
+    EXPECT_EQ(loggedEvent.count, 1);
+    EXPECT_EQ(loggedEvent.source, SomeSource);
+    EXPECT_EQ(loggedEvent.type, EVENTLOG_ERROR_TYPE);
+    EXPECT_EQ(loggedEvent.text, L"Erreur nº 13");
+    WindowsEventLog().WriteError(std::wstring(40000, L'x'));
+    EXPECT_EQ(loggedEvent.count, 2) << "cut to what the log takes";
+}
+
+BOOL WINAPI SayClusters(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector, LPDWORD freeClusters,
+                        LPDWORD totalClusters) {
+    if (std::string(root) != "C:\\") return FALSE;
+    *sectorsPerCluster = 8;
+    *bytesPerSector = 512;
+    *freeClusters = 3'000'000'000;
+    *totalClusters = 4'000'000'000;
+    return TRUE;
+}
+
+TEST(RealPortCalls, FreeSpaceIsTheFreeClustersTimesTheClusterSize) {
+    const ImportSwap swap(&__imp_GetDiskFreeSpaceA, &SayClusters);
+    EXPECT_EQ(WindowsDrives().FreeClusterBytes(L"C:\\"), 3e9 * 4096);
+    EXPECT_EQ(WindowsDrives().FreeClusterBytes(L"C:"), 3e9 * 4096);
+}
+
+DWORD askedCode = 0;
+DWORD askedBytes = 0;
+DWORD offeredBytes = 0;
+bool isQueryAllZero = false;
+
+BOOL WINAPI DescribeUsbDisk(HANDLE, DWORD code, LPVOID query, DWORD queryBytes, LPVOID descriptor,
+                            DWORD descriptorBytes, LPDWORD, LPOVERLAPPED) {
+    askedCode = code;
+    askedBytes = queryBytes;
+    offeredBytes = descriptorBytes;
+    const auto* bytes = static_cast<const char*>(query);
+    isQueryAllZero = std::string(bytes, queryBytes) == std::string(queryBytes, '\0');
+    std::memset(descriptor, 0x55, descriptorBytes);
+    const std::uint32_t usb = 7;
+    std::memcpy(static_cast<char*>(descriptor) + 28, &usb, sizeof usb);
+    return TRUE;
+}
+
+TEST(RealPortCalls, BusTypeIsTheNumberAtByte28OfTheDescriptor) {
+    WindowsUsbDevices devices;
+    const auto device = devices.Open(L"C:");
+    if (!device) GTEST_SKIP() << "this machine's disk C: cannot be opened as a device";
+    const ImportSwap swap(&__imp_DeviceIoControl, &DescribeUsbDisk);
+    EXPECT_EQ(device->BusType(0x2D1400), 7u);
+    EXPECT_EQ(askedCode, 0x2D1400u);
+    EXPECT_EQ(askedBytes, 12u);
+    EXPECT_TRUE(isQueryAllZero);
+    EXPECT_EQ(offeredBytes, 551u);
+}
+
+} // namespace
