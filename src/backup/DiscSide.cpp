@@ -63,7 +63,7 @@ void DiscSide::RefreshDiscInfo() {
     state_.disc = {};
     Guarded(app_, L"RefreshDiscInfo, module frmBackupCD", [this] {
         // What is left of a copy that was broken off takes room that the next one needs.
-        if (!state_.IsDiscMedium()) FinishExchangeIfPossible(app_, state_.mstrDrive);
+        if (!IsDisc(state_.miTypeMedia)) FinishExchangeIfPossible(app_, state_.mstrDrive);
         const MediumReport report = Report();
         app_.availableSpace = report.available;
         state_.disc = report.disc;

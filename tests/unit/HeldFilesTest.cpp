@@ -1,8 +1,8 @@
 // What another program holds for a moment, as a scanner does with every fresh file.
 #ifdef _WIN32
-#include "platform/windows/UniqueHandle.h"
 #include "platform/windows/WindowsFiles.h"
 #include "support/Failures.h"
+#include "win32/UniqueHandle.h"
 
 #include <gtest/gtest.h>
 

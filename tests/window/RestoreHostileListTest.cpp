@@ -1,5 +1,6 @@
 // Rows that no backup writes, among rows that one did.
 #include "RestoreWindowBench.h"
+#include "resources/TextId.h"
 
 namespace {
 
@@ -15,7 +16,7 @@ TEST_F(RestoreWindow, RowThatNoBackupWritesIsListedSkippedAndReportedOnce) {
     EXPECT_NE(InnerExtractions()[1].find(L"Zip0004.zip"), std::wstring::npos);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
     EXPECT_EQ(machine.messageBoxes.shown[0].text.find(L"Erreur nº 52 (Bad file name or number)"), 0u);
-    EXPECT_EQ(machine.messageBoxes.shown[1].text, machine.app.Text(814));
+    EXPECT_EQ(machine.messageBoxes.shown[1].text, machine.app.Text(TextId::RestoreDone));
 }
 
 TEST_F(RestoreWindow, RowThatNoBackupWritesIsNoMatterWhileItIsNotTicked) {
