@@ -3,6 +3,7 @@
 #include "archive/ControlFile.h"
 #include "archive/clsListe.h"
 #include "core/SequentialInput.h"
+#include "core/TextDecoding.h"
 #include "core/UserProfileMarker.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -100,7 +101,7 @@ void FindLostRows(std::string_view bytes, const std::wstring& profileFolder, std
 }
 
 bool IsTwoFieldList(std::string_view bytes) {
-    const std::wstring first = SequentialInput(bytes).Line();
+    const std::wstring first = SequentialInput(DecodeText(bytes)).Line();
     return std::count(first.begin(), first.end(), L',') == 1;
 }
 
@@ -131,7 +132,7 @@ bool IsNameMeant(const std::wstring& listed, const std::wstring& real) {
 std::vector<ListedItem> ReadBackupList(std::string_view bytes, const std::wstring& profileFolder) {
     std::vector<ListedItem> items;
     const bool isTwoFieldList = IsTwoFieldList(bytes);
-    SequentialInput input(bytes);
+    SequentialInput input(DecodeText(bytes));
     while (!input.IsAtEnd()) {
         const std::wstring line = input.Line();
         if (line.empty()) continue;
