@@ -8,8 +8,6 @@
 #include "resources/TextId.h"
 #include "shell/ErrorReport.h"
 
-#include <utility>
-
 namespace {
 
 constexpr std::int32_t WholeBar = 100;
@@ -21,9 +19,8 @@ BackupRun::BackupRun(Application& app, BackupState& state, BackupView& view, Bac
     : app_(app), state_(state), view_(view), steps_(steps), discs_(discs) {}
 
 void BackupRun::Launch() {
-    if (state_.isOperationInProgress || std::exchange(isRunning_, true)) return;
-    isBurnStarted_ = false;
-    isStartRefused_ = false;
+    if (!IsStepAllowed(state_.phase.Now(), RunPhase::Preparing)) return;
+    state_.phase.Enter(RunPhase::Preparing);
     const bool isComplete = Guarded(app_, L"cmdLancer_Click, module frmBackupCD", [this] {
         if (IsDisc(state_.miTypeMedia)) {
             RunToDisc();
@@ -32,13 +29,10 @@ void BackupRun::Launch() {
         }
         return true;
     });
-    if (!isBurnStarted_) {
-        state_.isOperationInProgress = false;
-        state_.awake.reset();
-    }
+    if (!state_.phase.IsAt(RunPhase::Writing)) state_.awake.reset();
     // A run that broke off leaves nothing behind that would take the window out of its busy mode.
     if (!isComplete) ReturnToIdle();
-    isRunning_ = false;
+    if (state_.phase.IsRunning()) state_.phase.Enter(RunPhase::Idle);
 }
 
 void BackupRun::RunToDisk() {
@@ -47,18 +41,17 @@ void BackupRun::RunToDisk() {
         app_.ShowMessage(app_.Text(Describe(state_.miTypeMedia).labelId) + L" " + app_.Text(TextId::MediumUnavailable),
                          TextId::None, box::Ok);
     } else {
-        const Preparation preparation = PreparerArchive();
-        if (!preparation.isOk) return;
+        if (!PreparerArchive()) return;
         if (steps_.SelectedCount() == 0) {
             app_.ShowMessage(TextId::NothingToBackUp, TextId::None, box::Ok);
         } else {
-            CopyToDisk(preparation.hasFailed || preparation.wasStopped);
+            CopyToDisk();
         }
     }
     discs_.RefreshDiscInfo();
 }
 
-void BackupRun::CopyToDisk(bool hasFailed) {
+void BackupRun::CopyToDisk() {
     view_.AfficherProgression(true);
     app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
     view_.SetRunStatus(app_.Text(TextId::CopyingFiles));
@@ -68,22 +61,24 @@ void BackupRun::CopyToDisk(bool hasFailed) {
     view_.HideStepProgress();
     view_.TotalProgress().SetValue(HalfBar);
     app_.machine.messageLoop.RunPending();
-    state_.isOperationInProgress = true;
+    bool isCopied = state_.phase.IsAt(RunPhase::Archived);
+    state_.phase.Enter(RunPhase::Copying);
     // The copy goes to the drive that was handed over, whichever one the list shows for an external disk.
-    if (!hasFailed) hasFailed = !steps_.CopierUSB(state_.mstrDrive);
+    if (isCopied) isCopied = steps_.CopierUSB(state_.mstrDrive);
     view_.TotalProgress().SetValue(WholeBar);
     app_.machine.messageLoop.SetPointer(Pointer::Default);
     app_.machine.messageLoop.RunPending();
-    if (std::exchange(state_.isOperationInProgress, false)) {
-        EndCopy(hasFailed);
-    } else {
+    if (!state_.phase.IsAt(RunPhase::Copying)) { // stopped
         view_.AfficherProgression(false);
+        return;
     }
+    state_.phase.Enter(RunPhase::Ending);
+    EndCopy(isCopied);
 }
 
-void BackupRun::EndCopy(bool hasFailed) {
+void BackupRun::EndCopy(bool isCopied) {
     state_.awake.reset();
-    if (hasFailed) {
+    if (!isCopied) {
         app_.ShowMessage(TextId::BackupFailed, TextId::ErrorTitle, box::Critical);
         view_.AfficherProgression(false);
         return;
@@ -93,44 +88,40 @@ void BackupRun::EndCopy(bool hasFailed) {
 }
 
 void BackupRun::RunToDisc() {
-    const Preparation preparation = PreparerArchive();
     // A failed archive still starts the writer; the user's stop must not cost a disc.
-    if (!preparation.isOk || preparation.wasStopped) return;
+    if (!PreparerArchive() || state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
     app_.machine.messageLoop.RunPending();
     view_.AfficherProgression(true);
+    if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     if (!discs_.IsDiscAccepted()) {
         ReturnToIdle();
         return;
     }
-    StartWriting(preparation.hasFailed);
+    StartWriting();
 }
 
-void BackupRun::StartWriting(bool hasFailed) {
+void BackupRun::StartWriting() {
     if (!state_.awake) state_.awake = app_.machine.system.KeepAwake();
     discs_.SetWriteOptions();
     // An archive that failed is not written, but the writer is started all the same, on an empty image.
-    if (!hasFailed) discs_.AjouterFichiers();
+    if (state_.phase.IsAt(RunPhase::Archived)) discs_.AjouterFichiers();
+    if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     view_.StepProgress().SetRange(0, WholeBar);
     view_.StepProgress().SetValue(0);
     // The archive has left the number of its items there.
     view_.TotalProgress().SetRange(0, WholeBar);
     view_.TotalProgress().SetValue(0);
     // From here on events may end the write, even inside the call that starts it.
-    state_.isOperationInProgress = true;
-    isBurnStarted_ = true;
+    state_.phase.Enter(RunPhase::StartingWrite);
     discs_.StartWrite();
-    if (app_.hasWriterError) {
-        state_.isOperationInProgress = false;
-        isBurnStarted_ = false;
-        isStartRefused_ = true;
-        return;
-    }
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    if (state_.phase.IsAt(RunPhase::StartingWrite))
+        state_.phase.Enter(app_.hasWriterError ? RunPhase::StartRefused : RunPhase::Writing);
+    if (!app_.hasWriterError) app_.machine.messageLoop.SetPointer(Pointer::Default);
 }
 
-BackupRun::Preparation BackupRun::PreparerArchive() {
-    Preparation result;
+bool BackupRun::PreparerArchive() {
+    bool isOk = false;
     const bool isComplete = Guarded(app_, L"PreparerArchive, module frmBackupCD", [&] {
         if (!steps_.ValidZipApp()) {
             ReportError(app_, L"PreparerArchive, module frmBackupCD",
@@ -140,40 +131,39 @@ BackupRun::Preparation BackupRun::PreparerArchive() {
         }
         if (!steps_.DemanderMotPasse()) return true;
         state_.awake = app_.machine.system.KeepAwake();
-        BuildArchive(result);
-        if (FitsMedium(app_.archiveSizeBytes, app_.availableSpace)) {
-            result.isOk = true;
-        } else {
-            app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
-        }
+        BuildArchive();
+        isOk = FitsMedium(app_.archiveSizeBytes, app_.availableSpace);
+        if (!isOk) app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
         return true;
     });
     // A step that failed as a whole has left the window in its busy mode.
     if (!isComplete) ReturnToIdle();
-    return result;
+    return isOk;
 }
 
-void BackupRun::BuildArchive(Preparation& result) {
+void BackupRun::BuildArchive() {
     // Messages are handled between the items: only the stop button may be pressed meanwhile.
     view_.AfficherProgression(true);
     view_.SetRunStatus(app_.Text(TextId::BuildingList));
     steps_.EnregistrerListeFichiers();
-    state_.isOperationInProgress = true;
+    state_.phase.Enter(RunPhase::Archiving);
     view_.Refresh();
-    result.hasFailed = !steps_.CopierListeFichiers();
+    const bool isComplete = steps_.CopierListeFichiers();
     // What was pressed during the last item counts for the window as it was then.
     app_.machine.messageLoop.RunPending();
-    result.wasStopped = !state_.isOperationInProgress;
+    if (state_.phase.IsAt(RunPhase::Archiving))
+        state_.phase.Enter(isComplete ? RunPhase::Archived : RunPhase::ArchiveFailed);
     ReturnToIdle();
 }
 
 void BackupRun::Stop() {
-    if (!state_.isOperationInProgress) {
-        if (std::exchange(isStartRefused_, false)) discs_.FinEcriture();
-        return;
+    if (state_.phase.IsAt(RunPhase::StartRefused)) {
+        state_.phase.Enter(RunPhase::Idle);
+        discs_.FinEcriture();
     }
+    if (!state_.phase.IsOperationInProgress()) return;
     if (Describe(state_.miTypeMedia).doesStopReachWriter) discs_.ArreterEcriture();
-    state_.isOperationInProgress = false;
+    state_.phase.Stop();
 }
 
 void BackupRun::ReturnToIdle() {

@@ -15,23 +15,16 @@ class BackupRun {
     void Launch();
     /// What the stop button does.
     void Stop();
-    /// Whether the archive is being built or copied, so that the window must stay.
-    bool IsRunning() const { return isRunning_; }
 
   private:
-    struct Preparation {
-        bool hasFailed = false; ///< the archive is not complete; the run goes on to tell
-        bool wasStopped = false;
-        bool isOk = false;
-    };
-
     void RunToDisk();
     void RunToDisc();
-    Preparation PreparerArchive();
-    void BuildArchive(Preparation& result);
-    void CopyToDisk(bool hasFailed);
-    void EndCopy(bool hasFailed);
-    void StartWriting(bool hasFailed);
+    /// Whether there is something that can go on to the medium; the phase tells what.
+    bool PreparerArchive();
+    void BuildArchive();
+    void CopyToDisk();
+    void EndCopy(bool isCopied);
+    void StartWriting();
     void ReturnToIdle();
 
     Application& app_;
@@ -39,7 +32,4 @@ class BackupRun {
     BackupView& view_;
     BackupSteps& steps_;
     DiscSide& discs_;
-    bool isRunning_ = false;
-    bool isBurnStarted_ = false;  ///< by the present run
-    bool isStartRefused_ = false; ///< the window is busy with nothing that would end
 };

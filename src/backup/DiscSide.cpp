@@ -142,7 +142,7 @@ void DiscSide::AjouterFichiers() {
         progress.SetRange(0, static_cast<std::int32_t>(std::size(files)));
         progress.SetValue(0);
         for (const std::wstring& file : files) {
-            if (!writer_) return;
+            if (!writer_ || state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
             writer_->AddFile(file);
             progress.SetValue(progress.Value() + 1);
             if (!app_.areFileMessagesHeld) app_.machine.messageLoop.RunPending();
@@ -153,8 +153,11 @@ void DiscSide::AjouterFichiers() {
 
 void DiscSide::AfficherOperationEnCours(std::int16_t percent) {
     Guarded(app_, L"AfficherOperationEnCours, module frmBackupCD", [&] {
-        if (!state_.isOperationInProgress || app_.isCancelRequested) {
+        if (!state_.phase.IsOperationInProgress() || app_.isCancelRequested) {
             ArreterEcriture();
+            // The window shows its settings again, whatever it was busy with.
+            if (state_.phase.IsAt(RunPhase::Writing) || state_.phase.IsAt(RunPhase::StartRefused))
+                state_.phase.Enter(RunPhase::Idle);
         } else if (writer_) {
             ShowWriting(percent);
         }
@@ -184,7 +187,10 @@ void DiscSide::ShowWriting(std::int16_t percent) {
 }
 
 void DiscSide::EndWriting() {
-    state_.isOperationInProgress = false;
+    state_.phase.Enter(RunPhase::Ending);
+    const AtScopeEnd end([this] {
+        if (state_.phase.IsAt(RunPhase::Ending)) state_.phase.Enter(RunPhase::Idle);
+    });
     view_.StepProgress().SetValue(view_.StepProgress().Max());
     app_.machine.messageLoop.SetPointer(Pointer::Default);
     app_.ShowMessage(TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation);
@@ -231,9 +237,9 @@ void DiscSide::EffacerDisque() {
     }
     {
         view_.ActiverControles(false);
-        state_.isErasing = true;
+        state_.phase.SetErasing(true);
         const AtScopeEnd release([this] {
-            state_.isErasing = false;
+            state_.phase.SetErasing(false);
             view_.ActiverControles(true);
         });
         view_.ShowEraseWindow();

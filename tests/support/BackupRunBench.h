@@ -51,7 +51,10 @@ class BackupRunTest : public testing::Test {
   protected:
     static constexpr std::uint64_t Megabyte = 1048576;
 
-    void SetUp() override { machine.app.archiveSizeBytes = 100; }
+    void SetUp() override {
+        machine.app.archiveSizeBytes = 100;
+        state.phase.Enter(RunPhase::Idle);
+    }
 
     void UseDisk(Medium medium, const std::wstring& root = L"E:\\") {
         state.miTypeMedia = medium;

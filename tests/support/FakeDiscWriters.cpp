@@ -117,6 +117,7 @@ void FakeDiscWriter::StartWrite() {
 
 void FakeDiscWriter::Abort() {
     Note(L"Abort");
+    files_.clear();
     if (running_ == Running::Nothing || running_ == Running::Stopping) return;
     running_ = Running::Stopping;
     operation_ = DiscOperation::None;

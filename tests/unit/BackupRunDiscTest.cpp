@@ -20,7 +20,7 @@ TEST_F(BackupRunTest, ADiscGetsItsOptionsAndBothFilesThenTheWriteStarts) {
     EXPECT_EQ(Record().speed, 4);
     EXPECT_THAT(view.runStatuses, ElementsAre(Text(TextId::BuildingList), L"Construction de la liste des fichiers.",
                                               Text(TextId::BuildingList)));
-    EXPECT_TRUE(state.isOperationInProgress);
+    EXPECT_TRUE(state.phase.IsOperationInProgress());
     EXPECT_EQ(Modes().back(), L"busy");
     EXPECT_EQ(machine.messageLoop.pointers.back(), Pointer::Default);
     EXPECT_EQ(machine.system.awakeHolds, 1);
@@ -61,7 +61,7 @@ TEST_F(BackupRunTest, WithoutACdTheUserIsAskedForOne) {
     ExpectOnlyBox(L"Veuillez insérer un disque dans le lecteur.", L"Backup", box::Ok);
     EXPECT_THAT(Record().calls, IsEmpty());
     EXPECT_EQ(Modes().back(), L"idle");
-    EXPECT_FALSE(state.isOperationInProgress);
+    EXPECT_FALSE(state.phase.IsOperationInProgress());
 }
 
 TEST_F(BackupRunTest, ACdOfAnotherKindOrNotWritableIsOfUnknownFormat) {
@@ -94,7 +94,7 @@ TEST_F(BackupRunTest, AWriteRefusedAtItsStartLeavesTheWindowBusyUntilStop) {
     machine.discWriters.startError = FakeDiscError{5, L"No power."};
     run.Launch();
     ExpectOnlyBox(L"Error: 5. No power.", L"Backup", box::Ok);
-    EXPECT_FALSE(state.isOperationInProgress);
+    EXPECT_FALSE(state.phase.IsOperationInProgress());
     EXPECT_EQ(Modes().back(), L"busy");
     run.Stop();
     EXPECT_EQ(Modes().back(), L"idle");
@@ -154,7 +154,7 @@ TEST_F(BackupRunTest, AFinishedDiscEndsTheProgramAndDeletesTheTransferList) {
     EXPECT_TRUE(view.hasEnded);
     EXPECT_EQ(view.calls.back(), L"end");
     EXPECT_EQ(view.runStatuses.back(), L"Disponible");
-    EXPECT_FALSE(state.isOperationInProgress);
+    EXPECT_FALSE(state.phase.IsOperationInProgress());
     EXPECT_EQ(machine.system.awakeHolds, 0);
 }
 
@@ -189,7 +189,7 @@ TEST_F(BackupRunTest, AStopReturnsToIdleAtOnceWithoutAQuestion) {
     EXPECT_EQ(Modes().back(), L"idle");
     EXPECT_EQ(view.runStatuses.back(), L"Disponible");
     EXPECT_EQ(view.total.Value(), 0);
-    EXPECT_FALSE(state.isOperationInProgress);
+    EXPECT_FALSE(state.phase.IsOperationInProgress());
     EXPECT_EQ(machine.system.awakeHolds, 0);
     Writer().PlayToEnd();
     EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
@@ -262,9 +262,9 @@ TEST_F(BackupRunTest, TheEraseButtonIsThereForDiscsAndLiveForRewritableOnes) {
 
 TEST_F(BackupRunTest, ErasingKeepsTheControlsQuietAndReadsTheDiscAgain) {
     UseDisc(Medium::Cd, BlankDisc(MediaKind::CdRw, 600 * Megabyte));
-    view.whileErasing = [this] { EXPECT_TRUE(state.isErasing); };
+    view.whileErasing = [this] { EXPECT_TRUE(state.phase.IsAt(RunPhase::Erasing)); };
     discs.EffacerDisque();
-    EXPECT_FALSE(state.isErasing);
+    EXPECT_FALSE(state.phase.IsAt(RunPhase::Erasing));
     EXPECT_THAT(view.calls, ElementsAre(L"disable", L"erase window", L"enable", L"panels", L"spaces", L"start button"));
 }
 
@@ -272,7 +272,7 @@ TEST_F(BackupRunTest, AnEraseWindowThatFailsGivesTheControlsBack) {
     UseDisc(Medium::Cd, BlankDisc(MediaKind::CdRw, 600 * Megabyte));
     view.whileErasing = [] { throw RuntimeError(ErrorNumber::OutOfMemory); };
     EXPECT_THROW(discs.EffacerDisque(), RuntimeError);
-    EXPECT_FALSE(state.isErasing);
+    EXPECT_FALSE(state.phase.IsAt(RunPhase::Erasing));
     EXPECT_EQ(view.calls.back(), L"enable");
 }
 

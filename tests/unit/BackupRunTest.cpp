@@ -15,7 +15,7 @@ TEST_F(BackupRunTest, ADiskGetsListArchiveAndCopyInThisOrder) {
     EXPECT_THAT(Modes(), ElementsAre(L"busy", L"idle", L"busy", L"end"));
     EXPECT_EQ(view.total.Value(), 100);
     ExpectOnlyBox(Text(TextId::BackupDone), Text(TextId::BackupDoneTitle), box::Exclamation);
-    EXPECT_FALSE(state.isOperationInProgress);
+    EXPECT_FALSE(state.phase.IsOperationInProgress());
 }
 
 TEST_F(BackupRunTest, EndMessagesInEnglish) {
@@ -83,7 +83,7 @@ TEST_F(BackupRunTest, AnArchiveLargerThanTheMediumIsNotCopied) {
     ExpectOnlyBox(Text(TextId::MediumTooSmall), Text(TextId::CapacityReachedTitle), box::Exclamation);
     EXPECT_THAT(steps.calls, ElementsAre(L"archiver?", L"password", L"list", L"archive"));
     EXPECT_EQ(Modes().back(), L"idle");
-    EXPECT_FALSE(state.isOperationInProgress);
+    EXPECT_FALSE(state.phase.IsOperationInProgress());
 }
 
 TEST_F(BackupRunTest, AnArchiveExactlyAsLargeAsTheMediumIsCopied) {
@@ -152,9 +152,9 @@ TEST_F(BackupRunTest, StoppingForAnExternalDiskFailsOnTheWriterThatIsNotThereAnd
 TEST_F(BackupRunTest, StoppingTheArchiveOfADiskEndsInTheFailureMessageWithoutACopy) {
     UseDisk(Medium::RemovableDisk);
     steps.whileArchiving = [this] {
-        EXPECT_TRUE(state.isOperationInProgress);
+        EXPECT_TRUE(state.phase.IsOperationInProgress());
         run.Stop();
-        steps.archives = state.isOperationInProgress;
+        steps.archives = state.phase.IsOperationInProgress();
     };
     run.Launch();
     EXPECT_EQ(steps.calls.back(), L"archive");
@@ -199,12 +199,12 @@ TEST_F(BackupRunTest, StopDoesNothingWhileNothingRuns) {
 TEST_F(BackupRunTest, ASecondStartDuringARunIsIgnored) {
     UseDisk(Medium::RemovableDisk);
     steps.whileArchiving = [this] {
-        EXPECT_TRUE(run.IsRunning());
+        EXPECT_TRUE(state.phase.IsRunning());
         run.Launch();
     };
     run.Launch();
     EXPECT_EQ(std::count(steps.calls.begin(), steps.calls.end(), L"archive"), 1);
-    EXPECT_FALSE(run.IsRunning());
+    EXPECT_FALSE(state.phase.IsRunning());
 }
 
 TEST_F(BackupRunTest, ASecondStartDuringABurnIsIgnored) {
@@ -212,7 +212,7 @@ TEST_F(BackupRunTest, ASecondStartDuringABurnIsIgnored) {
     run.Launch();
     run.Launch();
     EXPECT_EQ(std::count(steps.calls.begin(), steps.calls.end(), L"archive"), 1);
-    EXPECT_TRUE(state.isOperationInProgress);
+    EXPECT_TRUE(state.phase.IsOperationInProgress());
 }
 
 TEST_F(BackupRunTest, ARunThatBreaksOffIsReportedAndLeavesTheBusyMode) {
@@ -223,7 +223,7 @@ TEST_F(BackupRunTest, ARunThatBreaksOffIsReportedAndLeavesTheBusyMode) {
     EXPECT_THAT(machine.messageBoxes.shown[0].text,
                 HasSubstr(L"61 (Disk full) dans la procédure cmdLancer_Click, module frmBackupCD"));
     EXPECT_EQ(Modes().back(), L"idle");
-    EXPECT_FALSE(run.IsRunning());
+    EXPECT_FALSE(state.phase.IsRunning());
     EXPECT_EQ(machine.system.awakeHolds, 0);
 }
 
@@ -234,7 +234,7 @@ TEST_F(BackupRunTest, AStepThatFailsAsAWholeLeavesTheWindowIdle) {
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_THAT(machine.messageBoxes.shown[0].text, HasSubstr(L"PreparerArchive, module frmBackupCD"));
     EXPECT_EQ(Modes().back(), L"idle");
-    EXPECT_FALSE(run.IsRunning());
+    EXPECT_FALSE(state.phase.IsRunning());
 }
 
 TEST_F(BackupRunTest, ADriveWithoutAReadableVolumeIsReportedAndOffersNothing) {

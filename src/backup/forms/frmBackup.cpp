@@ -98,16 +98,20 @@ void frmBackup::HostSelection() {
 
 void frmBackup::OnActivate() {
     Guarded(L"Form_Activate, module frmBackupCD", [this] {
-        if (!std::exchange(isSetUp_, true)) SetUp();
+        if (state_.phase.IsAt(RunPhase::Opening)) {
+            state_.phase.Enter(RunPhase::Idle);
+            SetUp();
+        }
         if (IsLoaded()) watch_.CheckWorkSpace();
     });
 }
 
 bool frmBackup::OnClosing() {
-    return !run_.IsRunning();
+    return !state_.phase.IsRunning();
 }
 
 void frmBackup::OnUnload() {
+    state_.phase.Enter(RunPhase::Closed);
     Guarded(L"Form_Unload, module frmBackupCD", [this] {
         // A writer that is still at work lets messages run until it has stopped, which takes a drive up to minutes.
         Enable(false);
@@ -311,7 +315,7 @@ void frmBackup::ShowEraseProgress(std::int16_t percent) {
 
 void frmBackup::cmdPrecedent_Click() {
     Guarded(L"cmdPrecedent_Click, module frmBackupCD", [this] {
-        if (run_.IsRunning()) return;
+        if (state_.phase.IsRunning()) return;
         parent_->SetFullExit(false);
         app_.requiredSpace = {};
         Unload();
@@ -320,7 +324,7 @@ void frmBackup::cmdPrecedent_Click() {
 
 void frmBackup::cmdQuitter_Click() {
     Guarded(L"cmdQuitter_Click, module frmBackupCD", [this] {
-        if (!run_.IsRunning()) EndProgram();
+        if (!state_.phase.IsRunning()) EndProgram();
     });
 }
 

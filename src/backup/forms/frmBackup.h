@@ -45,9 +45,9 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     /// Takes the size of the selected drive for the available space; gives it as text, in bytes.
     std::wstring GetEspaceTotalUSB();
     /// Whether no copy or burn is in progress.
-    bool StopWrite() override { return !state_.isOperationInProgress; }
-    bool EffacementEnCour() const override { return state_.isErasing; }
-    void SetEffacementEnCour(bool isErasing) override { state_.isErasing = isErasing; }
+    bool StopWrite() override { return !state_.phase.IsOperationInProgress(); }
+    bool EffacementEnCour() const override { return state_.phase.IsAt(RunPhase::Erasing); }
+    void SetEffacementEnCour(bool isErasing) override { state_.phase.SetErasing(isErasing); }
 
     Medium MediaType() const override { return state_.miTypeMedia; }
     const std::wstring& Drive() const override { return state_.mstrDrive; }
@@ -140,5 +140,4 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     MainWindow* parent_ = nullptr;
     frmEffacerCDRW* eraseWindow_ = nullptr;
     std::vector<WriteSpeed> speeds_;
-    bool isSetUp_ = false;
 };

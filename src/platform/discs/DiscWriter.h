@@ -125,8 +125,8 @@ class DiscWriter {
     /// events, the last of which is progress of Finished or an error. Refused as busy while an operation runs.
     virtual void StartWrite() = 0;
     /// Asks the running operation to stop and returns; the writer is idle for the window at once, while the drive
-    /// ends in its own time (an erase runs to its end). Its last event is the error DiscErrorAborted. Nothing when
-    /// no operation runs.
+    /// ends in its own time (an erase runs to its end). Its last event is the error DiscErrorAborted. Forgets the files
+    /// that were added; otherwise nothing when no operation runs.
     virtual void Abort() = 0;
     /// Starts an erase and returns; quick clears the table of contents only. Progress of EraseInProgress follows,
     /// 100 when the disc is erased. Refused as busy while an operation runs.

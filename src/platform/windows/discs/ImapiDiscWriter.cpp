@@ -94,6 +94,7 @@ void ImapiDiscWriter::Erase(bool isQuick) {
 }
 
 void ImapiDiscWriter::Abort() {
+    files_.clear();
     if (!worker_ || running_ == 0) return;
     worker_->RequestStop();
     running_ = 0;
