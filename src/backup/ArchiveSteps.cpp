@@ -11,9 +11,9 @@ std::int32_t ArchiveSteps::SelectedCount() const {
 }
 
 void ArchiveSteps::EnregistrerListeFichiers() {
-    list_.EnregistrerListeFichiers(*window_.selection(), window_.view.StepProgress());
+    list_.EnregistrerListeFichiers(*window_.selection(), window_.view.Display().Step());
 }
 
 bool ArchiveSteps::CopierListeFichiers() {
-    return copier_.CopierListeFichiers(*window_.selection(), window_.view.TotalProgress(), window_.parent);
+    return copier_.CopierListeFichiers(*window_.selection(), window_.view.Display().Total(), window_.view);
 }

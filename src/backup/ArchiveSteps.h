@@ -1,6 +1,5 @@
 #pragma once
 
-#include "archive/BackupParent.h"
 #include "archive/clsCopie.h"
 #include "archive/clsListe.h"
 #include "backup/BackupView.h"
@@ -13,7 +12,6 @@ class ArchiveSteps final : public BackupSteps {
   public:
     struct Window {
         BackupView& view;
-        BackupParent& parent;
         std::function<std::shared_ptr<clsColFileInfo>()> selection;
         /// Asks for a new password; false when the user gives none.
         std::function<bool()> askPassword;

@@ -54,18 +54,18 @@ void BackupRun::RunToDisk() {
 void BackupRun::CopyToDisk() {
     view_.AfficherProgression(true);
     app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
-    view_.SetRunStatus(app_.Text(TextId::CopyingFiles));
-    view_.StepProgress().SetRange(0, WholeBar);
-    view_.TotalProgress().SetRange(0, WholeBar);
-    view_.TotalProgress().SetValue(0);
-    view_.HideStepProgress();
-    view_.TotalProgress().SetValue(HalfBar);
+    view_.Display().SetRunStatus(app_.Text(TextId::CopyingFiles));
+    view_.Display().Step().SetRange(0, WholeBar);
+    view_.Display().Total().SetRange(0, WholeBar);
+    view_.Display().Total().SetValue(0);
+    view_.Display().HideStep();
+    view_.Display().Total().SetValue(HalfBar);
     app_.machine.messageLoop.RunPending();
     bool isCopied = state_.phase.IsAt(RunPhase::Archived);
     state_.phase.Enter(RunPhase::Copying);
     // The copy goes to the drive that was handed over, whichever one the list shows for an external disk.
     if (isCopied) isCopied = steps_.CopierUSB(state_.mstrDrive);
-    view_.TotalProgress().SetValue(WholeBar);
+    view_.Display().Total().SetValue(WholeBar);
     app_.machine.messageLoop.SetPointer(Pointer::Default);
     app_.machine.messageLoop.RunPending();
     if (!state_.phase.IsAt(RunPhase::Copying)) { // stopped
@@ -107,11 +107,11 @@ void BackupRun::StartWriting() {
     // An archive that failed is not written, but the writer is started all the same, on an empty image.
     if (state_.phase.IsAt(RunPhase::Archived)) discs_.AjouterFichiers();
     if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
-    view_.StepProgress().SetRange(0, WholeBar);
-    view_.StepProgress().SetValue(0);
+    view_.Display().Step().SetRange(0, WholeBar);
+    view_.Display().Step().SetValue(0);
     // The archive has left the number of its items there.
-    view_.TotalProgress().SetRange(0, WholeBar);
-    view_.TotalProgress().SetValue(0);
+    view_.Display().Total().SetRange(0, WholeBar);
+    view_.Display().Total().SetValue(0);
     // From here on events may end the write, even inside the call that starts it.
     state_.phase.Enter(RunPhase::StartingWrite);
     discs_.StartWrite();
@@ -144,10 +144,10 @@ bool BackupRun::PreparerArchive() {
 void BackupRun::BuildArchive() {
     // Messages are handled between the items: only the stop button may be pressed meanwhile.
     view_.AfficherProgression(true);
-    view_.SetRunStatus(app_.Text(TextId::BuildingList));
+    view_.Display().SetRunStatus(app_.Text(TextId::BuildingList));
     steps_.EnregistrerListeFichiers();
     state_.phase.Enter(RunPhase::Archiving);
-    view_.Refresh();
+    view_.RefreshWindow();
     const bool isComplete = steps_.CopierListeFichiers();
     // What was pressed during the last item counts for the window as it was then.
     app_.machine.messageLoop.RunPending();

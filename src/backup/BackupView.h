@@ -1,7 +1,8 @@
 #pragma once
 
+#include "archive/BackupParent.h"
 #include "backup/MediumReport.h"
-#include "core/ProgressBar.h"
+#include "backup/RunDisplay.h"
 
 #include <cstdint>
 #include <optional>
@@ -9,10 +10,8 @@
 
 /// The backup window as its run and its disc side see it. On a window that has been unloaded every call is without
 /// effect and everything reads as empty.
-class BackupView {
+class BackupView : public BackupParent {
   public:
-    virtual ~BackupView() = default;
-
     /// Shows the progress instead of the settings, or the other way round, and lets messages run once.
     virtual void AfficherProgression(bool isBusy) = 0;
     virtual void ActiverControles(bool isEnabled) = 0;
@@ -24,18 +23,10 @@ class BackupView {
     virtual void MarkWorkSpace(bool isUsedUp) = 0;
     virtual void ShowPanels(const MediumReport& report) = 0;
     virtual void ShowEraseButton(bool isVisible, bool isEnabled) = 0;
-    virtual void Refresh() = 0;
+    virtual RunDisplay& Display() = 0;
 
-    /// The line above the bar of the single steps.
-    virtual std::wstring RunStatus() const = 0;
-    virtual void SetRunStatus(const std::wstring& text) = 0;
-    /// The line above the bar of the whole.
-    virtual void SetWriterStatus(const std::wstring& text) = 0;
-    virtual ProgressBar& StepProgress() = 0;
-    virtual ProgressBar& TotalProgress() = 0;
-    /// Takes the bar of the single steps away, for media that have none.
-    virtual void HideStepProgress() = 0;
-
+    /// The figure of the required space as it is shown.
+    virtual std::wstring RequiredSpaceText() const = 0;
     /// The selected entry of the list of drives.
     virtual std::wstring SelectedDrive() const = 0;
     /// The selected write speed; nothing when the list is empty.

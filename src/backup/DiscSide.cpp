@@ -136,9 +136,9 @@ void DiscSide::AjouterFichiers() {
     Guarded(app_, L"AjouterFichiers, module frmBackupCD", [this] {
         const std::wstring folder = app_.WorkFolder() + L"\\";
         const std::wstring files[] = {folder + ControlFileName, folder + ArchiveName};
-        const std::wstring status = view_.RunStatus();
-        view_.SetRunStatus(L"Construction de la liste des fichiers.");
-        ProgressBar& progress = view_.StepProgress();
+        const std::wstring status = view_.Display().RunStatus();
+        view_.Display().SetRunStatus(L"Construction de la liste des fichiers.");
+        ProgressBar& progress = view_.Display().Step();
         progress.SetRange(0, static_cast<std::int32_t>(std::size(files)));
         progress.SetValue(0);
         for (const std::wstring& file : files) {
@@ -147,7 +147,7 @@ void DiscSide::AjouterFichiers() {
             progress.SetValue(progress.Value() + 1);
             if (!app_.areFileMessagesHeld) app_.machine.messageLoop.RunPending();
         }
-        view_.SetRunStatus(status);
+        view_.Display().SetRunStatus(status);
     });
 }
 
@@ -168,14 +168,14 @@ void DiscSide::ShowWriting(std::int16_t percent) {
     constexpr TextId stageTexts[] = {TextId::StageBuffer, TextId::StageTrack, TextId::StageTrackEnd};
     switch (writer_->CurrentOperation()) {
     case DiscOperation::Erasing:
-        view_.SetWriterStatus(app_.Text(TextId::DiscErasing));
+        view_.Display().SetWriterStatus(app_.Text(TextId::DiscErasing));
         break;
     case DiscOperation::Preparing:
-        view_.SetWriterStatus(app_.Text(TextId::StagePreparation));
+        view_.Display().SetWriterStatus(app_.Text(TextId::StagePreparation));
         break;
     case DiscOperation::Writing:
-        view_.SetWriterStatus(app_.Text(stageTexts[static_cast<std::size_t>(writer_->CurrentStage())]));
-        view_.TotalProgress().SetValue(percent);
+        view_.Display().SetWriterStatus(app_.Text(stageTexts[static_cast<std::size_t>(writer_->CurrentStage())]));
+        view_.Display().Total().SetValue(percent);
         break;
     case DiscOperation::Finished:
         EndWriting();
@@ -191,7 +191,7 @@ void DiscSide::EndWriting() {
     const AtScopeEnd end([this] {
         if (state_.phase.IsAt(RunPhase::Ending)) state_.phase.Enter(RunPhase::Idle);
     });
-    view_.StepProgress().SetValue(view_.StepProgress().Max());
+    view_.Display().Step().SetValue(view_.Display().Step().Max());
     app_.machine.messageLoop.SetPointer(Pointer::Default);
     app_.ShowMessage(TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation);
     DeleteTransferList();
@@ -218,9 +218,9 @@ void DiscSide::ArreterEcriture() {
 
 void DiscSide::FinEcriture() {
     Guarded(app_, L"FinEcriture, module frmBackupCD", [this] {
-        view_.SetRunStatus(app_.Text(TextId::WriterIdle));
-        view_.StepProgress().SetValue(view_.StepProgress().Min());
-        view_.TotalProgress().SetValue(view_.TotalProgress().Min());
+        view_.Display().SetRunStatus(app_.Text(TextId::WriterIdle));
+        view_.Display().Step().SetValue(view_.Display().Step().Min());
+        view_.Display().Total().SetValue(view_.Display().Total().Min());
         state_.awake.reset();
         RefreshDiscInfo();
         view_.AfficherProgression(false);

@@ -4,6 +4,7 @@
 #include "backup/BackupView.h"
 #include "backup/WriteSpeeds.h"
 #include "core/Application.h"
+#include "discutil/DiscHost.h"
 #include "platform/discs/DiscWriter.h"
 
 #include <memory>
@@ -13,7 +14,7 @@
 /// What the backup window does with its medium: reads it, burns it, erases it. Of a USB disk it only reads the state.
 /// Procedures report their own failures, unless told otherwise. Everything runs on the user-interface thread, and
 /// wherever messages run the window may be closed.
-class DiscSide final : private DiscWriterEvents {
+class DiscSide final : public DiscHost, private DiscWriterEvents {
   public:
     DiscSide(Application& app, BackupState& state, BackupView& view);
     ~DiscSide() override;
@@ -24,17 +25,21 @@ class DiscSide final : private DiscWriterEvents {
     void CreateWriter();
     /// Shuts the writer down and releases it.
     void ReleaseWriter();
-    /// Null when the medium has none.
-    DiscWriter* Writer() { return writer_.get(); }
+    DiscWriter* Writer() override { return writer_.get(); }
 
     std::vector<std::wstring> WriterNames() const;
     /// The speeds that the current writer takes.
     std::vector<WriteSpeed> ProbeSpeeds();
 
     /// Reads the medium again: state, panels, available space and what depends on them.
-    void RefreshDiscInfo();
+    void RefreshDiscInfo() override;
+    Medium MediaType() const override { return state_.miTypeMedia; }
+    const std::wstring& Drive() const override { return state_.mstrDrive; }
+    std::wstring RequiredSpaceText() const override { return view_.RequiredSpaceText(); }
+    bool EffacementEnCour() const override { return state_.phase.IsAt(RunPhase::Erasing); }
+    void SetEffacementEnCour(bool isErasing) override { state_.phase.SetErasing(isErasing); }
     /// The kind of the disc as it was read last.
-    std::wstring DiscMediaTypeString() const;
+    std::wstring DiscMediaTypeString() const override;
     /// Tells the user when the disc does not belong to the medium chosen.
     void CheckKind();
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 /// Records what the backup window is told, in order.
-class FakeBackupView : public BackupView {
+class FakeBackupView : public BackupView, private RunDisplay {
   public:
     std::vector<std::wstring> calls;
     std::vector<std::wstring> runStatuses;
@@ -45,13 +45,16 @@ class FakeBackupView : public BackupView {
         isEraseVisible = isVisible;
         isEraseEnabled = isEnabled;
     }
-    void Refresh() override { calls.push_back(L"refresh"); }
+    void RefreshWindow() override { calls.push_back(L"refresh"); }
+    bool StopWrite() override { return false; }
+    RunDisplay& Display() override { return *this; }
+    std::wstring RequiredSpaceText() const override { return {}; }
     std::wstring RunStatus() const override { return runStatuses.empty() ? L"" : runStatuses.back(); }
     void SetRunStatus(const std::wstring& text) override { runStatuses.push_back(text); }
     void SetWriterStatus(const std::wstring& text) override { writerStatuses.push_back(text); }
-    ProgressBar& StepProgress() override { return step; }
-    ProgressBar& TotalProgress() override { return total; }
-    void HideStepProgress() override { calls.push_back(L"hide step"); }
+    ProgressBar& Step() override { return step; }
+    ProgressBar& Total() override { return total; }
+    void HideStep() override { calls.push_back(L"hide step"); }
     std::wstring SelectedDrive() const override { return drive; }
     std::optional<double> SelectedSpeed() const override { return speed; }
     std::wstring DiscLabel() const override { return label; }

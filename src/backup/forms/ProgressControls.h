@@ -1,10 +1,11 @@
 #pragma once
 
+#include "backup/RunDisplay.h"
 #include "backup/forms/frmBackupIds.h"
 #include "shell/forms/ApplicationForm.h"
 
 /// The part of the backup window that stands in the settings' place while a backup runs.
-class ProgressControls {
+class ProgressControls final : public RunDisplay {
   public:
     static constexpr ui::BoundsTwips Place{120, 5925, 11640, 1965};
 
@@ -13,10 +14,12 @@ class ProgressControls {
 
     void LayOut();
     void Show(bool isVisible);
-    /// Takes the bar of the single steps away, for media that have none.
-    void HideStep();
-    ProgressBar& Step() { return step_; }
-    ProgressBar& Total() { return total_; }
+    std::wstring RunStatus() const override { return lblStatutGravure.Text(); }
+    void SetRunStatus(const std::wstring& text) override { lblStatutGravure.SetText(text); }
+    void SetWriterStatus(const std::wstring& text) override { lblStatutGraveur.SetText(text); }
+    ProgressBar& Step() override { return pbProgress; }
+    ProgressBar& Total() override { return pbProgressTotal; }
+    void HideStep() override;
 
   private:
     ui::Form& form_;
@@ -24,12 +27,8 @@ class ProgressControls {
   public:
     ui::Frame fProgression{form_, IDC_fProgression};
     ui::Label lblStatutGravure{form_, IDC_lblStatutGravure};
-    ui::ProgressBarControl pbProgress{form_, IDC_pbProgress};
+    WorkProgressBar pbProgress{form_, IDC_pbProgress};
     ui::Label lblStatutGraveur{form_, IDC_lblStatutGraveur};
-    ui::ProgressBarControl pbProgressTotal{form_, IDC_pbProgressTotal};
+    WorkProgressBar pbProgressTotal{form_, IDC_pbProgressTotal};
     ui::Button cmdStopWrite{form_, IDC_cmdStopWrite};
-
-  private:
-    ControlProgress step_{pbProgress};
-    ControlProgress total_{pbProgressTotal};
 };

@@ -43,8 +43,8 @@ frmBackup::frmBackup(Application& app, PasswordQuestion askPassword)
     : ApplicationForm(app, IDD_frmBackup, L"frmBackupCD"), askPassword_(std::move(askPassword)),
       watch_(app, *this, [this](const std::wstring& path) { return ctlSelectionFichiers_.SpaceOf(path); }),
       ctlSelectionFichiers_(app, watch_), ctlScan_(app), discs_(app, state_, *this),
-      steps_(app, {*this, *this, [this] { return ctlSelectionFichiers_.ArrayFichier(); },
-                   [this] { return askPassword_(*this); }}),
+      steps_(app,
+             {*this, [this] { return ctlSelectionFichiers_.ArrayFichier(); }, [this] { return askPassword_(*this); }}),
       run_(app, state_, *this, steps_, discs_) {}
 
 void frmBackup::SetDrive(const std::wstring& strDrive) {
@@ -162,7 +162,7 @@ void frmBackup::SetUpDiscs() {
     ctlScan_.CreateChild(*this, ScanPlace);
     ctlScan_.SetMIN(0);
     ctlScan_.SetMAX(steps);
-    ui::Form::Refresh();
+    Refresh();
     CreateWriter();
     ctlScan_.SetValue(1);
     LoadSpeedCombo(L"ChargerComboVitesse, module frmBackupCD");
@@ -263,8 +263,8 @@ std::wstring frmBackup::GetEspaceTotalUSB() {
 void frmBackup::cmbGraveur_Click() {
     Guarded(L"cmbGraveur_Click, module frmBackup", [this] {
         if (IsDisc(state_.miTypeMedia)) {
-            if (Writer() == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
-            Writer()->SelectWriter(cmbGraveur.Selected());
+            if (discs_.Writer() == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+            discs_.Writer()->SelectWriter(cmbGraveur.Selected());
         } else if (Describe(state_.miTypeMedia).isDriveChosenInList) {
             state_.mstrDrive = DrivePart(cmbGraveur.SelectedText());
             GetEspaceTotalUSB();
@@ -277,8 +277,8 @@ void frmBackup::cmbGraveur_Click() {
 
 void frmBackup::cmbSpeed_Click() {
     Guarded(L"cmbSpeed_Click, module frmBackupCD", [this] {
-        if (Writer() == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
-        if (const auto speed = SelectedSpeed()) Writer()->SetWriteSpeed(*speed);
+        if (discs_.Writer() == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+        if (const auto speed = SelectedSpeed()) discs_.Writer()->SetWriteSpeed(*speed);
     });
 }
 
@@ -291,7 +291,7 @@ std::optional<double> frmBackup::SelectedSpeed() const {
 void frmBackup::cmdInfoDisque_Click() {
     Guarded(L"cmdInfoDisque_Click, module frmBackupCD", [this] {
         frmInfoDisque window(app_);
-        window.SetParent(*this);
+        window.SetParent(discs_);
         window.ShowModal(this);
         if (IsLoaded()) discs_.RefreshDiscInfo();
     });
@@ -303,7 +303,7 @@ void frmBackup::cmdEffacerDisque_Click() {
 
 void frmBackup::ShowEraseWindow() {
     frmEffacerCDRW window(app_);
-    window.SetParent(*this);
+    window.SetParent(discs_);
     eraseWindow_ = &window;
     window.ShowModal(this);
     eraseWindow_ = nullptr;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "archive/BackupParent.h"
 #include "backup/ArchiveSteps.h"
 #include "backup/BackupRun.h"
 #include "backup/BackupState.h"
@@ -11,7 +10,6 @@
 #include "backup/forms/ProgressControls.h"
 #include "backup/forms/SpaceLabel.h"
 #include "backup/forms/frmBackupIds.h"
-#include "discutil/DiscHost.h"
 #include "resources/TextId.h"
 #include "selection/forms/ctlScan.h"
 #include "selection/forms/ctlSelectionFichiers.h"
@@ -28,7 +26,7 @@
 class frmEffacerCDRW;
 
 /// The window in which the user chooses what to back up and starts the backup. Each is shown once.
-class frmBackup final : public ApplicationForm, public DiscHost, public BackupParent, private BackupView {
+class frmBackup final : public ApplicationForm, private BackupView {
   public:
     /// Asks for a new password over a window; false when the user gives none.
     using PasswordQuestion = std::function<bool(ui::Form& owner)>;
@@ -46,16 +44,11 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     std::wstring GetEspaceTotalUSB();
     /// Whether no copy or burn is in progress.
     bool StopWrite() override { return !state_.phase.IsOperationInProgress(); }
-    bool EffacementEnCour() const override { return state_.phase.IsAt(RunPhase::Erasing); }
-    void SetEffacementEnCour(bool isErasing) override { state_.phase.SetErasing(isErasing); }
-
-    Medium MediaType() const override { return state_.miTypeMedia; }
-    const std::wstring& Drive() const override { return state_.mstrDrive; }
-    std::wstring RequiredSpaceText() const override { return lblEspaceRequis.Text(); }
-    std::wstring DiscMediaTypeString() const override { return discs_.DiscMediaTypeString(); }
-    DiscWriter* Writer() override { return discs_.Writer(); }
-    void RefreshDiscInfo() override { discs_.RefreshDiscInfo(); }
-    void RefreshWindow() override { ui::Form::Refresh(); }
+    /// The drive that the backup goes to, for USB media.
+    const std::wstring& Drive() const { return state_.mstrDrive; }
+    /// Whether an erase that was started from this window runs.
+    bool EffacementEnCour() const { return discs_.EffacementEnCour(); }
+    void SetEffacementEnCour(bool isErasing) { discs_.SetEffacementEnCour(isErasing); }
 
   protected:
     void OnLoad() override;
@@ -97,13 +90,9 @@ class frmBackup final : public ApplicationForm, public DiscHost, public BackupPa
     void MarkWorkSpace(bool isUsedUp) override { lblEspaceTravail.SetRed(isUsedUp); }
     void ShowPanels(const MediumReport& report) override;
     void ShowEraseButton(bool isVisible, bool isEnabled) override;
-    void Refresh() override { ui::Form::Refresh(); }
-    std::wstring RunStatus() const override { return progress_.lblStatutGravure.Text(); }
-    void SetRunStatus(const std::wstring& text) override { progress_.lblStatutGravure.SetText(text); }
-    void SetWriterStatus(const std::wstring& text) override { progress_.lblStatutGraveur.SetText(text); }
-    ProgressBar& StepProgress() override { return progress_.Step(); }
-    ProgressBar& TotalProgress() override { return progress_.Total(); }
-    void HideStepProgress() override { progress_.HideStep(); }
+    void RefreshWindow() override { Refresh(); }
+    RunDisplay& Display() override { return progress_; }
+    std::wstring RequiredSpaceText() const override { return lblEspaceRequis.Text(); }
     std::wstring SelectedDrive() const override { return cmbGraveur.SelectedText(); }
     std::optional<double> SelectedSpeed() const override;
     std::wstring DiscLabel() const override { return txtDiscLabel.Text(); }

@@ -39,16 +39,13 @@ class ApplicationForm : public ui::Form {
     std::wstring module_;
 };
 
-/// A progress bar control as long work sees it.
-class ControlProgress final : public ProgressBar {
+/// A progress bar control that long work can be given.
+class WorkProgressBar final : public ui::ProgressBarControl, public ProgressBar {
   public:
-    explicit ControlProgress(ui::ProgressBarControl& bar) : bar_(bar) {}
-    std::int32_t Min() const override { return bar_.Min(); }
-    std::int32_t Max() const override { return bar_.Max(); }
-    void SetRange(std::int32_t min, std::int32_t max) override { bar_.SetRange(min, max); }
-    std::int32_t Value() const override { return bar_.Value(); }
-    void SetValue(std::int32_t value) override { bar_.SetValue(value); }
-
-  private:
-    ui::ProgressBarControl& bar_;
+    using ProgressBarControl::ProgressBarControl;
+    std::int32_t Min() const override { return ProgressBarControl::Min(); }
+    std::int32_t Max() const override { return ProgressBarControl::Max(); }
+    void SetRange(std::int32_t min, std::int32_t max) override { ProgressBarControl::SetRange(min, max); }
+    std::int32_t Value() const override { return ProgressBarControl::Value(); }
+    void SetValue(std::int32_t value) override { ProgressBarControl::SetValue(value); }
 };
