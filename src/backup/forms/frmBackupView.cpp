@@ -1,0 +1,65 @@
+// What the run and the disc side make the backup window show.
+#include "backup/forms/frmBackup.h"
+
+#include "backup/StartCondition.h"
+
+void frmBackup::AfficherProgression(bool isBusy) {
+    fParametres.Enable(!isBusy);
+    fParametres.Show(!isBusy);
+    progress_.Show(isBusy);
+    ActiverControles(!isBusy);
+    cmdLancer.Enable(!isBusy);
+    cmdLancer.Show(!isBusy);
+    // The control that had the focus is hidden or disabled now: without one the keyboard would reach nothing.
+    if (IsActive()) (isBusy ? progress_.cmdStopWrite : cmdLancer).SetFocus();
+    app_.machine.messageLoop.RunPending();
+}
+
+void frmBackup::ActiverControles(bool isEnabled) {
+    for (const int controlId :
+         {IDC_fParametres, IDC_cmbGraveur, IDC_cmbSpeed, IDC_txtDiscLabel, IDC_cmdInfoDisque, IDC_pbProgress,
+          IDC_pbProgressTotal, IDC_cmdPrecedent, IDC_cmdQuitter, IDC_stBarDataWriter})
+        ui::Control(*this, controlId).Enable(isEnabled);
+    ctlScan_.SetEnabled(isEnabled);
+    ctlSelectionFichiers_.SetEnabled(isEnabled);
+}
+
+void frmBackup::MajBoutonLancer() {
+    Guarded(L"MajBoutonLancer, module frmBackupCD", [this] {
+        const bool canStart = CanStartBackup(state_.miTypeMedia, state_.disc, SpacesOf(app_));
+        if (cmdLancer.IsEnabled() != canStart) cmdLancer.Enable(canStart);
+    });
+}
+
+void frmBackup::AfficherEspaces() {
+    AfficherEspaceDispo();
+    AfficherEspaceRequis();
+    AfficherEspaceTravail();
+}
+
+void frmBackup::AfficherEspaceRequis() {
+    Guarded(L"AfficherEspaceRequis, module frmBackupCD", [this] {
+        lblEspaceRequis.ShowBytes(app_, app_.requiredSpace.ToDouble());
+        lblEspaceRequis.SetRed(SpacesOf(app_).IsMediumFull());
+        MajBoutonLancer();
+    });
+}
+
+void frmBackup::AfficherEspaceDispo() {
+    lblEspaceDispo.ShowBytes(app_, app_.availableSpace.ToDouble());
+}
+
+void frmBackup::AfficherEspaceTravail() {
+    Guarded(L"AfficherEspaceTravail, module frmBackupCD",
+            [this] { lblEspaceTravail.ShowBytes(app_, app_.dblEspaceDisponible); });
+}
+
+void frmBackup::ShowPanels(const MediumReport& report) {
+    stBarDataWriter.ShowReport(report);
+    stBarDataWriter.ShowTime(app_);
+}
+
+void frmBackup::ShowEraseButton(bool isVisible, bool isEnabled) {
+    cmdEffacerDisque.Show(isVisible);
+    cmdEffacerDisque.Enable(isEnabled);
+}
