@@ -1,31 +1,153 @@
-"""clang-tidy over every file of the logic."""
+"""clang-tidy over all that is shipped and over the tests; what did not change since it was found clean is not read again.
 
+Each file is read with the options of the build that compiles it: the logic natively, windows with the headers of MinGW.
+"""
+
+import hashlib
 import json
 import os
+import re
+import shlex
 import subprocess
 from concurrent.futures import ThreadPoolExecutor
+from dataclasses import dataclass
 from fnmatch import fnmatchcase
 from pathlib import Path
 
 from test_report import Report
 from workstation import BUILD, PROJECT
 
+CLEAN = BUILD / "lint"
+CONFIGURATION = PROJECT / ".clang-tidy"
+VOCABULARY = PROJECT / "docs" / "vocabulary.md"
+HEADERS = f"--header-filter=^{re.escape(str(PROJECT))}/(src|tests|bench)/"
+# The slow three quarters of the checks look for faults that reach a user.
+LEFT_OUT_FOR_TESTS = "-bugprone-*,-clang-analyzer-*"
+INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]([^">]+)[">]', re.MULTILINE)
+# A file that two presets compile is read as the first of them does.
+PRESETS = ("native", "windows", "fuzz")
+
+
+@dataclass(frozen=True)
+class Unit:
+    file: Path
+    options: tuple
+
+    def name(self):
+        return str(self.file.relative_to(PROJECT))
+
+
+def clang_options(command, target_options):
+    """What of a compiler's command line says how the file reads, for clang."""
+    words = iter(shlex.split(command))
+    kept = []
+    for word in words:
+        if word in ("-isystem", "-include"):
+            kept += [word, next(words)]
+        elif word.startswith(("-D", "-I", "-std=", "-isystem")):
+            kept.append(word)
+    return (*target_options, *kept)
+
+
+def mingw_options():
+    """The target and the headers of the compiler that builds for Windows; clang brings its own built-in ones."""
+    said = subprocess.run(["x86_64-w64-mingw32-g++-posix", "-E", "-x", "c++", "/dev/null", "-v"],
+                          capture_output=True, text=True, check=True).stderr
+    folders = re.search(r"<\.\.\.> search starts here:\n(.*?)End of search list", said, re.S).group(1).split()
+    own = [folder for folder in folders if not re.search(r"/gcc/[^/]+/[^/]+/include$", folder)]
+    return ("--target=x86_64-w64-mingw32", "-nostdinc++", *[word for folder in own for word in ("-isystem", folder)])
+
+
+def units():
+    """Every source of the project, once."""
+    found = {}
+    for preset in PRESETS:
+        target_options = mingw_options() if preset == "windows" else ()
+        commands = json.loads((BUILD / preset / "compile_commands.json").read_text(encoding="utf-8"))
+        for command in commands:
+            file = Path(command["file"])
+            if file.is_relative_to(PROJECT) and file.suffix == ".cpp" and file not in found:
+                found[file] = Unit(file, clang_options(command["command"], target_options))
+    return [found[file] for file in sorted(found)]
+
+
+def given_names():
+    """The names that the vocabulary lists, and those of the forms' controls, which their members and handlers carry."""
+    headers = (PROJECT / "src").rglob("*Ids.h")
+    controls = [name for header in headers
+                for name in re.findall(r"#define IDC_(\w+)", header.read_text(encoding="utf-8"))]
+    rows = [line for line in VOCABULARY.read_text(encoding="utf-8").splitlines() if line.startswith("| `")]
+    listed = [word for row in rows for word in re.findall(r"`(\w+)`", row.split("|")[1]) if word.isidentifier()]
+    return sorted({*controls, *listed})
+
+
+class Cleanness:
+    """Which files were found clean, each together with all that it includes and the rules it was read by."""
+
+    def __init__(self, rules):
+        self._rules = rules
+        self._contents = {}
+        CLEAN.mkdir(parents=True, exist_ok=True)
+
+    def mark_of(self, unit):
+        digest = hashlib.sha256(self._rules.encode())
+        for word in unit.options:
+            digest.update(word.replace(str(PROJECT), "").encode() + b"\0")
+        for path in sorted(self._with_includes(unit)):
+            digest.update(str(path.relative_to(PROJECT)).encode() + b"\0" + self._content(path)[0])
+        return CLEAN / digest.hexdigest()
+
+    def _with_includes(self, unit):
+        folders = [Path(word[2:]) for word in unit.options if word.startswith(f"-I{PROJECT}")]
+        seen, waiting = set(), [unit.file]
+        while waiting:
+            path = waiting.pop()
+            if path not in seen:
+                seen.add(path)
+                for name in self._content(path)[1]:
+                    places = [folder / name for folder in (path.parent, *folders)]
+                    waiting += [place.resolve() for place in places if place.is_file()][:1]
+        return seen
+
+    def _content(self, path):
+        if path not in self._contents:
+            data = path.read_bytes()
+            self._contents[path] = (hashlib.sha256(data).digest(), INCLUDE.findall(data.decode("utf-8", "replace")))
+        return self._contents[path]
+
+
+def configuration():
+    _, rules = CONFIGURATION.read_text(encoding="utf-8").split("Checks:", 1)
+    return "Checks:" + rules.replace("GIVEN_NAMES", "|".join(given_names()))
+
+
+def tidy(unit, rules):
+    checks = [f"--checks={LEFT_OUT_FOR_TESTS}"] if not unit.file.is_relative_to(PROJECT / "src") else []
+    done = subprocess.run(["clang-tidy", "--quiet", "--warnings-as-errors=*", HEADERS, f"--config={rules}", *checks,
+                           str(unit.file), "--", "clang++", *unit.options],
+                          capture_output=True, text=True, check=False)
+    if done.returncode == 0:
+        return ""
+    return done.stdout.strip() or done.stderr[-2000:]
+
 
 def lint_tests(choice):
     report = Report("lint")
-    commands = json.loads((BUILD / "native" / "compile_commands.json").read_text(encoding="utf-8"))
-    files = sorted({Path(command["file"]) for command in commands})
-    names = [str(file.relative_to(PROJECT)) for file in files if file.is_relative_to(PROJECT / "src")]
-    wanted = [name for name in names if not choice.filters or any(fnmatchcase(name, word) for word in choice.filters)]
+    rules = configuration()
+    version = subprocess.run(["clang-tidy", "--version"], capture_output=True, text=True, check=True).stdout
+    cleanness = Cleanness(rules + LEFT_OUT_FOR_TESTS + version)
+    wanted = [unit for unit in units()
+              if not choice.filters or any(fnmatchcase(unit.name(), pattern) for pattern in choice.filters)]
+    marks = {unit: cleanness.mark_of(unit) for unit in wanted}
     with ThreadPoolExecutor(os.cpu_count()) as pool:
-        for name, output in zip(wanted, pool.map(tidy, wanted)):
-            report.count("failed" if output else "passed", name, output)
+        unread = [unit for unit in wanted if not marks[unit].exists()]
+        for unit, output in zip(unread, pool.map(tidy, unread, [rules] * len(unread))):
+            report.count("failed" if output else "passed", unit.name(), output)
+            if not output:
+                marks[unit].touch()
+    for _ in range(len(wanted) - len(unread)):
+        report.count("passed")
+    if not choice.filters:
+        for stale in set(CLEAN.iterdir()) - set(marks.values()):
+            stale.unlink()
     return report.close()
-
-
-def tidy(name):
-    # The compiler of the native build is GCC, which has warnings that clang does not know.
-    done = subprocess.run(["clang-tidy", "-p", BUILD / "native", "--quiet", "--warnings-as-errors=*",
-                           "--extra-arg=-Wno-unknown-warning-option", PROJECT / name],
-                          capture_output=True, text=True, check=False)
-    return "" if done.returncode == 0 else done.stdout
