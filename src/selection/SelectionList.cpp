@@ -29,12 +29,13 @@ SelectionList::SelectionList(Application& app, SelectionEvents& events, Selectio
 /// Runs a procedure's steps under its label, and shows afterwards what they changed.
 template<typename Steps>
 void SelectionList::Change(const wchar_t* procedure, Steps&& steps) {
+    if (!work_.IsRunning()) content_.rows.Select(view_.SelectedRow());
     work_.Run([&] { Guarded(app_, procedure, steps); });
     if (!work_.IsRunning()) ShowChanges();
 }
 
 void SelectionList::ShowChanges() {
-    view_.RowsChanged(std::exchange(selectedRow_, -1), std::exchange(content_.shownRow, -1));
+    view_.RowsChanged(content_.rows.Selected(), std::exchange(content_.shownRow, -1));
     events_.OnShowChanges();
 }
 
@@ -92,6 +93,8 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
     Change(L"AjouterFichRep, module frmBackupCD", [&] {
         clsFileInfo probe{sChemin, KindFile, {}};
         bool hasLastRow = true;
+        const std::int32_t selectedBefore = content_.rows.Selected();
+        const std::int32_t shownBefore = content_.shownRow;
         const bool isPattern = IsFolderPattern(sChemin);
         if (isPattern) {
             hasLastRow = AddPatternRows(sChemin, lngCouleur) > 0;
@@ -103,7 +106,8 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
         }
         if (content_.collection->ContainsItem(probe)) {
             if (hasLastRow) content_.rows.Remove(RowCount() - 1);
-            selectedRow_ = -1;
+            content_.rows.Select(selectedBefore);
+            content_.shownRow = shownBefore;
             return;
         }
         if (blnAjouterCollection) {
@@ -123,7 +127,12 @@ std::size_t SelectionList::AddPatternRows(const std::wstring& pattern, std::int3
 
 void SelectionList::AddRow(const std::wstring& path, bool isFolder, std::int32_t color) {
     content_.rows.Add({std::make_shared<std::wstring>(path), isFolder, isFolder, NoSet, color});
-    selectedRow_ = RowCount() - 1;
+    SelectAndShow(RowCount() - 1);
+}
+
+void SelectionList::SelectAndShow(std::int32_t row) {
+    content_.rows.Select(row);
+    content_.shownRow = row;
 }
 
 void SelectionList::AddFiles(const std::wstring& folder, const std::vector<std::wstring>& names) {
@@ -186,7 +195,7 @@ void SelectionList::EffacerFichierListe(std::int32_t selected) {
     Change(L"EffacerFichierListe, module frmBackupCD", [&] {
         if (RowCount() == 0 || selected < 0) return;
         DetruireItem(selected);
-        selectedRow_ = std::min(selected, RowCount() - 1);
+        SelectAndShow(std::min(selected, RowCount() - 1));
     });
 }
 

@@ -43,8 +43,10 @@ struct SetBox {
 class SelectionView {
   public:
     virtual ~SelectionView() = default;
-    /// Rows were added, removed or restyled. Row `selected` is to be selected and row `shown` scrolled into view
-    /// (-1: leave that as it is).
+    /// The row that the user sees selected; -1 when none is.
+    virtual std::int32_t SelectedRow() const = 0;
+    /// Rows were added, removed or restyled. Row `selected` (-1: none) is to be the selected one, and row `shown`
+    /// scrolled into view (-1: leave that as it is).
     virtual void RowsChanged(std::int32_t selected, std::int32_t shown) = 0;
     virtual void BoxChanged(std::int32_t index) = 0;
 };
@@ -101,6 +103,7 @@ class SelectionList {
     void ListeFichiersRemplir();
     std::size_t AddPatternRows(const std::wstring& pattern, std::int32_t color);
     void AddRow(const std::wstring& path, bool isFolder, std::int32_t color);
+    void SelectAndShow(std::int32_t row);
     void RemoveRecordOf(const SelectionRow& row);
     void SetBoxState(std::int32_t index, BoxState state);
     void SetBoxQuietly(std::int32_t index, BoxState state);
@@ -116,5 +119,4 @@ class SelectionList {
     PredefinedSets sets_;
     std::array<SetBox, SetCount> boxes_ = {};
     bool blnTraiterClicSet_ = true;
-    std::int32_t selectedRow_ = -1; ///< still to be shown as selected
 };

@@ -3,6 +3,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -29,11 +30,16 @@ void SelectionRows::Remove(std::int32_t position) {
     At(position);
     DropIndex();
     rows_.erase(rows_.begin() + position);
+    if (selected_ == position)
+        selected_ = -1;
+    else if (selected_ > position)
+        --selected_;
 }
 
 void SelectionRows::Clear() {
     DropIndex();
     rows_.clear();
+    selected_ = -1;
 }
 
 SelectionRow* SelectionRows::Find(const std::wstring& text) {
@@ -58,7 +64,13 @@ void SelectionRows::Mark(SelectionRow& row) {
 void SelectionRows::Sweep() {
     if (!hasMarks_) return;
     DropIndex();
-    std::erase_if(rows_, [](const auto& row) { return row->isRemoved; });
+    const auto isMarked = [](const auto& row) { return row->isRemoved; };
+    if (selected_ >= 0) {
+        const auto selected = rows_.begin() + selected_;
+        const auto gone = static_cast<std::int32_t>(std::count_if(rows_.begin(), selected, isMarked));
+        selected_ = isMarked(*selected) ? -1 : selected_ - gone;
+    }
+    std::erase_if(rows_, isMarked);
     hasMarks_ = false;
 }
 

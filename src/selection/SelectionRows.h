@@ -33,7 +33,7 @@ struct SelectionRow {
     }
 };
 
-/// The selection's rows in order. Positions count from 0 here.
+/// The selection's rows in order, and which of them is the selected one. Positions count from 0 here.
 class SelectionRows {
   public:
     std::int32_t Count() const { return static_cast<std::int32_t>(rows_.size()); }
@@ -46,6 +46,11 @@ class SelectionRows {
     SelectionRow& Last() { return *rows_.back(); }
     void Remove(std::int32_t position);
     void Clear();
+
+    /// The selected row keeps its place among the others whatever is removed around it; -1 is none, as after its own
+    /// removal.
+    void Select(std::int32_t position) { selected_ = position < Count() ? position : -1; }
+    std::int32_t Selected() const { return selected_; }
 
     /// A row of this text in any letter case; null when there is none. After the first look-up the time does not grow
     /// with the number of rows until rows are removed one by one.
@@ -72,4 +77,5 @@ class SelectionRows {
     std::unordered_multimap<std::size_t, SelectionRow*> index_;
     bool isIndexed_ = false;
     bool hasMarks_ = false;
+    std::int32_t selected_ = -1;
 };

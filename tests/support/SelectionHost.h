@@ -49,9 +49,10 @@ class SelectionScreen : public SelectionView {
     int refreshes = 0;
     std::vector<std::int32_t> boxChanges;
 
+    std::int32_t SelectedRow() const override { return selected; }
     void RowsChanged(std::int32_t selectedRow, std::int32_t shownRow) override {
         ++refreshes;
-        if (selectedRow >= 0) selected = selectedRow;
+        selected = selectedRow;
         if (shownRow >= 0) shown = shownRow;
     }
     void BoxChanged(std::int32_t index) override { boxChanges.push_back(index); }

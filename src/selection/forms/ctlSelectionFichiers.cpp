@@ -182,7 +182,7 @@ void ctlSelectionFichiers::cmdOuvrirExplorer_Click() {
 
 void ctlSelectionFichiers::RowsChanged(std::int32_t selected, std::int32_t shown) {
     lvFichRep.RowsChanged();
-    if (selected >= 0) lvFichRep.Select(selected);
+    if (lvFichRep.Selected() != selected) lvFichRep.Select(selected);
     if (shown >= 0) lvFichRep.ShowRow(shown);
 }
 

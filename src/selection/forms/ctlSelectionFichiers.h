@@ -55,6 +55,7 @@ class ctlSelectionFichiers final : public ApplicationForm, private SelectionView
     void OpenFolder(const std::wstring& path);
     void ShowDrive();
 
+    std::int32_t SelectedRow() const override { return lvFichRep.Selected(); }
     void RowsChanged(std::int32_t selected, std::int32_t shown) override;
     void BoxChanged(std::int32_t index) override;
 
