@@ -58,6 +58,27 @@ bool IsMatch(const std::wstring& pattern, const std::wstring& path) {
     return Contains(path, MailStore) && Contains(pattern, MailStore) && LastFour(path) == LastFour(pattern);
 }
 
+/// The many steps of one procedure, each to be done whatever the others meet. The first failure is reported; a stick
+/// that was pulled out would otherwise report every one of its files.
+class ManySteps {
+  public:
+    ManySteps(Application& app, const wchar_t* procedure) : app_(app), procedure_(procedure) {}
+
+    template<typename Steps>
+    void Run(Steps&& steps) {
+        try {
+            steps();
+        } catch (...) {
+            if (!std::exchange(isReported_, true)) ReportCurrentException(app_, procedure_);
+        }
+    }
+
+  private:
+    Application& app_;
+    const wchar_t* procedure_;
+    bool isReported_ = false;
+};
+
 } // namespace
 
 std::vector<std::wstring> PredefinedSets::ListFiles(std::int32_t setIndex) const {
@@ -145,6 +166,7 @@ void PredefinedSets::AddItem(const clsFileInfo& probe, std::int32_t setIndex) {
     if (content_.collection->ContainsItem(probe)) {
         // The row belongs to the last set that named it. A folder that the user added reads "\*.*" and stays theirs.
         if (SelectionRow* row = content_.rows.Find(probe.strNom); row != nullptr) {
+            if (row->setIndex == NoSet) row->space = SpaceOf(probe.strNom, isFolder);
             row->setIndex = setIndex;
             row->color = SetRowColor;
         }
@@ -153,34 +175,38 @@ void PredefinedSets::AddItem(const clsFileInfo& probe, std::int32_t setIndex) {
     const auto item = content_.collection->Add(probe.strNom, probe.lngType);
     SelectionRow row{std::make_shared<std::wstring>(probe.strNom), false, isFolder, setIndex, SetRowColor};
     row.ShareText(item);
-    content_.rows.Add(std::move(row));
+    SelectionRow& added = content_.rows.Add(std::move(row));
     content_.shownRow = content_.rows.Count() - 1;
-    app_.requiredSpace += SpaceOf(probe.strNom, isFolder);
+    added.space = SpaceOf(probe.strNom, isFolder);
+    app_.requiredSpace += added.space;
     ++content_.arrNbItemsAjoutes[set];
     ++content_.arrNbItemsRestants[set];
 }
 
 void PredefinedSets::ViderArray(const std::wstring& listFile) {
-    Guarded(app_, L"ViderArray, module frmBackupCD", [&] {
+    constexpr const wchar_t* Procedure = L"ViderArray, module frmBackupCD";
+    Guarded(app_, Procedure, [&] {
+        ManySteps removals(app_, Procedure);
         for (const std::wstring& entry : Entries(listFile)) {
             work_.Continue();
             if (entry.ends_with(L'*') || entry.ends_with(L"*.pst")) {
                 EffacerMultiple(entry);
                 continue;
             }
-            const clsFileInfo probe = ItemOf(app_.machine.files, entry);
-            if (!content_.collection->ContainsItem(probe)) continue;
-            SelectionRow* row = content_.rows.Find(probe.strNom);
-            if (row != nullptr && row->color == SetRowColor) RemoveItem(*row);
+            // By the row: what has vanished since no longer says of which kind it was.
+            SelectionRow* row = content_.rows.Find(WithoutTrailingBackslash(entry));
+            if (row != nullptr && row->color == SetRowColor) removals.Run([&] { RemoveItem(*row); });
         }
     });
     content_.rows.Sweep();
 }
 
 void PredefinedSets::EffacerMultiple(const std::wstring& pattern) {
-    Guarded(app_, L"EffacerMultiple, module modFonctionsCommunes", [&] {
+    constexpr const wchar_t* Procedure = L"EffacerMultiple, module modFonctionsCommunes";
+    Guarded(app_, Procedure, [&] {
+        ManySteps removals(app_, Procedure);
         content_.rows.VisitBackwards([&](SelectionRow& row) {
-            if (row.color == SetRowColor && IsMatch(pattern, *row.path)) RemoveItem(row);
+            if (row.color == SetRowColor && IsMatch(pattern, *row.path)) removals.Run([&] { RemoveItem(row); });
             work_.Continue();
         });
     });
@@ -188,11 +214,22 @@ void PredefinedSets::EffacerMultiple(const std::wstring& pattern) {
 
 /// Takes the row and its record out before the measuring, which may fail: what is not shown is not backed up.
 void PredefinedSets::RemoveItem(SelectionRow& row) {
-    const std::wstring path = *row.path;
-    const bool isFolder = row.isFolder;
     content_.rows.Mark(row);
-    if (content_.collection->Find(path, isFolder ? KindFolder : KindFile) != nullptr) content_.collection->Remove(path);
-    app_.requiredSpace -= SpaceOf(path, isFolder);
+    if (content_.collection->Find(*row.path, row.isFolder ? KindFolder : KindFile) != nullptr)
+        content_.collection->Remove(*row.path);
+    try {
+        app_.requiredSpace -= SpaceToGive(row);
+    } catch (...) {
+        // Nobody can measure it any more: what it was counted for goes with it.
+        app_.requiredSpace -= row.space;
+        throw;
+    }
+}
+
+/// What a row's item takes now; a folder that has vanished would measure nothing, and gives what it was counted for.
+Currency PredefinedSets::SpaceToGive(const SelectionRow& row) {
+    if (row.isFolder && !app_.machine.files.FolderExists(*row.path)) return row.space;
+    return SpaceOf(*row.path, row.isFolder);
 }
 
 Currency PredefinedSets::SpaceOf(const std::wstring& path, bool isFolder) {

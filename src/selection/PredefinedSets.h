@@ -55,6 +55,7 @@ class PredefinedSets {
     void AddItem(const clsFileInfo& probe, std::int32_t setIndex);
     void RemoveItem(SelectionRow& row);
     Currency SpaceOf(const std::wstring& path, bool isFolder);
+    Currency SpaceToGive(const SelectionRow& row);
 
     Application& app_;
     SelectionContent& content_;

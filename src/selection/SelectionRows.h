@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Currency.h"
 #include "selection/PathRules.h"
 #include "selection/clsFileInfo.h"
 
@@ -22,6 +23,7 @@ struct SelectionRow {
     bool isFolder = false;
     std::int32_t setIndex = NoSet;
     std::int32_t color = 0;
+    Currency space = {};    ///< what a predefined set counted for it
     bool isRemoved = false; ///< marked to go with the next sweep
 
     /// What the row shows.

@@ -145,18 +145,6 @@ TEST_F(PredefinedSetsTest, FolderThatChangedLeavesARemainderInTheSpace) {
     EXPECT_EQ(machine.app.requiredSpace, Currency::FromDouble(-1050));
 }
 
-TEST_F(PredefinedSetsTest, FileThatVanishedStopsTheRemovalAndIsReported) {
-    AddListFile(L"qamor.lst", {L"C:\\Data\\a.dat", L"C:\\Data\\b.dat"});
-    list.LoadSets();
-    machine.files.Remove(L"C:\\Data\\a.dat");
-    list.ClickBox(1);
-    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_NE(machine.messageBoxes.shown[0].text.find(L"ViderArray, module frmBackupCD"), std::wstring::npos);
-    EXPECT_EQ(Rows(), (Texts{L"!C:\\Data\\b.dat|file|1"}));
-    EXPECT_EQ(Items(), (Texts{L"C:\\Data\\b.dat/32"})) << "what is not shown is not backed up";
-    EXPECT_EQ(host.events.back(), L"OnRefreshSpace");
-}
-
 TEST_F(PredefinedSetsTest, RemovingAllRunsTheClicksOfTheCheckedBoxesOnAnEmptyList) {
     AddListFile(L"qamor.lst", {L"C:\\Data\\a.dat"});
     AddListFile(L"tarvel.lst", {L"C:\\Data\\b.dat"});
