@@ -11,9 +11,11 @@
 struct InsertedMedium {
     enum class Content { NoBackup, OlderFormat, Backup };
 
-    /// Tells one medium from another without keeping its list.
+    /// Tells one medium from another without keeping its list: the drive, the volume's label, the list's content and
+    /// the archive's size.
     struct Print {
         std::wstring root;
+        std::optional<std::wstring> volumeLabel;
         Content content = Content::NoBackup;
         std::uint64_t archiveSizeBytes = 0;
         std::size_t listBytes = 0;
@@ -21,6 +23,11 @@ struct InsertedMedium {
         std::int32_t failure = 0;
 
         bool operator==(const Print&) const = default;
+        /// Whether it is the same backup under the same label, whichever letter its drive has by now.
+        bool IsSameMedium(Print other) const {
+            other.root = root;
+            return *this == other;
+        }
     };
 
     Print print;

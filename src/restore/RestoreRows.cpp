@@ -107,6 +107,20 @@ bool RestoreRows::IsAnyTickedUnfit() const {
                        [](const Row& row) { return row.isTicked && !row.record.couldBeWritten; });
 }
 
+std::vector<bool> RestoreRows::Ticks() const {
+    std::vector<bool> ticks;
+    ticks.reserve(rows_.size());
+    for (const Row& row : rows_) ticks.push_back(row.isTicked);
+    return ticks;
+}
+
+void RestoreRows::SetTicks(const std::vector<bool>& ticks) {
+    TickAll(false);
+    for (std::size_t row = 0; row < std::min(rows_.size(), ticks.size()); ++row) {
+        if (ticks[row]) Toggle(static_cast<int>(row));
+    }
+}
+
 void RestoreRows::TickAll(bool isTicked) {
     if (!holdItems_) return;
     for (Row& row : rows_) row.isTicked = isTicked;

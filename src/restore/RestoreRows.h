@@ -42,6 +42,10 @@ class RestoreRows {
 
     void Toggle(int row);
     void TickAll(bool isTicked);
+    /// Row by row, whether it is ticked.
+    std::vector<bool> Ticks() const;
+    /// Ticks as `Ticks` gave them; rows without one there stay unticked.
+    void SetTicks(const std::vector<bool>& ticks);
     bool IsAnyTicked() const { return tickedCount_ > 0; }
     /// Whether a ticked row is one that no backup writes.
     bool IsAnyTickedUnfit() const;

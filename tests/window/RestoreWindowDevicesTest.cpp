@@ -96,22 +96,6 @@ TEST_F(RestoreWindow, MenuAndItsKeyFillTheDriveListAgain) {
     EXPECT_EQ(DriveLinesShown().size(), 2u);
 }
 
-TEST_F(RestoreWindow, WhatIsOpenedIsTheMediumThatIsShownAfterThePassword) {
-    AddTwoItems();
-    OpenFirstDrive();
-    dialogs.passwords = {L"Abcdefg1"};
-    dialogs.beforeAnswer = [&] {
-        machine.drives.Remove(L"E:\\");
-        machine.files.Remove(L"E:\\");
-        AddBackup(L"F:\\", "C:\\f.txt,32,Zip0001\r\n");
-        SendDeviceChange();
-        EXPECT_TRUE(WaitFor([&] { return RowCount() == 1; }));
-    };
-    Click(IDC_cmdLancerRestauration);
-    EXPECT_NE(machine.processes.commandLines.at(0).find(L" F:\\OKRBACKUP.ZIP "), std::wstring::npos);
-    EXPECT_EQ(InnerExtractions().size(), 1u);
-}
-
 TEST_F(RestoreWindow, StormOfDevicesLeavesTheListRightAndNothingBehind) {
     AddTwoItems();
     OpenFirstDrive();

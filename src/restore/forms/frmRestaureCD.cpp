@@ -66,6 +66,8 @@ void frmRestaureCD::OnLoad() {
     cmdFermer.OnClick([this] { cmdFermer_Click(); });
     rows_.Clear();
     shownMedium_ = {};
+    tickMemory_.Clear();
+    chosenRoot_.clear();
     driveLines_.clear();
     isBusy_ = false;
     isRestoring_ = false;
@@ -116,7 +118,8 @@ void frmRestaureCD::DevicesChanged() {
     refresh_.Request(RefreshDelayMilliseconds);
 }
 
-/// Brings the drive list up to date; the user's drive stays selected as long as it is listed.
+/// Brings the drive list up to date; the user's drive stays selected as long as it is listed, and is again as soon as
+/// it comes back.
 void frmRestaureCD::MAJListeCDetUSB() {
     Guarded(L"MAJListeCDetUSB, module frmRestaureCD", [this] {
         std::vector<std::wstring> lines = DriveLines(app_);
@@ -124,7 +127,7 @@ void frmRestaureCD::MAJListeCDetUSB() {
         const std::wstring root = SelectedRoot();
         driveLines_ = std::move(lines);
         lstDrive.SetItems(driveLines_);
-        SelectRoot(root);
+        if (!SelectRoot(chosenRoot_)) SelectRoot(root);
     });
 }
 
@@ -132,11 +135,14 @@ std::wstring frmRestaureCD::SelectedRoot() const {
     return RootOfLine(lstDrive.Item(lstDrive.Selected()));
 }
 
-void frmRestaureCD::SelectRoot(const std::wstring& root) {
-    if (root.empty()) return;
+/// Selects a drive's line. Gives whether it has one.
+bool frmRestaureCD::SelectRoot(const std::wstring& root) {
+    if (root.empty()) return false;
     const auto line = std::find_if(driveLines_.begin(), driveLines_.end(),
                                    [&](const std::wstring& candidate) { return RootOfLine(candidate) == root; });
-    if (line != driveLines_.end()) lstDrive.Select(static_cast<int>(line - driveLines_.begin()));
+    if (line == driveLines_.end()) return false;
+    lstDrive.Select(static_cast<int>(line - driveLines_.begin()));
+    return true;
 }
 
 void frmRestaureCD::lstDrive_Click() {
@@ -146,29 +152,42 @@ void frmRestaureCD::lstDrive_Click() {
             MAJListeCDetUSB();
             lstDrive.Select(0);
         }
+        chosenRoot_ = SelectedRoot();
         MAJListeFich();
         TickAll(true);
     });
     isBusy_ = false;
 }
 
-/// Follows the devices: what the user ticked stays as long as the same medium is there.
+/// Follows the devices: what the user ticked stays as long as the same medium is there, and comes back with it.
 void frmRestaureCD::RefreshLists() {
     if (isRestoring_) return;
     if (isBusy_) {
         DevicesChanged();
         return;
     }
+    BringListsUpToDate();
+}
+
+/// Gives whether it could be done; a failure is reported.
+bool frmRestaureCD::BringListsUpToDate() {
     isBusy_ = true;
-    Guarded(L"RefreshLists, module frmRestaureCD", [this] {
+    const bool isDone = Guarded(L"RefreshLists, module frmRestaureCD", [this] {
         MAJListeCDetUSB();
         if (lstDrive.Selected() < 0) lstDrive.Select(0);
-        InsertedMedium medium = LookAtChosenMedium();
-        if (medium.print == shownMedium_) return;
-        ShowMedium(std::move(medium));
-        TickAll(true);
+        FollowMedium(LookAtChosenMedium());
+        return true;
     });
     isBusy_ = false;
+    return isDone;
+}
+
+void frmRestaureCD::FollowMedium(InsertedMedium medium) {
+    if (medium.print == shownMedium_) return;
+    ShowMedium(std::move(medium));
+    if (!tickMemory_.GiveBack(shownMedium_, rows_)) rows_.TickAll(true);
+    lvFichiersRepertoires.Redraw();
+    EnableLaunch();
 }
 
 void frmRestaureCD::MAJListeFich() {
@@ -182,6 +201,7 @@ InsertedMedium frmRestaureCD::LookAtChosenMedium() const {
 }
 
 void frmRestaureCD::ShowMedium(InsertedMedium medium) {
+    tickMemory_.Keep(shownMedium_, rows_);
     rows_.Clear();
     lvFichiersRepertoires.RowsChanged();
     shownMedium_ = medium.print;
@@ -217,6 +237,7 @@ void frmRestaureCD::FillRows(const InsertedMedium& medium) {
 }
 
 void frmRestaureCD::ShowNoMedium() {
+    tickMemory_.Keep(shownMedium_, rows_);
     rows_.Clear();
     shownMedium_ = {};
     lvFichiersRepertoires.RowsChanged();
@@ -227,6 +248,7 @@ void frmRestaureCD::ShowNoMedium() {
 void frmRestaureCD::lvFichiersRepertoires_ItemCheck(int row) {
     Guarded(L"lvFichiersRepertoires_ItemCheck, module frmRestaureCD", [&] {
         if (isRestoring_) return;
+        chosenRoot_ = SelectedRoot();
         rows_.Toggle(row);
         lvFichiersRepertoires.RedrawRow(row);
         EnableLaunch();
@@ -234,11 +256,17 @@ void frmRestaureCD::lvFichiersRepertoires_ItemCheck(int row) {
 }
 
 void frmRestaureCD::cmdToutSelectionner_Click() {
-    Guarded(L"cmdToutSelectionner_Click, module frmRestaureCD", [this] { TickAll(true); });
+    Guarded(L"cmdToutSelectionner_Click, module frmRestaureCD", [this] {
+        chosenRoot_ = SelectedRoot();
+        TickAll(true);
+    });
 }
 
 void frmRestaureCD::cmdToutDeselectionner_Click() {
-    Guarded(L"cmdToutDeselectionner_Click, module frmRestaureCD", [this] { TickAll(false); });
+    Guarded(L"cmdToutDeselectionner_Click, module frmRestaureCD", [this] {
+        chosenRoot_ = SelectedRoot();
+        TickAll(false);
+    });
 }
 
 void frmRestaureCD::TickAll(bool isTicked) {
@@ -253,12 +281,15 @@ void frmRestaureCD::EnableLaunch() {
 
 void frmRestaureCD::cmdLancerRestauration_Click() {
     Guarded(L"cmdLancerRestauration_Click, module frmRestaureCD", [this] {
-        if (static_cast<double>(app_.archiveSizeBytes) >= app_.dblEspaceDisponible) {
+        const InsertedMedium::Print medium = shownMedium_;
+        chosenRoot_ = medium.root;
+        if (!IsStillThere(medium)) return;
+        if (static_cast<double>(medium.archiveSizeBytes) >= app_.dblEspaceDisponible) {
             app_.ShowMessage(TextId::RestoreWorkSpaceTooSmall, TextId::CapacityReachedTitle, box::Critical);
             return;
         }
         const std::unique_ptr<Hold> awake = app_.machine.system.KeepAwake();
-        if (OpenArchive()) Restore();
+        if (OpenArchive(medium)) Restore();
     });
     if (!IsLoaded() || !std::exchange(isRestoring_, false)) return;
     // A restore that failed as a whole gives the window back, and the lists follow the devices again.
@@ -267,16 +298,25 @@ void frmRestaureCD::cmdLancerRestauration_Click() {
     EnableLaunch();
 }
 
-/// Asks for the password until the outer archive opens with it. False when the user gives up.
-bool frmRestaureCD::OpenArchive() {
-    for (;;) {
-        if (!modGestionMotPasse::DemanderMotPasse(app_, this, PasswordMode::Entry) || !IsLoaded()) return false;
-        // The lists follow the devices while the user types: what is opened is the medium that is shown now.
-        if (modGestionRestaure::UnZipOkrBackup(app_, SelectedRoot(), ArchiveName) != modGestionRestaure::WrongPassword)
+/// Whether the medium is still the one in its drive. When it is not, the lists show what is: that is for the user to
+/// look at before anything is restored from it.
+bool frmRestaureCD::IsStillThere(const InsertedMedium::Print& medium) {
+    return medium.content == InsertedMedium::Content::Backup && BringListsUpToDate() && IsLoaded() &&
+           shownMedium_ == medium;
+}
+
+/// Asks for the password until the outer archive opens with it. False when the user gives up, and when the medium went
+/// or another one came while a dialog or a message let the devices be followed.
+bool frmRestaureCD::OpenArchive(const InsertedMedium::Print& medium) {
+    while (IsLoaded()) {
+        if (!modGestionMotPasse::DemanderMotPasse(app_, this, PasswordMode::Entry)) return false;
+        if (!IsLoaded() || !IsStillThere(medium)) return false;
+        if (modGestionRestaure::UnZipOkrBackup(app_, medium.root, ArchiveName) != modGestionRestaure::WrongPassword)
             return true;
         ResetWorkFolder(app_);
         app_.ShowMessage(TextId::WrongPassword, TextId::PasswordRefusedTitle, box::Exclamation);
     }
+    return false;
 }
 
 void frmRestaureCD::Restore() {
@@ -323,7 +363,10 @@ void frmRestaureCD::mnuRaffraichir_Rafraichir_Click() {
     Guarded(L"mnuRaffraichir_Rafraichir_Click, module frmRestaureCD", [this] {
         MAJListeCDetUSB();
         // A drive that is no longer listed takes its rows with it.
-        if (lstDrive.Selected() < 0) ShowNoMedium();
+        if (lstDrive.Selected() < 0)
+            ShowNoMedium();
+        else if (SelectedRoot() != shownMedium_.root)
+            FollowMedium(LookAtChosenMedium());
     });
     isBusy_ = false;
 }

@@ -3,6 +3,7 @@
 #include "platform/System.h"
 #include "restore/InsertedMedium.h"
 #include "restore/RestoreRows.h"
+#include "restore/TickMemory.h"
 #include "restore/forms/frmRestaureCDIds.h"
 #include "shell/MainWindow.h"
 #include "shell/forms/ApplicationForm.h"
@@ -66,15 +67,18 @@ class frmRestaureCD final : public ApplicationForm {
     void cmdFermer_Click();
 
     std::wstring SelectedRoot() const;
-    void SelectRoot(const std::wstring& root);
+    bool SelectRoot(const std::wstring& root);
     void RefreshLists();
+    bool BringListsUpToDate();
+    void FollowMedium(InsertedMedium medium);
     InsertedMedium LookAtChosenMedium() const;
     void ShowMedium(InsertedMedium medium);
     void FillRows(const InsertedMedium& medium);
     void ShowNoMedium();
     void TickAll(bool isTicked);
     void EnableLaunch();
-    bool OpenArchive();
+    bool IsStillThere(const InsertedMedium::Print& medium);
+    bool OpenArchive(const InsertedMedium::Print& medium);
     void Restore();
     void ReportUnfitRows();
 
@@ -89,6 +93,8 @@ class frmRestaureCD final : public ApplicationForm {
     RestoreRows rows_;
     ShownRows shownRows_{*this};
     InsertedMedium::Print shownMedium_;
+    TickMemory tickMemory_;
+    std::wstring chosenRoot_; ///< the drive that the user works with, there or not
     std::vector<std::wstring> driveLines_;
     ui::WindowProcedureHook hook_;
     ui::DelayedCall refresh_;
