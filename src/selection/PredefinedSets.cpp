@@ -163,6 +163,7 @@ void PredefinedSets::AjouteToListAndArray(const std::wstring& path, bool isFolde
 void PredefinedSets::AddItem(const clsFileInfo& probe, std::int32_t setIndex) {
     const auto set = static_cast<std::size_t>(setIndex);
     const bool isFolder = probe.lngType == KindFolder;
+    if (!leftOut_.MayAdd(probe.strNom)) return;
     if (content_.collection->ContainsItem(probe)) {
         // The row belongs to the last set that named it. A folder that the user added reads "\*.*" and stays theirs.
         if (SelectionRow* row = content_.rows.Find(probe.strNom); row != nullptr) {

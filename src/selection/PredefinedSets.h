@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Currency.h"
+#include "selection/LeftOutItems.h"
 #include "selection/LongWork.h"
 #include "selection/SelectionRows.h"
 #include "selection/SetTable.h"
@@ -28,8 +29,8 @@ struct SelectionContent {
 /// failure is reported under the procedure's label; what was done before it stays.
 class PredefinedSets {
   public:
-    PredefinedSets(Application& app, SelectionContent& content, LongWork& work)
-        : app_(app), content_(content), work_(work) {}
+    PredefinedSets(Application& app, SelectionContent& content, LongWork& work, LeftOutItems& leftOut)
+        : app_(app), content_(content), work_(work), leftOut_(leftOut) {}
 
     /// Full paths of a set's list files on this system, in the order in which they are read.
     std::vector<std::wstring> ListFiles(std::int32_t setIndex) const;
@@ -60,4 +61,5 @@ class PredefinedSets {
     Application& app_;
     SelectionContent& content_;
     LongWork& work_;
+    LeftOutItems& leftOut_;
 };

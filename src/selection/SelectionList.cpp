@@ -22,7 +22,8 @@ bool IsFolderPattern(const std::wstring& path) {
 } // namespace
 
 SelectionList::SelectionList(Application& app, SelectionEvents& events, SelectionView& view)
-    : app_(app), events_(events), view_(view), work_(app, [this] { ShowChanges(); }), sets_(app, content_, work_) {
+    : app_(app), events_(events), view_(view), work_(app, [this] { ShowChanges(); }), leftOut_(app),
+      sets_(app, content_, work_, leftOut_) {
     content_.collection = std::make_shared<clsColFileInfo>(app);
 }
 
@@ -31,7 +32,9 @@ template<typename Steps>
 void SelectionList::Change(const wchar_t* procedure, Steps&& steps) {
     if (!work_.IsRunning()) content_.rows.Select(view_.SelectedRow());
     work_.Run([&] { Guarded(app_, procedure, steps); });
-    if (!work_.IsRunning()) ShowChanges();
+    if (work_.IsRunning()) return;
+    ShowChanges();
+    leftOut_.Report();
 }
 
 void SelectionList::ShowChanges() {
@@ -96,13 +99,16 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
         const std::int32_t selectedBefore = content_.rows.Selected();
         const std::int32_t shownBefore = content_.shownRow;
         const bool isPattern = IsFolderPattern(sChemin);
-        if (isPattern) {
-            hasLastRow = AddPatternRows(sChemin, lngCouleur) > 0;
-        } else {
+        if (!isPattern) {
             if (sChemin.find(L"*.*") != std::wstring::npos) probe.strNom = Without(sChemin, AllFiles);
             const bool isFolder = app_.machine.files.IsDirectory(probe.strNom);
             if (isFolder) probe = {WithoutTrailingBackslash(probe.strNom), KindFolder, {}};
-            AddRow(probe.strNom, isFolder, lngCouleur);
+        }
+        if (!leftOut_.MayAdd(probe.strNom)) return;
+        if (isPattern) {
+            hasLastRow = AddPatternRows(sChemin, lngCouleur) > 0;
+        } else {
+            AddRow(probe.strNom, probe.lngType == KindFolder, lngCouleur);
         }
         if (content_.collection->ContainsItem(probe)) {
             if (hasLastRow) content_.rows.Remove(RowCount() - 1);
@@ -146,12 +152,13 @@ void SelectionList::AddFiles(const std::wstring& folder, const std::vector<std::
 std::wstring SelectionList::AddFolder(const std::wstring& path) {
     std::wstring parent;
     Change(L"cmdAjouterRep_Click, module frmBackupCD", [&] {
+        if (path.empty()) return;
         if (IsDiskRoot(path)) {
             app_.ShowMessage(TextId::RootRefused, TextId::RootRefusedTitle, box::Exclamation);
             return;
         }
         AjouterFichRep(path, 0, true);
-        parent = FolderPart(path);
+        if (leftOut_.IsEmpty()) parent = FolderPart(path);
     });
     return parent;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Currency.h"
+#include "selection/LeftOutItems.h"
 #include "selection/LongWork.h"
 #include "selection/PredefinedSets.h"
 #include "selection/SelectionRows.h"
@@ -79,8 +80,8 @@ class SelectionList {
     void AjouterFichRep(const std::wstring& sChemin, std::int32_t lngCouleur, bool blnAjouterCollection);
     /// Adds files of a folder, under the hourglass.
     void AddFiles(const std::wstring& folder, const std::vector<std::wstring>& names);
-    /// Adds a folder and gives the one above it, to which the folder list moves. A disk root is refused with a message
-    /// and gives nothing.
+    /// Adds a folder and gives the one above it, to which the folder list moves. Gives nothing for a folder that was
+    /// not taken: a disk root, refused with a message, one that a list cannot record, or none at all.
     std::wstring AddFolder(const std::wstring& path);
     /// Adds dropped paths up to the first disk root, which is refused with a message.
     void AddDropped(const std::vector<std::wstring>& paths);
@@ -116,6 +117,7 @@ class SelectionList {
     SelectionView& view_;
     SelectionContent content_;
     LongWork work_;
+    LeftOutItems leftOut_;
     PredefinedSets sets_;
     std::array<SetBox, SetCount> boxes_ = {};
     bool blnTraiterClicSet_ = true;

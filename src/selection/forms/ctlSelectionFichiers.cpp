@@ -125,6 +125,8 @@ void ctlSelectionFichiers::dlbSelectRep_Click() {
         const auto row = static_cast<std::size_t>(dlbSelectRep.Selected());
         if (row < browser_.Folders().size()) OpenFolder(browser_.Folders()[row].path);
     });
+    // What is highlighted is what would be added, also after a folder that could not be opened.
+    if (!browser_.Path().empty()) dlbSelectRep.Select(static_cast<int>(browser_.OpenIndex()));
 }
 
 void ctlSelectionFichiers::dlbSelectRep_Change() {
