@@ -32,5 +32,6 @@ void LeftOutItems::Report() {
     for (std::size_t at = 0; at < std::min(paths.size(), MostShown); ++at) names += paths[at] + L"\n";
     if (paths.size() > MostShown)
         names += ReplaceAll(app_.Text(TextId::AndMoreItems), L"%1", std::to_wstring(paths.size() - MostShown)) + L"\n";
-    app_.ShowMessage(ReplaceAll(app_.Text(TextId::ItemsLeftOut), L"%1", names), TextId::ItemsLeftOutTitle, box::Exclamation);
+    app_.ShowMessage(ReplaceAll(app_.Text(TextId::ItemsLeftOut), L"%1", names), TextId::ItemsLeftOutTitle,
+                     box::Exclamation);
 }

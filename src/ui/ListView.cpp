@@ -1,5 +1,7 @@
 #include "ui/ListView.h"
 
+#include "ui/LongCells.h"
+
 #include <algorithm>
 
 namespace ui {
@@ -8,6 +10,7 @@ void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
     rows_ = &rows;
     hasTicks_ = hasTicks;
     columnCount_ = 0;
+    firstHiddenColumn_ = 0;
     const LPARAM styles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP | LVS_EX_LABELTIP |
                           (hasTicks ? LVS_EX_CHECKBOXES : 0);
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, static_cast<WPARAM>(styles), styles);
@@ -25,10 +28,11 @@ void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
                   [this](NMHDR& header) { return Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(header)); });
     form.OnNotify(Id(), LVN_GETINFOTIPW, [this](NMHDR& header) -> LRESULT {
         auto& tip = reinterpret_cast<NMLVGETINFOTIPW&>(header);
-        const std::wstring text = rows_->ToolTip(tip.iItem);
+        const std::wstring text = TipOf(tip.iItem);
         if (!text.empty() && tip.cchTextMax > 0) lstrcpynW(tip.pszText, text.c_str(), tip.cchTextMax);
         return 0;
     });
+    KeepHiddenColumnsShut();
     if (!hasTicks) return;
     // The second of two quick clicks comes as a double click; on a tick box it counts like the first.
     for (const UINT click : {NM_CLICK, NM_DBLCLK}) {
@@ -55,6 +59,65 @@ void ListView::AddColumn(const std::wstring& title, int widthTwips) {
     column.pszText = text.data();
     column.cx = PixelsFromTwips(widthTwips, Handle());
     Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(columnCount_++), reinterpret_cast<LPARAM>(&column));
+    firstHiddenColumn_ = columnCount_;
+}
+
+void ListView::AddHiddenColumn() {
+    LVCOLUMNW column{};
+    std::wstring noTitle;
+    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+    column.pszText = noTitle.data();
+    column.fmt = LVCFMT_LEFT | LVCFMT_FIXED_WIDTH;
+    Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(columnCount_++), reinterpret_cast<LPARAM>(&column));
+}
+
+/// A fixed width is something that only Windows Vista and later know of, and only against the mouse.
+void ListView::KeepHiddenColumnsShut() {
+    const auto refuse = [this](NMHDR& header) -> LRESULT {
+        const auto& change = reinterpret_cast<NMHEADERW&>(header);
+        const bool isOurs = GetParent(header.hwndFrom) == Handle();
+        return isOurs && change.iItem >= firstHiddenColumn_ ? TRUE : FALSE;
+    };
+    // The view passes on what its header says; that has no number of its own.
+    for (const UINT code : {HDN_BEGINTRACKW, HDN_BEGINTRACKA, HDN_DIVIDERDBLCLICKW, HDN_DIVIDERDBLCLICKA})
+        Owner().OnNotify(0, code, refuse);
+    for (const UINT code : {HDN_ITEMCHANGINGW, HDN_ITEMCHANGINGA}) {
+        Owner().OnNotify(0, code, [refuse](NMHDR& header) -> LRESULT {
+            const HDITEMW* item = reinterpret_cast<NMHEADERW&>(header).pitem;
+            const bool isWidened = item != nullptr && (item->mask & HDI_WIDTH) != 0 && item->cxy != 0;
+            return isWidened ? refuse(header) : FALSE;
+        });
+    }
+}
+
+void ListView::SetColumnWidth(int column, int width) {
+    Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0));
+}
+
+void ListView::FillWidth(int column) {
+    RECT inner{};
+    GetClientRect(Handle(), &inner);
+    int rest = inner.right;
+    // The bar that comes with many rows takes its room from the same width.
+    if ((GetWindowLongPtrW(Handle(), GWL_STYLE) & WS_VSCROLL) == 0) rest -= GetSystemMetrics(SM_CXVSCROLL);
+    for (int other = 0; other < columnCount_; ++other) {
+        if (other != column) rest -= ColumnWidth(other);
+    }
+    if (rest > 0) SetColumnWidth(column, rest);
+}
+
+void ListView::WidenFor(int column, const std::wstring& text) {
+    const int tickWidth = hasTicks_ && column == 0 ? 2 * GetSystemMetrics(SM_CXSMICON) : 0;
+    const int margins = GetSystemMetrics(SM_CXSMICON);
+    const int needed =
+        static_cast<int>(Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str()))) + tickWidth + margins;
+    if (ColumnWidth(column) < needed) SetColumnWidth(column, needed);
+}
+
+/// What the row has to say; else a text of it that the view cannot show whole.
+std::wstring ListView::TipOf(int row) const {
+    const std::wstring tip = rows_->ToolTip(row);
+    return tip.empty() ? LongTextOf(*rows_, row, columnCount_) : tip;
 }
 
 void ListView::RowsChanged() {
@@ -138,9 +201,17 @@ LRESULT ListView::Draw(NMLVCUSTOMDRAW& draw) const {
         if (rows_ == nullptr || row >= rows_->Count()) return CDRF_DODEFAULT;
         const RowStyle style = rows_->Style(row);
         if (style.color != 0) draw.clrText = style.color;
-        if (!style.isBold) return CDRF_DODEFAULT;
+        const LRESULT then = LongTextOf(*rows_, row, columnCount_).empty() ? 0 : CDRF_NOTIFYPOSTPAINT;
+        if (!style.isBold) return CDRF_DODEFAULT | then;
         SelectObject(draw.nmcd.hdc, boldFont_.Get());
-        return CDRF_NEWFONT;
+        return CDRF_NEWFONT | then;
+    }
+    case CDDS_ITEMPOSTPAINT: {
+        const auto row = static_cast<int>(draw.nmcd.dwItemSpec);
+        if (rows_ == nullptr || row >= rows_->Count()) return CDRF_DODEFAULT;
+        HFONT font = rows_->Style(row).isBold ? boldFont_.Get() : reinterpret_cast<HFONT>(Send(WM_GETFONT));
+        DrawLongCells(Handle(), draw, *rows_, columnCount_, font);
+        return CDRF_DODEFAULT;
     }
     default:
         return CDRF_DODEFAULT;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Controls.h"
+#include "ui/ListViewRows.h"
 #include "ui/Subclass.h"
 #include "win32/UniqueHandle.h"
 
@@ -13,22 +14,6 @@
 
 namespace ui {
 
-struct RowStyle {
-    COLORREF color = 0;
-    bool isBold = false;
-};
-
-/// What a list view shows; asked row by row, only for what is on the screen. Rows and columns count from 0.
-class ListViewRows {
-  public:
-    virtual ~ListViewRows() = default;
-    virtual int Count() const = 0;
-    virtual std::wstring Cell(int row, int column) const = 0;
-    virtual RowStyle Style(int) const { return {}; }
-    virtual bool IsTicked(int) const { return false; }
-    virtual std::wstring ToolTip(int) const { return {}; }
-};
-
 /// A list view in report style that holds no rows of its own.
 class ListView : public Control {
   public:
@@ -39,6 +24,12 @@ class ListView : public Control {
     /// Connects the view with its rows, which must outlive it, once the form is loaded.
     void Attach(const ListViewRows& rows, bool hasTicks);
     void AddColumn(const std::wstring& title, int widthTwips);
+    /// Adds a column for the program alone: it has no width, and no drag or double click gives it one.
+    void AddHiddenColumn();
+    /// Gives a column all the width that the others leave.
+    void FillWidth(int column);
+    /// Makes a column wide enough for a text, where it is not.
+    void WidenFor(int column, const std::wstring& text);
     /// Asks for the number of rows again and repaints; selection and place are kept where they can be.
     void RowsChanged();
     void Redraw();
@@ -57,6 +48,12 @@ class ListView : public Control {
 
   private:
     void TurnPageTo(int row);
+    int ColumnWidth(int column) const {
+        return static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+    }
+    void SetColumnWidth(int column, int width);
+    void KeepHiddenColumnsShut();
+    std::wstring TipOf(int row) const;
     LRESULT FillItem(NMLVDISPINFOW& info) const;
     LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
     void TakeDrop(HDROP drop);
@@ -64,6 +61,7 @@ class ListView : public Control {
     const ListViewRows* rows_ = nullptr;
     bool hasTicks_ = false;
     int columnCount_ = 0;
+    int firstHiddenColumn_ = 0; ///< none when it is the number of columns
     UniqueFont boldFont_;
     mutable std::wstring cellText_;
     std::function<void(int)> onTick_;

@@ -24,6 +24,7 @@ constexpr std::array Captions = {
     Caption{IDC_lblListName, TextId::PathHeader},
 };
 
+constexpr int PathColumn = 0;
 constexpr int KindWidthTwips = 1400;
 constexpr int ScrollBarWidthTwips = 400;
 
@@ -95,9 +96,27 @@ void frmRestaureCD::InitCaptions() {
                                         lvFichiersRepertoires.Bounds().width - KindWidthTwips - ScrollBarWidthTwips);
         lvFichiersRepertoires.AddColumn(Text(TextId::TypeHeader), KindWidthTwips);
         // The kind's number and the inner archive's name are for the program.
-        lvFichiersRepertoires.AddColumn(L"", 0);
-        lvFichiersRepertoires.AddColumn(L"", 0);
+        lvFichiersRepertoires.AddHiddenColumn();
+        lvFichiersRepertoires.AddHiddenColumn();
+        anchors_.Take({{IDC_lstDrive, true, true, true, false},
+                       {IDC_lvFichiersRepertoires, true, true, true, true},
+                       {IDC_cmdToutSelectionner, true, false, false, true},
+                       {IDC_cmdToutDeselectionner, true, false, false, true},
+                       {IDC_cmdLancerRestauration, false, false, true, true},
+                       {IDC_cmdFermer, false, false, true, true}});
     });
+}
+
+std::optional<LRESULT> frmRestaureCD::OnMessage(UINT message, WPARAM, LPARAM lParam) {
+    if (message == WM_GETMINMAXINFO) {
+        anchors_.Limit(*reinterpret_cast<MINMAXINFO*>(lParam));
+        return 0;
+    }
+    if (message == WM_SIZE) {
+        anchors_.Apply();
+        lvFichiersRepertoires.FillWidth(PathColumn);
+    }
+    return std::nullopt;
 }
 
 bool frmRestaureCD::OnClosing() {
@@ -215,6 +234,7 @@ void frmRestaureCD::FillRows(const InsertedMedium& medium) {
     switch (medium.print.content) {
     case InsertedMedium::Content::NoBackup:
         rows_.ShowNoBackup(Text(medium.isCdRom ? TextId::NoBackupOnCdRom : TextId::NoBackupOnDisk));
+        lvFichiersRepertoires.WidenFor(PathColumn, rows_.Cell(0, PathColumn));
         return;
     case InsertedMedium::Content::OlderFormat:
         app_.ShowMessage(TextId::OlderBackupFormat, TextId::BackupTitle, box::Critical);

@@ -7,11 +7,13 @@
 #include "restore/forms/frmRestaureCDIds.h"
 #include "shell/MainWindow.h"
 #include "shell/forms/ApplicationForm.h"
+#include "ui/Anchors.h"
 #include "ui/DelayedCall.h"
 #include "ui/ListView.h"
 #include "ui/WindowProcedureHook.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +37,7 @@ class frmRestaureCD final : public ApplicationForm {
     void OnLoad() override;
     bool OnClosing() override;
     void OnUnload() override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   private:
     /// The rows as the list view shows them.
@@ -96,6 +99,7 @@ class frmRestaureCD final : public ApplicationForm {
     TickMemory tickMemory_;
     std::wstring chosenRoot_; ///< the drive that the user works with, there or not
     std::vector<std::wstring> driveLines_;
+    ui::Anchors anchors_{*this};
     ui::WindowProcedureHook hook_;
     ui::DelayedCall refresh_;
     bool isBusy_ = false;

@@ -63,7 +63,7 @@ void ctlSelectionFichiers::InitCaptions() {
         const int rest = lvFichRep.Bounds().width - NumberWidthTwips - TypeWidthTwips - ScrollBarWidthTwips;
         lvFichRep.AddColumn(Text(TextId::PathHeader), rest);
         lvFichRep.AddColumn(Text(TextId::TypeHeader), TypeWidthTwips);
-        lvFichRep.AddColumn(L"", 0);
+        lvFichRep.AddHiddenColumn();
     });
 }
 
