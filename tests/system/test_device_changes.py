@@ -79,6 +79,36 @@ class DeviceChangeTest(SystemTest):
         self.wait_drives(restore, "E:\\")
         self.assertEqual(self.ticks(restore), [False, True, True])
 
+    def test_a_disk_that_blinks_comes_back_with_its_ticks(self):
+        self.medium("e", [rf"C:\Donnees\{number}.txt,32,Zip{number:04d}" for number in range(1, 4)], "CLIGNOTE")
+        program = self.start()
+        restore = self.open_restore(program)
+        self.wait_rows(restore, 3)
+        self.untick_first(restore)
+        self.go(program, restore, "e")
+        self.wait_rows(restore, 2)
+        self.come(program, restore, "e")
+        self.wait_rows(restore, 3)
+        self.assertEqual(self.ticks(restore), [False, True, True])
+
+    def test_a_disk_that_goes_while_the_password_is_asked_for_means_back_to_the_list(self):
+        self.medium("e", [r"C:\Donnees\a.txt,32,Zip0001"], "PART")
+        program = self.start()
+        restore = self.open_restore(program)
+        self.wait_rows(restore, 1)
+        restore.press("cmdLancerRestauration")
+        program.window("frmMotPasse")
+        self.go(program, restore, "e")
+        self.give_password(program)
+        restore = program.window("frmRestaureCD")
+        restore.wait_enabled("lstDrive")
+        self.wait_rows(restore, 2)
+        self.assertFalse(restore.control("cmdLancerRestauration").enabled)
+        self.assertIsNone(program.find_message_box())
+        restore.press("cmdFermer")
+        program.main_window().press("cmdSortie")
+        self.assertEqual(program.wait_exit(), 0)
+
     def untick_first(self, restore):
         restore.key("lvFichiersRepertoires", 0x24)  # Home
         restore.key("lvFichiersRepertoires", VK_SPACE)

@@ -221,6 +221,15 @@ TEST_F(Archiver, FailingArchiverCountsAsDone) {
     EXPECT_TRUE(Copy());
 }
 
+TEST_F(Archiver, ExitCodeOfAFoldersRunIsIgnored) {
+    items.Add(L"C:\\Mes documents", KindFolder);
+    items.Add(L"C:\\Data\\a.txt", KindFile);
+    machine.processes.exitCodes = {2, 2, 0, 0};
+    EXPECT_TRUE(Copy());
+    EXPECT_EQ(innerArchives, 2);
+    EXPECT_TRUE(machine.messageBoxes.shown.empty());
+}
+
 TEST_F(Archiver, ArchiveOfMoreThanTwoGigabytesKeepsItsSize) {
     items.Add(L"C:\\Data\\a.txt", KindFile);
     const auto archive = machine.processes.effect;

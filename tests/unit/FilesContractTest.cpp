@@ -174,11 +174,11 @@ TYPED_TEST(FilesContract, CreatingAFolderThatIsThereIsError75) {
 
 TYPED_TEST(FilesContract, ContentsAreTheDirectEntries) {
     this->Put(L"b.txt", "");
-    this->Put(L".hidden", "");
+    for (const wchar_t* name : {L".hidden", L"..b", L"...c"}) this->Put(name, "");
     this->files_.CreateFolder(this->Path(L"sub"));
     this->Put(L"sub\\deep", "");
     const FolderContents contents = this->files_.Contents(this->bench_.root);
-    EXPECT_THAT(contents.files, UnorderedElementsAre(L"b.txt", L".hidden"));
+    EXPECT_THAT(contents.files, UnorderedElementsAre(L"b.txt", L".hidden", L"..b", L"...c"));
     EXPECT_THAT(contents.folders, ElementsAre(L"sub"));
     EXPECT_THAT(this->files_.Contents(this->Path(L"sub\\")).files, ElementsAre(L"deep"));
 }

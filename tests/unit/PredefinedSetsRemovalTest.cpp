@@ -169,4 +169,16 @@ TEST_F(PredefinedSetsTest, RemovingAllRunsTheClicksOfTheCheckedBoxesOnAnEmptyLis
     EXPECT_EQ(Rows(), (Texts{L"!C:\\Data\\a.dat|file|1"}));
 }
 
+TEST_F(PredefinedSetsTest, SetTickedAgainAfterItsRowsWentByHandCountsItsItemsAnew) {
+    AddListFile(L"qamor.lst", {L"C:\\Data\\a.dat", L"C:\\Data\\b.dat"});
+    list.LoadSets();
+    list.DetruireItem(1);
+    list.DetruireItem(0);
+    ASSERT_EQ(Box(1).state, BoxState::Unchecked);
+    ASSERT_EQ(list.ItemsAdded(1), 2);
+    list.ClickBox(1);
+    EXPECT_EQ(list.ItemsAdded(1), 2);
+    EXPECT_EQ(list.ItemsLeft(1), 2);
+}
+
 } // namespace
