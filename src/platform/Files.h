@@ -41,6 +41,9 @@ class Files {
     virtual bool IsDirectory(const std::wstring& path) const = 0;
     virtual std::uint64_t FileSize(const std::wstring& path) const = 0;
     virtual FolderContents Contents(const std::wstring& folder) const = 0;
+    /// Of the contents, what the user's Explorer shows: no link, nothing that is hidden and of the system, and what is
+    /// merely hidden only when the user has asked to see it. Throws as `Contents`.
+    virtual FolderContents ShownContents(const std::wstring& folder) const = 0;
     /// Names, files and folders alike ("." and ".." left out), that match a pattern such as "C:\Data\Rep*".
     virtual std::vector<std::wstring> Find(const std::wstring& pattern) const = 0;
     /// Files and bytes below a folder, sub-folders included. Names that begin with "." are skipped, links are not

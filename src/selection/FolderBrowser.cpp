@@ -47,7 +47,7 @@ bool IsLabelRead(DriveType type) {
 
 void FolderBrowser::Open(const std::wstring& path) {
     const std::wstring opened = WithoutTrailingBackslash(IsDrive(path) ? path + L'\\' : path);
-    FolderContents contents = files_.Contents(opened);
+    FolderContents contents = files_.ShownContents(opened);
     std::vector<BrowsedFolder> folders = WayTo(opened);
     openIndex_ = folders.size() - 1;
     const int level = static_cast<int>(folders.size());

@@ -15,15 +15,16 @@ struct BrowsedFolder {
     int level = 0; ///< 0 for the disk root
 };
 
-/// The folder in which the user looks around: its way down from the disk root, the folders and the files in it.
+/// The folder in which the user looks around: its way down from the disk root, the folders and the files in it, as far
+/// as the user's Explorer would show them. What is added to a backup is not cut down by that.
 class FolderBrowser {
   public:
     explicit FolderBrowser(const Files& files) : files_(files) {}
 
     /// The open folder; empty before the first one was opened.
     const std::wstring& Path() const { return path_; }
-    /// Opens a folder, or the root of a drive ("D:"). Throws the errors of `Files::Contents` and then stays where it
-    /// was.
+    /// Opens a folder, or the root of a drive ("D:"). Throws the errors of `Files::ShownContents` and then stays where
+    /// it was.
     void Open(const std::wstring& path);
 
     /// The open folder with the folders above it and below, each above what it holds.

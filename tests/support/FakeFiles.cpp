@@ -170,6 +170,17 @@ FolderContents FakeFiles::Contents(const std::wstring& folder) const {
     return contents;
 }
 
+FolderContents FakeFiles::ShownContents(const std::wstring& folder) const {
+    CheckFailure(folder);
+    if (!FolderExists(folder)) throw RuntimeError(ErrorNumber::PathNotFound);
+    FolderContents contents;
+    ForEachIn(KeyOf(folder), [&](const std::wstring&, const Entry& entry) {
+        if (entry.isLink || entry.isHiddenForTheSystem || (entry.isHidden && !areHiddenShown)) return;
+        (entry.isFolder ? contents.folders : contents.files).push_back(NameOf(entry.path));
+    });
+    return contents;
+}
+
 std::vector<std::wstring> FakeFiles::Find(const std::wstring& pattern) const {
     std::vector<std::wstring> names;
     const std::wstring wanted = UpperCase(NameOf(pattern));

@@ -19,6 +19,11 @@ class FakeFiles : public Files {
     void Remove(const std::wstring& path);
 
     void SetReadOnly(const std::wstring& path, bool isReadOnly = true);
+    /// Marks an entry that is there as hidden, or as hidden and of the system, or as a link.
+    void Hide(const std::wstring& path) { entries_.at(KeyOf(path)).isHidden = true; }
+    void HideForTheSystem(const std::wstring& path) { entries_.at(KeyOf(path)).isHiddenForTheSystem = true; }
+    void MakeLink(const std::wstring& path) { entries_.at(KeyOf(path)).isLink = true; }
+    bool areHiddenShown = false; ///< the user has asked to see hidden files
     /// From now on every use of the entry fails with 70.
     void Deny(const std::wstring& path) { FailWith(path, ErrorNumber::PermissionDenied); }
     /// From now on every use of the path, there or not, fails with `number`.
@@ -37,6 +42,7 @@ class FakeFiles : public Files {
     bool IsDirectory(const std::wstring& path) const override;
     std::uint64_t FileSize(const std::wstring& path) const override;
     FolderContents Contents(const std::wstring& folder) const override;
+    FolderContents ShownContents(const std::wstring& folder) const override;
     std::vector<std::wstring> Find(const std::wstring& pattern) const override;
     FolderMeasure Measure(const std::wstring& folder, const std::function<void()>& stillMeasuring = {}) const override;
     std::string Read(const std::wstring& path) const override;
@@ -58,6 +64,9 @@ class FakeFiles : public Files {
         std::wstring path;
         bool isFolder = false;
         bool isReadOnly = false;
+        bool isHidden = false;
+        bool isHiddenForTheSystem = false;
+        bool isLink = false;
         std::string content;
         std::uint64_t sizeBytes = 0;
     };

@@ -39,6 +39,26 @@ TEST_F(FolderBrowserTest, ShowsTheWayDownAndTheFoldersInTheOpenOne) {
     EXPECT_EQ(browser.FileNames(), (Texts{L"Abc.txt", L"zèbre.txt"}));
 }
 
+TEST_F(FolderBrowserTest, ShowsNeitherLinksNorWhatIsHiddenForTheSystem) {
+    const std::wstring documents = L"C:\\Users\\agent\\Documents";
+    machine.files.AddFolder(documents + L"\\Mes images");
+    machine.files.AddFolder(documents + L"\\Lien");
+    machine.files.AddFile(documents + L"\\desktop.ini");
+    machine.files.AddFile(documents + L"\\cachette.txt");
+    machine.files.HideForTheSystem(documents + L"\\Mes images");
+    machine.files.HideForTheSystem(documents + L"\\desktop.ini");
+    machine.files.MakeLink(documents + L"\\Lien");
+    machine.files.Hide(documents + L"\\cachette.txt");
+    browser.Open(documents);
+    EXPECT_EQ(browser.Folders().size(), 6u);
+    EXPECT_EQ(browser.Folders().back().name, L"beta");
+    EXPECT_EQ(browser.FileNames(), (Texts{L"Abc.txt", L"zèbre.txt"}));
+    machine.files.areHiddenShown = true;
+    browser.Open(documents);
+    EXPECT_EQ(browser.Folders().size(), 6u);
+    EXPECT_EQ(browser.FileNames(), (Texts{L"Abc.txt", L"cachette.txt", L"zèbre.txt"}));
+}
+
 TEST_F(FolderBrowserTest, OpensTheRootOfADrive) {
     browser.Open(L"C:");
     EXPECT_EQ(browser.Path(), L"C:\\");

@@ -25,6 +25,11 @@ std::wstring WithoutTrailingBackslash(std::wstring path) {
     return path;
 }
 
+bool IsFolder(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 bool IsNothingFound(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_NO_MORE_FILES ||
            error == ERROR_INVALID_NAME;
@@ -112,6 +117,38 @@ void EmptyFolder(const std::wstring& folder) {
     }
 }
 
+/// Whether the user has asked Explorer to show hidden files and folders.
+bool AreHiddenEntriesShown() {
+    constexpr DWORD Shown = 1;
+    DWORD choice = 0;
+    DWORD bytes = sizeof choice;
+    const LSTATUS status =
+        RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Advanced", L"Hidden",
+                     RRF_RT_REG_DWORD, nullptr, &choice, &bytes);
+    return status == ERROR_SUCCESS && choice == Shown;
+}
+
+bool IsShown(const FolderSearch& search, bool areHiddenShown) {
+    const DWORD attributes = search.Entry().dwFileAttributes;
+    if (search.IsLink()) return false;
+    if ((attributes & FILE_ATTRIBUTE_HIDDEN) == 0) return true;
+    return areHiddenShown && (attributes & FILE_ATTRIBUTE_SYSTEM) == 0;
+}
+
+template<typename Filter>
+FolderContents ContentsThat(const std::wstring& folder, Filter&& isWanted) {
+    FolderSearch search(LongPath(Below(folder, L"*")));
+    FolderContents contents;
+    while (search.Next()) {
+        if (isWanted(search))
+            (search.IsFolder() ? contents.folders : contents.files).push_back(search.Entry().cFileName);
+    }
+    // An empty root has no entry at all, not even its own.
+    if (search.Error() == ERROR_FILE_NOT_FOUND && IsFolder(folder)) return contents;
+    if (search.Error() != 0) ThrowSystemError(search.Error());
+    return contents;
+}
+
 } // namespace
 
 WindowsFiles::WindowsFiles() {
@@ -125,8 +162,7 @@ bool WindowsFiles::FileExists(const std::wstring& path) const {
 }
 
 bool WindowsFiles::FolderExists(const std::wstring& path) const {
-    const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return IsFolder(path);
 }
 
 bool WindowsFiles::IsDirectory(const std::wstring& path) const {
@@ -143,13 +179,12 @@ std::uint64_t WindowsFiles::FileSize(const std::wstring& path) const {
 }
 
 FolderContents WindowsFiles::Contents(const std::wstring& folder) const {
-    FolderSearch search(LongPath(Below(folder, L"*")));
-    FolderContents contents;
-    while (search.Next()) (search.IsFolder() ? contents.folders : contents.files).push_back(search.Entry().cFileName);
-    // An empty root has no entry at all, not even its own.
-    if (search.Error() == ERROR_FILE_NOT_FOUND && FolderExists(folder)) return contents;
-    if (search.Error() != 0) ThrowSystemError(search.Error());
-    return contents;
+    return ContentsThat(folder, [](const FolderSearch&) { return true; });
+}
+
+FolderContents WindowsFiles::ShownContents(const std::wstring& folder) const {
+    const bool areHiddenShown = AreHiddenEntriesShown();
+    return ContentsThat(folder, [&](const FolderSearch& search) { return IsShown(search, areHiddenShown); });
 }
 
 std::vector<std::wstring> WindowsFiles::Find(const std::wstring& pattern) const {

@@ -10,6 +10,7 @@ class WindowsFiles : public Files {
     bool IsDirectory(const std::wstring& path) const override;
     std::uint64_t FileSize(const std::wstring& path) const override;
     FolderContents Contents(const std::wstring& folder) const override;
+    FolderContents ShownContents(const std::wstring& folder) const override;
     std::vector<std::wstring> Find(const std::wstring& pattern) const override;
     FolderMeasure Measure(const std::wstring& folder, const std::function<void()>& stillMeasuring = {}) const override;
     std::string Read(const std::wstring& path) const override;
