@@ -67,8 +67,12 @@ std::wstring UnpackOuterCommand(const std::wstring& programFolder, const std::ws
     return Unpack(programFolder) + archive + L" -o" + SegmentQuoted(workFolder) + L" -aoa -p" + password;
 }
 
-std::wstring UnpackInnerCommand(const std::wstring& programFolder, const std::wstring& restorePath,
-                                const std::wstring& innerName) {
-    const std::wstring innerArchive = SegmentQuoted(programFolder) + L"\\zip\\" + innerName + L".zip";
+std::wstring UnpackInnerCommand(const std::wstring& programFolder, const std::wstring& workFolder,
+                                const std::wstring& restorePath, const std::wstring& innerName) {
+    // The work folder's own name stands bare, as long as it can.
+    const std::wstring_view name = Pieces(workFolder).back();
+    const bool isOneWord = name.find(L' ') == std::wstring_view::npos;
+    const std::wstring folder = SegmentQuotedFolderOf(workFolder) + (isOneWord ? std::wstring(name) : Quoted(name));
+    const std::wstring innerArchive = folder + L"\\" + innerName + L".zip";
     return Unpack(programFolder) + innerArchive + L" -aoa -o" + SegmentQuotedFolderOf(restorePath);
 }

@@ -21,5 +21,5 @@ std::wstring PackFinalCommand(const std::wstring& programFolder, const std::wstr
                               const std::wstring& destination, const std::wstring& password);
 std::wstring UnpackOuterCommand(const std::wstring& programFolder, const std::wstring& archive,
                                 const std::wstring& workFolder, const std::wstring& password);
-std::wstring UnpackInnerCommand(const std::wstring& programFolder, const std::wstring& restorePath,
-                                const std::wstring& innerName);
+std::wstring UnpackInnerCommand(const std::wstring& programFolder, const std::wstring& workFolder,
+                                const std::wstring& restorePath, const std::wstring& innerName);

@@ -17,7 +17,8 @@ std::int32_t UnZipOkrBackup(Application& app, const std::wstring& lecteur, const
 std::int32_t UnZipIntermediaire(Application& app, const std::wstring& cheminRestauration,
                                 const std::wstring& nomArchive) {
     return Guarded(app, L"UnZipIntermediaire, Module modGestionRestaure", [&] {
-        return clsCopie(app).ExecCmd(UnpackInnerCommand(app.ProgramFolder(), cheminRestauration, nomArchive));
+        return clsCopie(app).ExecCmd(
+            UnpackInnerCommand(app.ProgramFolder(), app.WorkFolder(), cheminRestauration, nomArchive));
     });
 }
 

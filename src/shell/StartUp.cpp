@@ -13,8 +13,8 @@ std::wstring ParentFolder(const std::wstring& folder) {
     return folder.substr(0, lastBackslash);
 }
 
-double MeasureProgramDrive(const Application& app) {
-    return app.machine.drives.FreeClusterBytes(app.ProgramFolder().substr(0, 3));
+double MeasureWorkDrive(const Application& app) {
+    return app.machine.drives.FreeClusterBytes(app.WorkFolder().substr(0, 3));
 }
 
 void ReadUser(Application& app) {

@@ -8,9 +8,9 @@
 /// Throws 5 (invalid call) for a path without a backslash.
 std::wstring ParentFolder(const std::wstring& folder);
 
-/// Free bytes on the drive that holds the program. Throws 71 (disk not ready) when the drive has no letter or cannot
-/// be read.
-double MeasureProgramDrive(const Application& app);
+/// Free bytes on the drive that archives are built and opened on, which is the program's own. Throws 71 (disk not
+/// ready) when the drive has no letter or cannot be read.
+double MeasureWorkDrive(const Application& app);
 
 /// Reads who uses the program: the profile folder, its last part and the account name.
 void ReadUser(Application& app);

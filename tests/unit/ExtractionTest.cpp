@@ -49,6 +49,13 @@ TEST(Extraction, PasswordWithABlankBreaksTheLineAsItDidWhenTheArchiveWasMade) {
     EXPECT_EQ(parts.at(6), L"defgh");
 }
 
+TEST(Extraction, InnerArchiveLiesWhereverTheWorkFolderIs) {
+    EXPECT_EQ(UnpackInnerCommand(L"C:\\Program", L"D:\\work", L"C:\\a\\b.txt", L"Zip0001"),
+              L"C:\\Program\\7za x D:\\work\\Zip0001.zip -aoa -oC:\\\"a\"\\");
+    EXPECT_EQ(UnpackInnerCommand(L"C:\\Program", L"D:\\Sauvegarde temporaire", L"C:\\a\\b.txt", L"Zip0001"),
+              L"C:\\Program\\7za x D:\\\"Sauvegarde temporaire\"\\Zip0001.zip -aoa -oC:\\\"a\"\\");
+}
+
 TEST(Extraction, WorkFolderIsMadeWhenMissingAndEmptiedWhenThere) {
     FakeMachine machine;
     machine.files.AddFolder(L"C:\\Valcoreaux\\Backup");

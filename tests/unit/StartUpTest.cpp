@@ -30,12 +30,12 @@ TEST(ProgramDrive, IsMeasuredByTheFirstThreeCharactersOfTheFolder) {
     FakeMachine machine(nullptr, L"D:\\Valcoreaux\\Backup");
     machine.drives.Add(L"C:\\", DriveType::Fixed, L"", {1, 2});
     machine.drives.Add(L"D:\\", DriveType::Fixed, L"", {5e12, 6e12});
-    EXPECT_EQ(MeasureProgramDrive(machine.app), 5e12);
+    EXPECT_EQ(MeasureWorkDrive(machine.app), 5e12);
 }
 
 TEST(ProgramDrive, ThatCannotBeReadIsNotReady) {
     FakeMachine machine(nullptr, L"\\\\server\\share\\Backup");
-    EXPECT_THROW(MeasureProgramDrive(machine.app), RuntimeError);
+    EXPECT_THROW(MeasureWorkDrive(machine.app), RuntimeError);
 }
 
 TEST(User, IsReadFromTheProfileAndTheAccount) {

@@ -111,7 +111,7 @@ bool frmMain::LoadStepByStep() {
     optBackup.SetFocus();
     ShowMedia();
     SelectFirstMedium();
-    app_.dblEspaceDisponible = MeasureProgramDrive(app_);
+    app_.dblEspaceDisponible = MeasureWorkDrive(app_);
     app_.machine.messageLoop.SetPointer(Pointer::Default);
     return true;
 }
