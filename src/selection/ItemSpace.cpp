@@ -2,6 +2,7 @@
 
 #include "core/Application.h"
 #include "platform/Files.h"
+#include "shell/modObtenirUSB.h"
 
 namespace {
 
@@ -12,7 +13,7 @@ constexpr double Margin = 1.05;
 
 Currency ItemSpace(const Application& app, const std::wstring& path, bool isFolder,
                    const std::function<void()>& stillMeasuring) {
-    const Files& files = app.machine.files;
-    const std::uint64_t sizeBytes = isFolder ? files.Measure(path, stillMeasuring).sizeBytes : files.FileSize(path);
+    const std::uint64_t sizeBytes = isFolder ? modObtenirUSB::FolderSize(app, path, true, stillMeasuring).sizeBytes
+                                             : app.machine.files.FileSize(path);
     return Currency::FromDouble(static_cast<double>(sizeBytes) * Margin);
 }

@@ -93,9 +93,10 @@ std::vector<std::wstring> ScanDiskLetter(Application& app, const std::vector<std
     return found;
 }
 
-FolderMeasure FolderSize(const Application& app, const std::wstring& folder, bool areSubfoldersCounted) {
+FolderMeasure FolderSize(const Application& app, const std::wstring& folder, bool areSubfoldersCounted,
+                         const std::function<void()>& stillMeasuring) {
     const Files& files = app.machine.files;
-    if (areSubfoldersCounted) return files.Measure(folder);
+    if (areSubfoldersCounted) return files.Measure(folder, stillMeasuring);
     FolderMeasure measure;
     if (!files.FolderExists(folder)) return measure;
     const std::wstring prefix = folder.ends_with(L"\\") ? folder : folder + L"\\";

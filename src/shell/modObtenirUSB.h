@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,8 @@ bool VérifierDriveUSB(Application& app, const std::wstring& lecteur);
 std::vector<std::wstring> ScanDiskLetter(Application& app, const std::vector<std::wstring>& letters);
 
 /// Files and bytes of a folder, sub-folders too when asked. Names that begin with "." are skipped; a missing folder
-/// measures zero.
-FolderMeasure FolderSize(const Application& app, const std::wstring& folder, bool areSubfoldersCounted);
+/// measures zero. `stillMeasuring`, where given, is called now and then while sub-folders are walked.
+FolderMeasure FolderSize(const Application& app, const std::wstring& folder, bool areSubfoldersCounted,
+                         const std::function<void()>& stillMeasuring = {});
 
 } // namespace modObtenirUSB
