@@ -1,5 +1,6 @@
 #include "Workstation.h"
 #include "archive/forms/frmMotPasse.h"
+#include "backup/HandOver.h"
 #include "backup/forms/frmBackup.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/SingleInstance.h"
@@ -45,9 +46,7 @@ void ShowBackup(Application& app, frmMain& parent, Medium medium, const std::opt
     frmBackup window(app, [&app](ui::Form& owner) {
         return modGestionMotPasse::DemanderMotPasse(app, &owner, PasswordMode::Creation);
     });
-    window.SetMedia(medium);
-    window.SetParent(parent);
-    if (drive) window.SetDrive(*drive);
+    HandOver(window, medium, parent, drive);
     window.ShowModal(&parent);
 }
 

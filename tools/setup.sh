@@ -7,11 +7,12 @@ buildFolder=$projectRoot/build
 # One line per purpose: what it is for, then the packages.
 buildPackages='building: cmake ninja-build make python3 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 googletest
 the archiver and the archive library from their sources: dpkg-dev xz-utils libz-mingw-w64-dev'
-workstationPackages='running Windows programs: wine wine64 locales python3
+workstationPackages='running Windows programs, in the fonts that Windows has: wine wine64 fonts-wine locales python3
 a display where there is none, and pictures of it: xvfb openbox imagemagick x11-utils'
 nativePackages='native tests: g++ clang-format libarchive-dev'
 fuzzPackages='fuzzing: clang libclang-rt-dev libarchive-dev'
-resultPackages='looking at the results with other tools: 7zip xorriso'
+resultPackages='looking at the results with other tools: 7zip xorriso
+a hand at mouse and keyboard: xdotool'
 packagingPackages='the help documents: weasyprint fonts-liberation
 the installer: nsis osslsigncode'
 lintPackages='source checks: clang clang-tidy'

@@ -102,7 +102,7 @@ void BackupRun::RunToDisc() {
 }
 
 void BackupRun::StartWriting() {
-    if (!state_.awake) state_.awake = app_.machine.system.KeepAwake();
+    if (!state_.awake) state_.awake = view_.HoldMachine();
     discs_.SetWriteOptions();
     // An archive that failed is not written, but the writer is started all the same, on an empty image.
     if (state_.phase.IsAt(RunPhase::Archived)) discs_.AjouterFichiers();
@@ -130,7 +130,7 @@ bool BackupRun::PreparerArchive() {
             return true;
         }
         if (!steps_.DemanderMotPasse()) return true;
-        state_.awake = app_.machine.system.KeepAwake();
+        state_.awake = view_.HoldMachine();
         BuildArchive();
         isOk = FitsMedium(app_.archiveSizeBytes, app_.availableSpace);
         if (!isOk) app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);

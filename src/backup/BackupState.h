@@ -15,6 +15,6 @@ struct BackupState {
     std::wstring mstrDrvPreSelect; ///< the drive to select when the list is filled
     DiscFacts disc;
     CurrentPhase phase;
-    /// Keeps the computer awake for as long as a run lasts.
+    /// Keeps the computer awake and the session going for as long as a run lasts.
     std::unique_ptr<Hold> awake;
 };

@@ -3,8 +3,10 @@
 #include "archive/BackupParent.h"
 #include "backup/MediumReport.h"
 #include "backup/RunDisplay.h"
+#include "platform/System.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,6 +16,8 @@ class BackupView : public BackupParent {
   public:
     /// Shows the progress instead of the settings, or the other way round, and lets messages run once.
     virtual void AfficherProgression(bool isBusy) = 0;
+    /// Keeps the computer awake, and Windows from ending the session, for as long as the result lives.
+    virtual std::unique_ptr<Hold> HoldMachine() = 0;
     virtual void ActiverControles(bool isEnabled) = 0;
     virtual void MajBoutonLancer() = 0;
     /// Writes the three space figures.

@@ -191,6 +191,7 @@ void DiscSide::EndWriting() {
     const AtScopeEnd end([this] {
         if (state_.phase.IsAt(RunPhase::Ending)) state_.phase.Enter(RunPhase::Idle);
     });
+    state_.awake.reset();
     view_.Display().Step().SetValue(view_.Display().Step().Max());
     app_.machine.messageLoop.SetPointer(Pointer::Default);
     app_.ShowMessage(TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation);

@@ -11,6 +11,7 @@
 /// What the main window shows of one medium after its detection.
 struct MediumOffer {
     bool isEnabled = false;
+    bool isForbidden = false;        ///< a writer is there, but the settings file does not allow its use
     std::vector<std::wstring> roots; ///< drive roots such as "E:\", the first one selected; none for discs
 
     /// The text "Oui" / "Yes" or "Non" / "No".

@@ -14,7 +14,17 @@ std::wstring ParentFolder(const std::wstring& folder) {
 }
 
 double MeasureWorkDrive(const Application& app) {
-    return app.machine.drives.FreeClusterBytes(app.WorkFolder().substr(0, 3));
+    const Drives& drives = app.machine.drives;
+    try {
+        return drives.FreeClusterBytes(app.WorkFolder().substr(0, 3));
+    } catch (const RuntimeError&) {
+        // A program that was started from a server's share has no drive letter.
+    }
+    try {
+        return drives.Space(app.ProgramFolder()).freeBytes;
+    } catch (const RuntimeError&) {
+        return 0;
+    }
 }
 
 void ReadUser(Application& app) {

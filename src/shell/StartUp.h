@@ -8,8 +8,8 @@
 /// Throws 5 (invalid call) for a path without a backslash.
 std::wstring ParentFolder(const std::wstring& folder);
 
-/// Free bytes on the drive that archives are built and opened on, which is the program's own. Throws 71 (disk not
-/// ready) when the drive has no letter or cannot be read.
+/// Free bytes on the drive that archives are built and opened on, which is the program's own, or where the program's
+/// folder lies when that has no drive letter; 0 when neither can be measured.
 double MeasureWorkDrive(const Application& app);
 
 /// Reads who uses the program: the profile folder, its last part and the account name.

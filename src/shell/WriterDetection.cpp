@@ -49,7 +49,10 @@ WriterProbe::~WriterProbe() {
 MediumOffer WriterProbe::Offer() const {
     MediumOffer offer;
     if (app_.hasWriterError) return offer;
-    offer.isEnabled = !writer_->WriterNames().empty() && IsAllowed(app_, family_);
+    const bool isFound = !writer_->WriterNames().empty();
+    const bool isAllowed = IsAllowed(app_, family_);
+    offer.isEnabled = isFound && isAllowed;
+    offer.isForbidden = isFound && !isAllowed;
     return offer;
 }
 

@@ -1,5 +1,6 @@
 #include "shell/modObtenirUSB.h"
 
+#include "platform/AtScopeEnd.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
@@ -44,9 +45,13 @@ std::int32_t AskForUsb(Application& app) {
 /// Whether USB disks may be used at all: there is one, and the user did not decline.
 bool IsUsbWanted(Application& app) {
     if (!IsUsbStoragePresent(app)) return false;
-    if (app.blnQuestionUSB == 0) app.intReponseUSB = static_cast<std::int16_t>(AskForUsb(app));
-    app.blnQuestionUSB = 1;
-    return app.intReponseUSB != box::AnswerNo;
+    if (app.blnQuestionUSB == 0) {
+        // Messages run while the question is open; it must not be asked again from there.
+        app.blnQuestionUSB = 1;
+        const AtScopeEnd unlessAnswered([&] { app.blnQuestionUSB = app.intReponseUSB != 0 ? 1 : 0; });
+        app.intReponseUSB = static_cast<std::int16_t>(AskForUsb(app));
+    }
+    return app.intReponseUSB == box::AnswerYes;
 }
 
 } // namespace

@@ -37,17 +37,6 @@ LRESULT Control::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
     return SendMessageW(Handle(), message, wParam, lParam);
 }
 
-void Control::Enable(bool isEnabled) {
-    HWND window = Handle();
-    // A disabled window that keeps the focus swallows the keyboard.
-    if (!isEnabled && GetFocus() == window && window != nullptr) SendMessageW(form_.Handle(), WM_NEXTDLGCTL, 0, FALSE);
-    EnableWindow(window, isEnabled);
-}
-
-bool Control::IsEnabled() const {
-    return IsWindowEnabled(Handle()) != FALSE;
-}
-
 void Control::SetText(const std::wstring& text) {
     if (Text() != text) SetWindowTextW(Handle(), text.c_str());
 }
@@ -184,10 +173,26 @@ bool ProgressBarControl::IsWorthShowing(int value, int min, int max) const {
 }
 
 void ProgressBarControl::ShowValue(int value) {
-    Send(PBM_SETPOS, static_cast<WPARAM>(value));
+    if (value > ShownValue()) {
+        Jump(value);
+    } else {
+        Send(PBM_SETPOS, static_cast<WPARAM>(value));
+    }
     window_ = Handle();
     value_ = value;
     shownAtMilliseconds_ = GetTickCount();
+}
+
+/// A themed bar glides towards a higher value while messages run, and a blocking call would keep it from arriving.
+/// Downwards it goes at once.
+void ProgressBarControl::Jump(int value) {
+    const int min = Min();
+    const int max = Max();
+    const bool isAtEnd = value >= max;
+    if (isAtEnd) Send(PBM_SETRANGE32, static_cast<WPARAM>(min), LPARAM{value} + 1);
+    Send(PBM_SETPOS, static_cast<WPARAM>(value) + 1);
+    Send(PBM_SETPOS, static_cast<WPARAM>(value));
+    if (isAtEnd) Send(PBM_SETRANGE32, static_cast<WPARAM>(min), max);
 }
 
 void StatusBar::SetPanels(const std::vector<int>& widthsTwips) {
@@ -209,8 +214,10 @@ std::wstring StatusBar::PanelText(int panel) const {
     return text;
 }
 
-void StatusBar::SetPanelToolTip(int panel, const std::wstring& text) {
-    Send(SB_SETTIPTEXTW, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(text.c_str()));
+RECT StatusBar::PanelPlace(int panel) const {
+    RECT place{};
+    Send(SB_GETRECT, static_cast<WPARAM>(panel), reinterpret_cast<LPARAM>(&place));
+    return place;
 }
 
 } // namespace ui

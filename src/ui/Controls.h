@@ -17,11 +17,12 @@ class Control {
 
     int Id() const { return id_; }
     HWND Handle() const { return form_.ControlHandle(id_); }
-    void Enable(bool isEnabled);
-    bool IsEnabled() const;
-    void Show(bool isVisible) { form_.SetVisible(id_, isVisible); }
+    void Enable(bool isEnabled) { form_.Controls().SetEnabled(id_, isEnabled); }
+    /// Whether the control can be used once it is seen.
+    bool IsEnabled() const { return form_.Controls().IsWantedEnabled(id_); }
+    void Show(bool isVisible) { form_.Controls().SetVisible(id_, isVisible); }
     /// Whether the control itself is to be seen; a hidden frame around it does not count.
-    bool IsVisible() const { return form_.IsWantedVisible(id_); }
+    bool IsVisible() const { return form_.Controls().IsWantedVisible(id_); }
     void SetText(const std::wstring& text);
     std::wstring Text() const;
     void SetFocus();
@@ -45,6 +46,8 @@ class Label : public Control {
   public:
     using Control::Control;
     void SetColor(COLORREF color) { Owner().SetTextColor(Id(), color); }
+    /// The colour that the system's scheme has for text.
+    void ResetColor() { Owner().ResetTextColor(Id()); }
     COLORREF Color() const { return Owner().TextColor(Id()); }
 };
 
@@ -140,6 +143,7 @@ class ProgressBarControl : public Control {
   private:
     bool IsWorthShowing(int value, int min, int max) const;
     void ShowValue(int value);
+    void Jump(int value);
     int ShownValue() const { return static_cast<int>(Send(PBM_GETPOS)); }
 
     /// The bar that `value_` belongs to: a form that is loaded again has another one.
@@ -155,9 +159,8 @@ class StatusBar : public Control {
     void SetPanels(const std::vector<int>& widthsTwips);
     void SetPanelText(int panel, const std::wstring& text);
     std::wstring PanelText(int panel) const;
-    /// Goes to its place again after the form's size has changed.
-    void FollowForm() { Send(WM_SIZE); }
-    void SetPanelToolTip(int panel, const std::wstring& text);
+    /// The panel's place in the bar, in pixels.
+    RECT PanelPlace(int panel) const;
 };
 
 } // namespace ui

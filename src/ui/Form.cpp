@@ -97,7 +97,7 @@ HWND Form::Leave() {
     // The owner has its input back before the window goes, so that Windows activates the owner.
     UncoverOwner();
     posted_.clear();
-    wantedVisible_.clear();
+    controlStates_.Clear();
     textColors_.clear();
     // A modal loop may be asleep in GetMessage.
     PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
@@ -187,21 +187,28 @@ void Form::SetHeightTwips(int heightTwips) {
 }
 
 void Form::SetInnerWidthTwips(int widthTwips) {
+    SetInnerSize(widthTwips, std::nullopt);
+}
+
+void Form::SetInnerHeightTwips(int heightTwips) {
+    SetInnerSize(std::nullopt, heightTwips);
+}
+
+int Form::InnerWidthTwips() const {
+    RECT inner{};
+    GetClientRect(window_, &inner);
+    return TwipsFromPixels(inner.right, window_);
+}
+
+void Form::SetInnerSize(std::optional<int> widthTwips, std::optional<int> heightTwips) {
     RECT outer{};
     RECT inner{};
     GetWindowRect(window_, &outer);
     GetClientRect(window_, &inner);
-    const int frame = (outer.right - outer.left) - inner.right;
-    SetWindowPos(window_, nullptr, 0, 0, PixelsFromTwips(widthTwips, window_) + frame, outer.bottom - outer.top,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void Form::GrowTwips(int heightTwips) {
-    RECT outer{};
-    GetWindowRect(window_, &outer);
-    SetWindowPos(window_, nullptr, 0, 0, outer.right - outer.left,
-                 outer.bottom - outer.top + PixelsFromTwips(heightTwips, window_),
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SIZE size{outer.right - outer.left, outer.bottom - outer.top};
+    if (widthTwips) size.cx += PixelsFromTwips(*widthTwips, window_) - inner.right;
+    if (heightTwips) size.cy += PixelsFromTwips(*heightTwips, window_) - inner.bottom;
+    SetWindowPos(window_, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Form::On(int controlId, int code, std::function<void()> handler) {
@@ -218,39 +225,13 @@ void Form::Post(std::function<void()> task) {
     PostMessageW(window_, RunPostedMessage, 0, 0);
 }
 
-void Form::SetVisible(int controlId, bool isVisible) {
-    wantedVisible_[controlId] = isVisible;
-    ApplyVisibility(controlId);
-}
-
-bool Form::IsWantedVisible(int controlId) const {
-    const auto wanted = wantedVisible_.find(controlId);
-    return wanted != wantedVisible_.end() ? wanted->second
-                                          : (GetWindowLongPtrW(ControlHandle(controlId), GWL_STYLE) & WS_VISIBLE) != 0;
-}
-
-void Form::SetFrame(int frameId, const std::vector<int>& controlIds) {
-    for (const int controlId : controlIds) {
-        wantedVisible_.try_emplace(controlId, IsWantedVisible(controlId));
-        frameOf_[controlId] = frameId;
-        ApplyVisibility(controlId);
-    }
-}
-
-void Form::ApplyVisibility(int controlId) {
-    bool isVisible = IsWantedVisible(controlId);
-    for (auto frame = frameOf_.find(controlId); isVisible && frame != frameOf_.end();
-         frame = frameOf_.find(frame->second)) {
-        isVisible = IsWantedVisible(frame->second);
-    }
-    ShowWindow(ControlHandle(controlId), isVisible ? SW_SHOWNA : SW_HIDE);
-    for (const auto& [heldId, frameId] : frameOf_) {
-        if (frameId == controlId) ApplyVisibility(heldId);
-    }
-}
-
 void Form::SetTextColor(int controlId, COLORREF color) {
     textColors_[controlId] = color;
+    InvalidateRect(ControlHandle(controlId), nullptr, TRUE);
+}
+
+void Form::ResetTextColor(int controlId) {
+    textColors_.erase(controlId);
     InvalidateRect(ControlHandle(controlId), nullptr, TRUE);
 }
 
@@ -274,6 +255,10 @@ void Form::SetCancelButton(int controlId) {
         HWND button = ControlHandle(controlId);
         if (IsWindowEnabled(button) && IsWindowVisible(button)) SendMessageW(button, BM_CLICK, 0, 0);
     });
+}
+
+void Form::IgnoreEscape() {
+    On(IDCANCEL, BN_CLICKED, [] {});
 }
 
 std::optional<LRESULT> Form::OnMessage(UINT, WPARAM, LPARAM) {
@@ -316,8 +301,14 @@ INT_PTR Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_INITDIALOG:
         ShowProgramIcon();
+        controlStates_.Begin(window_);
         OnLoad();
         return TRUE;
+    case WM_QUERYENDSESSION:
+        return sessionEndHolds_ > 0 ? Answer(window, FALSE) : FALSE;
+    case WM_SYSCOMMAND:
+        // The lower four bits are the system's own.
+        return HandleSystemCommand(wParam & 0xFFF0) ? Answer(window, 0) : FALSE;
     case WM_COMMAND:
         return HandleCommand(LOWORD(wParam), HIWORD(wParam)) ? TRUE : FALSE;
     case WM_NOTIFY:
@@ -351,6 +342,24 @@ INT_PTR Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
         return FALSE;
     }
+}
+
+bool Form::HandleSystemCommand(WPARAM command) {
+    HWND root = GetAncestor(window_, GA_ROOTOWNER);
+    if (command == SC_MINIMIZE && root != window_) {
+        // Minimised alone, a window with an owner becomes a stub on the desktop that no taskbar button stands for.
+        ShowOwnedPopups(root, FALSE);
+        ShowWindow(root, SW_MINIMIZE);
+        return true;
+    }
+    if (command == SC_RESTORE && covers_ > 0 && IsIconic(window_)) {
+        // Windows restores no window that is disabled.
+        ShowWindow(window_, SW_RESTORE);
+        ShowOwnedPopups(window_, TRUE);
+        SetForegroundWindow(GetLastActivePopup(window_));
+        return true;
+    }
+    return false;
 }
 
 void Form::Close() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/ControlStates.h"
 #include "ui/Units.h"
 #include "ui/Windows.h"
 #include "win32/UniqueHandle.h"
@@ -68,7 +69,8 @@ class Form {
     /// The window is moved up where it would not end on the screen.
     void SetHeightTwips(int heightTwips);
     void SetInnerWidthTwips(int widthTwips);
-    void GrowTwips(int heightTwips);
+    void SetInnerHeightTwips(int heightTwips);
+    int InnerWidthTwips() const;
 
     /// Runs `handler` when a control sends the notification `code` by WM_COMMAND.
     void On(int controlId, int code, std::function<void()> handler);
@@ -81,18 +83,22 @@ class Form {
     /// Runs `task` once the messages already sent have been handled; dropped when the form is unloaded first.
     void Post(std::function<void()> task);
 
-    /// A control shows when it is wanted visible and so is the frame that holds it.
-    void SetVisible(int controlId, bool isVisible);
-    bool IsWantedVisible(int controlId) const;
+    /// Which controls are to be seen and which can be used.
+    ControlStates& Controls() { return controlStates_; }
+    const ControlStates& Controls() const { return controlStates_; }
     /// Declares that `controlIds` stand in the frame `frameId` and hide with it.
-    void SetFrame(int frameId, const std::vector<int>& controlIds);
+    void SetFrame(int frameId, const std::vector<int>& controlIds) { controlStates_.SetFrame(frameId, controlIds); }
     void SetTextColor(int controlId, COLORREF color);
+    /// Gives a control back the colour that the system's scheme has for text.
+    void ResetTextColor(int controlId);
     COLORREF TextColor(int controlId) const;
 
     /// The keys of this form: tab order, access keys, accelerators. Gives whether the message was one.
     bool TranslateKeys(MSG& message);
     /// Escape presses this button, when it can be pressed, instead of closing the window.
     void SetCancelButton(int controlId);
+    /// Escape does nothing.
+    void IgnoreEscape();
     void SetAccelerators(const std::vector<ACCEL>& keys);
 
     /// The form behind a window; null when the window is no form's.
@@ -111,10 +117,13 @@ class Form {
     virtual void OnUnhandledException() noexcept = 0;
 
   private:
+    friend class SessionEndHold;
+
     static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     /// Parts the window from this object, which no message reaches any more; gives the window.
     HWND Disconnect();
+    void SetInnerSize(std::optional<int> widthTwips, std::optional<int> heightTwips);
     /// All of unloading but the destruction of the window, which it gives; null when it has gone meanwhile.
     HWND Leave();
     /// Counts the windows that are modal over this one or about to be.
@@ -122,11 +131,11 @@ class Form {
     void Uncover();
     void UncoverOwner();
     void Close();
+    bool HandleSystemCommand(WPARAM command);
     bool HandleCommand(int controlId, int code);
     bool HandleNotify(NMHDR& header);
     void RaiseActivate();
     void ShowProgramIcon();
-    void ApplyVisibility(int controlId);
 
     int templateId_;
     HWND window_ = nullptr;
@@ -134,13 +143,13 @@ class Form {
     Form* coveredOwner_ = nullptr;
     int covers_ = 0;
     bool isUnloading_ = false;
+    int sessionEndHolds_ = 0;
     UniqueAccelerators accelerators_;
     std::map<std::pair<int, int>, std::function<void()>> commands_;
     std::map<std::pair<int, UINT>, std::function<LRESULT(NMHDR&)>> notifications_;
     std::deque<std::function<void()>> posted_;
     mutable std::unordered_map<int, HWND> controls_;
-    std::unordered_map<int, bool> wantedVisible_;
-    std::unordered_map<int, int> frameOf_;
+    ControlStates controlStates_;
     std::unordered_map<int, COLORREF> textColors_;
 };
 

@@ -96,8 +96,8 @@ class BackupRunTest : public testing::Test {
     }
 
     FakeMachine machine;
-    BackupState state;
     FakeBackupView view;
+    BackupState state;
     FakeBackupSteps steps;
     DiscSide discs{machine.app, state, view};
     BackupRun run{machine.app, state, view, steps, discs};

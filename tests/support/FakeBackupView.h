@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/BackupView.h"
+#include "support/CountedHold.h"
 #include "support/FakeProgressBar.h"
 
 #include <functional>
@@ -24,6 +25,7 @@ class FakeBackupView : public BackupView, private RunDisplay {
     std::optional<double> speed;
     std::wstring label;
     std::vector<std::int16_t> erasePercents;
+    int holds = 0; ///< on the machine, alive now
     /// Runs while the window lets messages run.
     std::function<void(bool isBusy)> whenBusyChanges;
     std::function<void()> whileErasing;
@@ -32,6 +34,7 @@ class FakeBackupView : public BackupView, private RunDisplay {
         calls.push_back(isBusy ? L"busy" : L"idle");
         if (whenBusyChanges) whenBusyChanges(isBusy);
     }
+    std::unique_ptr<Hold> HoldMachine() override { return std::make_unique<CountedHold>(holds); }
     void ActiverControles(bool isEnabled) override { calls.push_back(isEnabled ? L"enable" : L"disable"); }
     void MajBoutonLancer() override { calls.push_back(L"start button"); }
     void AfficherEspaces() override { calls.push_back(L"spaces"); }

@@ -65,6 +65,8 @@ DriveSpace FakeDrives::Space(const std::wstring& root) const {
 }
 
 double FakeDrives::FreeClusterBytes(const std::wstring& root) const {
+    // The start of a server's name is no root.
+    if (root.size() < 2 || root[1] != L':') throw RuntimeError(ErrorNumber::DiskNotReady);
     return Space(root).freeBytes;
 }
 

@@ -1,19 +1,7 @@
 #include "support/FakeSystem.h"
 
 #include "platform/Text.h"
-
-namespace {
-
-class FakeHold : public Hold {
-  public:
-    explicit FakeHold(int& alive) : alive_(alive) { ++alive_; }
-    ~FakeHold() override { --alive_; }
-
-  private:
-    int& alive_;
-};
-
-} // namespace
+#include "support/CountedHold.h"
 
 void FakeSystem::SetEnvironment(const std::wstring& name, const std::wstring& value) {
     environment[UpperCase(name)] = value;
@@ -43,5 +31,5 @@ void FakeSystem::Sleep(std::uint32_t milliseconds) {
 
 std::unique_ptr<Hold> FakeSystem::KeepAwake() {
     ++awakeHoldsTaken;
-    return std::make_unique<FakeHold>(awakeHolds);
+    return std::make_unique<CountedHold>(awakeHolds);
 }

@@ -23,7 +23,7 @@ TEST_F(BackupRunTest, ADiscGetsItsOptionsAndBothFilesThenTheWriteStarts) {
     EXPECT_TRUE(state.phase.IsOperationInProgress());
     EXPECT_EQ(Modes().back(), L"busy");
     EXPECT_EQ(machine.messageLoop.pointers.back(), Pointer::Default);
-    EXPECT_EQ(machine.system.awakeHolds, 1);
+    EXPECT_EQ(view.holds, 1);
     EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
 }
 
@@ -155,7 +155,7 @@ TEST_F(BackupRunTest, AFinishedDiscEndsTheProgramAndDeletesTheTransferList) {
     EXPECT_EQ(view.calls.back(), L"end");
     EXPECT_EQ(view.runStatuses.back(), L"Disponible");
     EXPECT_FALSE(state.phase.IsOperationInProgress());
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(view.holds, 0);
 }
 
 TEST_F(BackupRunTest, ATransferListThatCannotBeDeletedIsReportedAndTheProgramEnds) {
@@ -190,7 +190,7 @@ TEST_F(BackupRunTest, AStopReturnsToIdleAtOnceWithoutAQuestion) {
     EXPECT_EQ(view.runStatuses.back(), L"Disponible");
     EXPECT_EQ(view.total.Value(), 0);
     EXPECT_FALSE(state.phase.IsOperationInProgress());
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(view.holds, 0);
     Writer().PlayToEnd();
     EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
     EXPECT_FALSE(view.hasEnded);

@@ -96,7 +96,7 @@ TEST_F(BackupRunPhaseTest, AStopBetweenTheArchiveAndTheDiscCostsNoDisc) {
     EXPECT_THAT(Launch(), ElementsAre(Preparing, Archiving, Archived, Idle));
     EXPECT_FALSE(HasStartedWriting());
     EXPECT_EQ(Modes().back(), L"idle");
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(view.holds, 0);
 }
 
 TEST_F(BackupRunPhaseTest, AStopWhileTheFilesAreAddedLeavesNothingForTheNextDisc) {

@@ -29,11 +29,11 @@ TEST_F(BackupRunTest, EndMessagesInEnglish) {
 TEST_F(BackupRunTest, TheComputerStaysAwakeDuringARunToADisk) {
     UseDisk(Medium::RemovableDisk);
     int holds = 0;
-    steps.whileArchiving = [&] { holds += machine.system.awakeHolds; };
-    steps.whileCopying = [&] { holds += machine.system.awakeHolds; };
+    steps.whileArchiving = [&] { holds += view.holds; };
+    steps.whileCopying = [&] { holds += view.holds; };
     run.Launch();
     EXPECT_EQ(holds, 2);
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(view.holds, 0);
 }
 
 TEST_F(BackupRunTest, AVanishedRemovableDiskIsSaidToBeUnavailableAndNothingIsCopied) {
@@ -185,7 +185,7 @@ TEST_F(BackupRunTest, AStopWhileTheArchiveIsBuiltStartsNoDisc) {
     EXPECT_EQ(std::count(Record().calls.begin(), Record().calls.end(), L"StartWrite"), 0);
     EXPECT_EQ(Modes().back(), L"idle");
     EXPECT_EQ(machine.messageLoop.pointers.back(), Pointer::Default);
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(view.holds, 0);
     EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
 }
 
@@ -224,7 +224,7 @@ TEST_F(BackupRunTest, ARunThatBreaksOffIsReportedAndLeavesTheBusyMode) {
                 HasSubstr(L"61 (Disk full) dans la procédure cmdLancer_Click, module frmBackupCD"));
     EXPECT_EQ(Modes().back(), L"idle");
     EXPECT_FALSE(state.phase.IsRunning());
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(view.holds, 0);
 }
 
 TEST_F(BackupRunTest, AStepThatFailsAsAWholeLeavesTheWindowIdle) {

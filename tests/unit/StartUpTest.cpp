@@ -33,9 +33,15 @@ TEST(ProgramDrive, IsMeasuredByTheFirstThreeCharactersOfTheFolder) {
     EXPECT_EQ(MeasureWorkDrive(machine.app), 5e12);
 }
 
-TEST(ProgramDrive, ThatCannotBeReadIsNotReady) {
+TEST(ProgramDrive, WithoutALetterIsMeasuredWhereTheFolderLies) {
     FakeMachine machine(nullptr, L"\\\\server\\share\\Backup");
-    EXPECT_THROW(MeasureWorkDrive(machine.app), RuntimeError);
+    machine.drives.Add(L"\\\\server\\share\\Backup", DriveType::Network, L"", {7e9, 8e9});
+    EXPECT_EQ(MeasureWorkDrive(machine.app), 7e9);
+}
+
+TEST(ProgramDrive, ThatCannotBeMeasuredHasNoRoom) {
+    FakeMachine machine(nullptr, L"\\\\server\\share\\Backup");
+    EXPECT_EQ(MeasureWorkDrive(machine.app), 0);
 }
 
 TEST(User, IsReadFromTheProfileAndTheAccount) {

@@ -228,6 +228,18 @@ TEST_F(UsbDetection, FailureInOneDriveIsReportedAndTheScanGoesOn) {
     EXPECT_NE(machine.eventLog.errors[0].find(L"VérifierDriveUSB, Module modObtenirUSB"), std::wstring::npos);
 }
 
+TEST_F(UsbDetection, QuestionIsNotAskedAgainWhileItIsOpen) {
+    AddFixed(L"F:", 7);
+    std::vector<bool> meanwhile;
+    machine.messageBoxes.whileShown = [&](const FakeMessageBoxes::Box&) {
+        meanwhile.push_back(VérifierDriveUSB(app, L"F:"));
+    };
+    EXPECT_TRUE(VérifierDriveUSB(app, L"F:"));
+    EXPECT_EQ(meanwhile, std::vector<bool>{false}) << "nobody has agreed yet";
+    EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_TRUE(VérifierDriveUSB(app, L"F:"));
+}
+
 class FolderSizeTest : public testing::Test {
   protected:
     FolderSizeTest() {

@@ -44,6 +44,14 @@ TEST_F(WriterDetection, WithoutAWriterNothingIsOfferedAndTheToolTipSaysWhy) {
     EXPECT_EQ(offer.LabelId(), TextId::No);
 }
 
+TEST_F(WriterDetection, AWriterThatMayNotBeUsedIsNotSaidToBeMissing) {
+    const MediumOffer offer = WriterProbe(app, DiscFamily::Dvd).Offer();
+    EXPECT_FALSE(offer.isEnabled);
+    EXPECT_TRUE(offer.isForbidden);
+    machine.discWriters.dvdDrives.clear();
+    EXPECT_FALSE(WriterProbe(app, DiscFamily::Dvd).Offer().isForbidden);
+}
+
 TEST_F(WriterDetection, ClearsTheErrorFlagFirst) {
     app.hasWriterError = true;
     EXPECT_TRUE(IsOffered(DiscFamily::Cd));

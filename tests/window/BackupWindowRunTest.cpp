@@ -45,7 +45,7 @@ TEST_F(BackupWindowTest, WhileTheArchiveIsBuiltOnlyStopCanBePressed) {
     EXPECT_EQ(looks, 4);
 }
 
-TEST_F(BackupWindowTest, TheKeyboardReachesStopDuringARunAndTheStartButtonAfterIt) {
+TEST_F(BackupWindowTest, TheKeyboardReachesStopDuringARunAndTheListAfterIt) {
     OpenRemovable();
     AddItems();
     SetActiveWindow(form->Handle());
@@ -54,7 +54,7 @@ TEST_F(BackupWindowTest, TheKeyboardReachesStopDuringARunAndTheStartButtonAfterI
     archiveSizeBytes = 1000000001;
     Click(IDC_cmdLancer);
     EXPECT_EQ(machine.processes.commandLines.size(), 4u);
-    EXPECT_TRUE(HasFocus(IDC_cmdLancer));
+    EXPECT_EQ(GetFocus(), HostedAt(IDC_lvFichRep));
 }
 
 TEST_F(BackupWindowTest, StoppingTheOnlyItemLeavesTheMediumUntouched) {

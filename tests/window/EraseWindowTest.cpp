@@ -158,6 +158,8 @@ TEST_F(EraseWindowTest, DecliningTheFullEraseLeavesTheDiscUntouchedAndTheWindowI
     machine.messageBoxes.answers = {box::AnswerNo};
     machine.messageBoxes.whileShown = [this](const auto&) { EXPECT_TRUE(host.isErasing); };
     Click(IDC_optEffacementComplet);
+    // An erase that was started all the same would be waited for.
+    form.SetEffacementProgress(100);
     Click(IDC_cmdEffacerCD);
     EXPECT_THAT(Calls(), IsEmpty());
     EXPECT_TRUE(form.IsLoaded());

@@ -3,6 +3,52 @@
 
 namespace {
 
+TEST_F(MainWindowTest, NoToTheQuestionOfAClickTakesTheRemovableDiskAwayAtOnce) {
+    AddRemovable(L"E:\\");
+    Start();
+    ASSERT_EQ(EnabledMedia(), Ids{IDC_optDisqueAmovible});
+    ASSERT_TRUE(machine.messageBoxes.shown.empty());
+    AddExternal(L"J:");
+    machine.messageBoxes.answers = {7};
+    Click(IDC_optBackup);
+    EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_EQ(EnabledMedia(), Ids{});
+    EXPECT_EQ(CheckedMedia(), Ids{});
+    EXPECT_EQ(Count(IDC_cboDrive), 0u);
+    EXPECT_EQ(DetectionLabels(), (Words{L"Non", L"Non", L"Non", L"Non"}));
+    Click(IDC_cmdBackup);
+    EXPECT_TRUE(openings.empty());
+}
+
+TEST_F(MainWindowTest, YesToTheQuestionOfAClickKeepsTheDriveThatWasChosen) {
+    AddRemovable(L"E:\\");
+    AddRemovable(L"F:\\");
+    Start();
+    AddExternal(L"J:");
+    Click(IDC_optBackup);
+    EXPECT_EQ(EnabledMedia(), (Ids{IDC_optDisqueAmovible, IDC_optDisqueExterne}));
+    EXPECT_EQ(Count(IDC_cboDrive), 2u);
+}
+
+LRESULT CALLBACK RecordText(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR order) {
+    if (message == WM_SETTEXT) reinterpret_cast<std::vector<int>*>(order)->push_back(GetDlgCtrlID(window));
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+TEST_F(MainWindowTest, AClickDetectsTheFourMediaInTheirOrder) {
+    AddEverything();
+    Start();
+    const Ids labels = {IDC_lblDetCD, IDC_lblDetDVD, IDC_lblDetRemDisk, IDC_lblDetExtDisk};
+    Ids order;
+    for (const int id : labels) {
+        SetWindowTextW(At(id), L"?");
+        SetWindowSubclass(At(id), RecordText, 0, reinterpret_cast<DWORD_PTR>(&order));
+    }
+    Click(IDC_optBackup);
+    EXPECT_EQ(order, labels);
+    for (const int id : labels) RemoveWindowSubclass(At(id), RecordText, 0);
+}
+
 TEST_F(MainWindowTest, StartUpDetectsEachMediumOnce) {
     AddEverything();
     Start();

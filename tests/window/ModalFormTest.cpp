@@ -186,4 +186,21 @@ TEST_F(ModalForm, DoesNotOpenTwice) {
     EXPECT_TRUE(owner.TakesInput());
 }
 
+TEST_F(ModalForm, IsMinimisedWithItsOwnerAndComesBackWithIt) {
+    modal.whenShown = [&] {
+        SendMessageW(modal.Handle(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+        EXPECT_FALSE(IsIconic(modal.Handle())) << "it would be a stub on the desktop";
+        EXPECT_TRUE(IsIconic(owner.Handle()));
+        EXPECT_FALSE(IsWindowVisible(modal.Handle()));
+        // What the taskbar button sends.
+        SendMessageW(owner.Handle(), WM_SYSCOMMAND, SC_RESTORE, 0);
+        EXPECT_FALSE(IsIconic(owner.Handle()));
+        EXPECT_TRUE(IsWindowVisible(modal.Handle()));
+        EXPECT_FALSE(owner.TakesInput());
+        modal.Post([this] { modal.Unload(); });
+    };
+    modal.ShowModal(&owner);
+    EXPECT_TRUE(owner.TakesInput());
+}
+
 } // namespace

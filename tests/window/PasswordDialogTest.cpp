@@ -342,4 +342,16 @@ TEST_F(PasswordDialog, LeavesNothingBehind) {
     EXPECT_EQ(FootprintNow(), before);
 }
 
+TEST_F(PasswordDialog, WhatIsHiddenCannotBeReachedByItsAccessKey) {
+    Open(PasswordMode::Entry);
+    for (const int id : {IDC_txtConfirmation, IDC_lblConfirmation, IDC_cmdAideMin})
+        EXPECT_FALSE(IsWindowEnabled(At(id))) << id;
+    Click(IDC_cmdAideMax);
+    EXPECT_FALSE(IsWindowEnabled(At(IDC_cmdAideMax)));
+    EXPECT_TRUE(IsWindowEnabled(At(IDC_cmdAideMin)));
+    Click(IDC_cmdAideMin);
+    EXPECT_TRUE(IsWindowEnabled(At(IDC_cmdAideMax)));
+    EXPECT_FALSE(IsWindowEnabled(At(IDC_cmdAideMin)));
+}
+
 } // namespace

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr std::array<TextId, PanelCount> ToolTips = {TextId::DiscTypeToolTip, TextId::DiscStatusToolTip,
-                                                     TextId::UsedSpaceToolTip, TextId::TotalSpaceToolTip,
-                                                     TextId::TimeToolTip};
+constexpr std::array<TextId, PanelCount> ToolTipTexts = {TextId::DiscTypeToolTip, TextId::DiscStatusToolTip,
+                                                         TextId::UsedSpaceToolTip, TextId::TotalSpaceToolTip,
+                                                         TextId::TimeToolTip};
 
 } // namespace
 
@@ -19,8 +19,8 @@ void MediumStatusBar::LayOut() {
 }
 
 void MediumStatusBar::ShowToolTips(const Application& app) {
-    for (std::size_t panel = 0; panel < ToolTips.size(); ++panel)
-        SetPanelToolTip(static_cast<int>(panel), app.Text(ToolTips[panel]));
+    for (int panel = 0; panel < static_cast<int>(PanelCount); ++panel)
+        toolTips_.SetPart(*this, panel + 1, PanelPlace(panel), app.Text(ToolTipTexts[static_cast<std::size_t>(panel)]));
 }
 
 void MediumStatusBar::ShowReport(const MediumReport& report) {

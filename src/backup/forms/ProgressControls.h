@@ -8,11 +8,15 @@
 class ProgressControls final : public RunDisplay {
   public:
     static constexpr ui::BoundsTwips Place{120, 5925, 11640, 1965};
+    static constexpr int BottomTwips = Place.top + Place.height;
 
     /// `form` outlives it.
     explicit ProgressControls(ui::Form& form) : form_(form) {}
 
-    void LayOut();
+    /// The window's own buttons stand in the lowest row of the progress; the one that stops a run takes the place of
+    /// `launch`, which starts it. The window ends with the place of the progress and the status bar: set in dialog
+    /// units, which grow with the font, it would not fit a small screen at every scale.
+    void LayOut(ui::Control& back, ui::Control& launch, ui::Control& quit, ui::StatusBar& bar);
     void Show(bool isVisible);
     std::wstring RunStatus() const override { return lblStatutGravure.Text(); }
     void SetRunStatus(const std::wstring& text) override { lblStatutGravure.SetText(text); }

@@ -5,7 +5,6 @@
 namespace {
 
 constexpr COLORREF Red = 255;
-constexpr COLORREF Black = 0;
 
 } // namespace
 
@@ -16,6 +15,11 @@ void SpaceLabel::ShowBytes(const Application& app, double bytes) {
 }
 
 void SpaceLabel::SetRed(bool isRed) {
-    const COLORREF color = isRed ? Red : Black;
-    if (Color() != color) SetColor(color);
+    if (isRed == (Color() == Red)) return;
+    // Black where the system's scheme has black text.
+    if (isRed) {
+        SetColor(Red);
+    } else {
+        ResetColor();
+    }
 }

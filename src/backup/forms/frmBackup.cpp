@@ -33,8 +33,8 @@ constexpr std::array Captions = {
     Caption{IDC_cmdStopWrite, TextId::StopCaption},
 };
 
-constexpr ui::PlaceDialogUnits SelectionPlace{5, 4, 523, 242};
-constexpr ui::PlaceDialogUnits ScanPlace{145, 269, 385, 297};
+constexpr ui::PlaceDialogUnits SelectionPlace{5, 4, 523, 234};
+constexpr ui::PlaceDialogUnits ScanPlace{145, 254, 385, 282};
 constexpr unsigned ClockMilliseconds = 1000;
 
 } // namespace
@@ -53,31 +53,19 @@ void frmBackup::SetDrive(const std::wstring& strDrive) {
 }
 
 void frmBackup::OnLoad() {
-    SetCancelButton(IDC_cmdPrecedent);
+    // What was picked in an hour must not go with a key that is pressed by habit.
+    IgnoreEscape();
     SetFrame(IDC_fParametres,
              {IDC_cmbGraveur, IDC_lblVitesse, IDC_cmbSpeed, IDC_lblNomVolume, IDC_txtDiscLabel, IDC_cmdInfoDisque,
               IDC_cmdEffacerDisque, IDC_lblEspaceRequis, IDC_lblEspaceDispo, IDC_lblEspaceTravail});
-    progress_.LayOut();
-    KeepButtonsBelow(ProgressControls::Place.top + ProgressControls::Place.height);
-    ConnectControls();
+    progress_.LayOut(cmdPrecedent, cmdLancer, cmdQuitter, stBarDataWriter);
     stBarDataWriter.LayOut();
+    ConnectControls();
     clock_.Start(ClockMilliseconds);
     // Before the selection is loaded, because its predefined sets count at once.
     app_.requiredSpace = {};
     app_.availableSpace = {};
     HostSelection();
-}
-
-/// Dialog units grow less than the screen's scale at some sizes: the progress would then lie over the buttons.
-void frmBackup::KeepButtonsBelow(int bottomTwips) {
-    constexpr int gapTwips = 60;
-    const int missingTwips = bottomTwips + gapTwips - cmdLancer.Bounds().top;
-    if (missingTwips <= 0) return;
-    for (ui::Control* button : {static_cast<ui::Control*>(&cmdPrecedent), static_cast<ui::Control*>(&cmdLancer),
-                                static_cast<ui::Control*>(&cmdQuitter)})
-        button->SetTop(button->Bounds().top + missingTwips);
-    GrowTwips(missingTwips);
-    stBarDataWriter.FollowForm();
 }
 
 void frmBackup::ConnectControls() {

@@ -19,6 +19,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -57,7 +58,6 @@ class frmBackup final : public ApplicationForm, private BackupView {
     void OnUnload() override;
 
   private:
-    void KeepButtonsBelow(int bottomTwips);
     void ConnectControls();
     void HostSelection();
     void SetUp();
@@ -81,6 +81,7 @@ class frmBackup final : public ApplicationForm, private BackupView {
     void cmdStopWrite_Click();
 
     void AfficherProgression(bool isBusy) override;
+    std::unique_ptr<Hold> HoldMachine() override;
     void ActiverControles(bool isEnabled) override;
     void MajBoutonLancer() override;
     void AfficherEspaces() override;

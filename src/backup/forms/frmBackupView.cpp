@@ -2,6 +2,8 @@
 #include "backup/forms/frmBackup.h"
 
 #include "backup/StartCondition.h"
+#include "resources/TextId.h"
+#include "shell/forms/RunHold.h"
 
 void frmBackup::AfficherProgression(bool isBusy) {
     fParametres.Enable(!isBusy);
@@ -10,9 +12,14 @@ void frmBackup::AfficherProgression(bool isBusy) {
     ActiverControles(!isBusy);
     cmdLancer.Enable(!isBusy);
     cmdLancer.Show(!isBusy);
-    // The control that had the focus is hidden or disabled now: without one the keyboard would reach nothing.
-    if (IsActive()) (isBusy ? progress_.cmdStopWrite : cmdLancer).SetFocus();
+    // The control that had the focus is hidden or disabled now: without one the keyboard would reach nothing. Of those
+    // that can be used afterwards the list is the one that does no harm.
+    if (IsActive()) isBusy ? progress_.cmdStopWrite.SetFocus() : ctlSelectionFichiers_.FocusList();
     app_.machine.messageLoop.RunPending();
+}
+
+std::unique_ptr<Hold> frmBackup::HoldMachine() {
+    return std::make_unique<RunHold>(app_.machine.system.KeepAwake(), *this, Text(TextId::BackupRuns));
 }
 
 void frmBackup::ActiverControles(bool isEnabled) {

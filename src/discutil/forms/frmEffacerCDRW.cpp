@@ -5,6 +5,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/System.h"
 #include "resources/TextId.h"
+#include "ui/SessionEndHold.h"
 
 #include <array>
 
@@ -16,6 +17,7 @@ constexpr std::array Captions = {
     Caption{IDC_optEffacementComplet, TextId::FullEraseChoice},
     Caption{IDC_optEffacementRapide, TextId::QuickEraseChoice},
 };
+constexpr std::array Names = {Caption{IDC_eraseName, TextId::DiscErasing}};
 constexpr std::int32_t WholeBar = 100;
 constexpr std::uint32_t PauseMilliseconds = 10;
 
@@ -48,6 +50,7 @@ void frmEffacerCDRW::InitCaptions() {
     Guarded(L"InitCaptions, module frmEffacerCDRW", [this] {
         SetTitle(Text(TextId::EraseTitle));
         SetCaptions(Captions);
+        SetNames(Names);
     });
 }
 
@@ -74,9 +77,7 @@ void frmEffacerCDRW::cmdEffacerCD_Click() {
         }
         isErasing_ = true;
         hasFailed_ = false;
-        StartErase();
-        ReportWriterError();
-        WaitForEnd();
+        Erase();
         if (IsLoaded()) app_.ShowMessage(TextId::EraseDone, TextId::DiscErasing, box::Exclamation);
         EnableButtons(true);
         parent_->SetEffacementEnCour(false);
@@ -85,6 +86,13 @@ void frmEffacerCDRW::cmdEffacerCD_Click() {
     const bool hasErased = isErasing_;
     isErasing_ = false;
     if (hasErased) Unload();
+}
+
+void frmEffacerCDRW::Erase() {
+    const ui::SessionEndHold hold(*this, Text(TextId::EraseRuns));
+    StartErase();
+    ReportWriterError();
+    WaitForEnd();
 }
 
 bool frmEffacerCDRW::IsFullEraseConfirmed() {

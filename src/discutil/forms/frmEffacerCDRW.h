@@ -26,6 +26,7 @@ class frmEffacerCDRW final : public ApplicationForm {
     void cmdEffacerCD_Click();
     void cmdFermer_Click();
     bool IsFullEraseConfirmed();
+    void Erase();
     void StartErase();
     void ReportWriterError();
     void WaitForEnd();

@@ -7,3 +7,4 @@
 #define IDC_pgbEffacement 1503
 #define IDC_cmdEffacerCD 1504
 #define IDC_cmdFermer 1505
+#define IDC_eraseName 1506

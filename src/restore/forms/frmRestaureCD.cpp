@@ -9,6 +9,7 @@
 #include "resources/TextId.h"
 #include "restore/DriveLines.h"
 #include "ui/Menu.h"
+#include "ui/SessionEndHold.h"
 
 #include <algorithm>
 #include <array>
@@ -21,20 +22,15 @@ constexpr std::array Captions = {
     Caption{IDC_cmdToutDeselectionner, TextId::DeselectAllCaption},
     Caption{IDC_cmdToutSelectionner, TextId::SelectAllCaption},
     Caption{IDC_cmdFermer, TextId::CloseCaption},
-    Caption{IDC_lblListName, TextId::PathHeader},
 };
+constexpr std::array Names = {Caption{IDC_lblListName, TextId::PathHeader},
+                              Caption{IDC_lblDriveName, TextId::DiscCaption}};
 
 constexpr int PathColumn = 0;
 constexpr int KindWidthTwips = 1400;
 constexpr int ScrollBarWidthTwips = 400;
-
 // A burst of device messages is over within this time; the lists are right well within half a second.
 constexpr UINT RefreshDelayMilliseconds = 200;
-
-std::wstring WithoutAccessKey(std::wstring caption) {
-    std::erase(caption, L'&');
-    return caption;
-}
 
 } // namespace
 
@@ -88,7 +84,7 @@ void frmRestaureCD::InitCaptions() {
     Guarded(L"InitCaptions, module frmRestaureCD", [this] {
         SetTitle(Text(TextId::RestoreTitle));
         SetCaptions(Captions);
-        ui::Control(*this, IDC_lblDriveName).SetText(WithoutAccessKey(Text(TextId::DiscCaption)));
+        SetNames(Names);
         ui::AddMenu(*this, Text(TextId::RefreshCaption),
                     {{IDC_mnuRaffraichir_Rafraichir, Text(TextId::RefreshCaption) + L"\tF5"}});
         lvFichiersRepertoires.Attach(shownRows_, true);
@@ -328,11 +324,14 @@ bool frmRestaureCD::IsStillThere(const InsertedMedium::Print& medium) {
 /// Asks for the password until the outer archive opens with it. False when the user gives up, and when the medium went
 /// or another one came while a dialog or a message let the devices be followed.
 bool frmRestaureCD::OpenArchive(const InsertedMedium::Print& medium) {
+    const auto unZip = [&] {
+        const ui::SessionEndHold hold(*this, Text(TextId::RestoreRuns));
+        return modGestionRestaure::UnZipOkrBackup(app_, medium.root, ArchiveName);
+    };
     while (IsLoaded()) {
         if (!modGestionMotPasse::DemanderMotPasse(app_, this, PasswordMode::Entry)) return false;
         if (!IsLoaded() || !IsStillThere(medium)) return false;
-        if (modGestionRestaure::UnZipOkrBackup(app_, medium.root, ArchiveName) != modGestionRestaure::WrongPassword)
-            return true;
+        if (unZip() != modGestionRestaure::WrongPassword) return true;
         ResetWorkFolder(app_);
         app_.ShowMessage(TextId::WrongPassword, TextId::PasswordRefusedTitle, box::Exclamation);
     }
@@ -344,8 +343,10 @@ void frmRestaureCD::Restore() {
     hook_.Remove();
     refresh_.Cancel();
     BloquerBoutons(false);
-    for (int row = 0; row < rows_.Count(); ++row) {
-        if (rows_.At(row).isTicked && rows_.At(row).record.couldBeWritten) CopierFichRepert(row);
+    {
+        const ui::SessionEndHold hold(*this, Text(TextId::RestoreRuns));
+        for (int row = 0; row < rows_.Count(); ++row)
+            if (rows_.At(row).isTicked && rows_.At(row).record.couldBeWritten) CopierFichRepert(row);
     }
     if (rows_.IsAnyTickedUnfit()) ReportUnfitRows();
     app_.ShowMessage(TextId::RestoreDone, TextId::RestoreDoneTitle, box::Exclamation);

@@ -20,9 +20,9 @@ constexpr std::array Captions = {
     Caption{IDC_cmdOuvrirExplorer, TextId::OpenExplorerCaption},
     Caption{IDC_cmdEffacerTouteListe, TextId::ClearListCaption},
     Caption{IDC_cmdEffacerFichierListe, TextId::RemoveItemCaption},
-    Caption{IDC_lblSelectRep, TextId::FolderKind},
-    Caption{IDC_lblSelectFichier, TextId::FileKind},
 };
+constexpr std::array Names = {Caption{IDC_lblSelectRep, TextId::FolderKind},
+                              Caption{IDC_lblSelectFichier, TextId::FileKind}};
 
 constexpr int NumberWidthTwips = 900;
 constexpr int TypeWidthTwips = 1500;
@@ -54,6 +54,7 @@ void ctlSelectionFichiers::OnLoad() {
 void ctlSelectionFichiers::InitCaptions() {
     Guarded(L"InitCaptions, module frmBackupCD", [this] {
         SetCaptions(Captions);
+        SetNames(Names);
         for (std::size_t index = 0; index < SetTable.size(); ++index) {
             const PredefinedSet& set = SetTable[index];
             chkSauvOKR[index].SetText(set.captionId == TextId::None ? set.caption : Text(set.captionId));

@@ -29,6 +29,9 @@ class ctlSelectionFichiers final : public ApplicationForm, private SelectionView
     /// Greys everything but the boxes of the predefined sets, which only stop taking clicks; or brings it back.
     void SetEnabled(bool isEnabled);
 
+    /// Gives the keyboard to the list of what is selected.
+    void FocusList() { lvFichRep.SetFocus(); }
+
     /// Whether the system is Windows Vista or later.
     bool IsWinVista() const;
 

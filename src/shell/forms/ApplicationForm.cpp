@@ -7,6 +7,14 @@ void ApplicationForm::SetCaptions(std::span<const Caption> captions) {
     for (const Caption& caption : captions) ui::Control(*this, caption.controlId).SetText(Text(caption.textId));
 }
 
+void ApplicationForm::SetNames(std::span<const Caption> names) {
+    for (const Caption& name : names) {
+        std::wstring text = Text(name.textId);
+        std::erase(text, L'&');
+        ui::Control(*this, name.controlId).SetText(text);
+    }
+}
+
 void ApplicationForm::OnUnhandledException() noexcept {
     ReportCurrentException(app_, L"WindowProc, module " + module_);
 }

@@ -31,6 +31,9 @@ class ApplicationForm : public ui::Form {
     std::wstring Text(TextId id) const { return app_.Text(id); }
     /// Gives each control of the table its text in the user's language.
     void SetCaptions(std::span<const Caption> captions);
+    /// Gives labels that are never seen, each before the control that it names to a screen reader, their texts without
+    /// access keys.
+    void SetNames(std::span<const Caption> names);
     void OnUnhandledException() noexcept override;
 
     Application& app_;

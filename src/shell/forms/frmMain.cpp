@@ -1,6 +1,7 @@
 #include "shell/forms/frmMain.h"
 
 #include "platform/AtScopeEnd.h"
+#include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "shell/DiskDetection.h"
@@ -14,17 +15,16 @@
 namespace {
 
 constexpr std::array Captions = {
-    Caption{IDC_cmdSortie, TextId::QuitCaption},
-    Caption{IDC_cmdBackup, TextId::FirstNextCaption},
-    Caption{IDC_frmAction, TextId::ActionFrame},
-    Caption{IDC_optRestaure, TextId::RestoreChoice},
-    Caption{IDC_optBackup, TextId::BackupChoice},
-    Caption{IDC_frmMedium, TextId::MediumFrame},
-    Caption{IDC_lblType, TextId::MediumTypeHeading},
-    Caption{IDC_lblDetecte, TextId::DetectedHeading},
+    Caption{IDC_cmdSortie, TextId::QuitCaption},     Caption{IDC_cmdBackup, TextId::FirstNextCaption},
+    Caption{IDC_frmAction, TextId::ActionFrame},     Caption{IDC_optRestaure, TextId::RestoreChoice},
+    Caption{IDC_optBackup, TextId::BackupChoice},    Caption{IDC_frmMedium, TextId::MediumFrame},
+    Caption{IDC_lblType, TextId::MediumTypeHeading}, Caption{IDC_lblDetecte, TextId::DetectedHeading},
     Caption{IDC_cmdAide, TextId::HelpCaption},
+};
+constexpr std::array Names = {
     Caption{IDC_removableDriveName, TextId::RemovableDiskChoice},
     Caption{IDC_externalDriveName, TextId::ExternalDiskChoice},
+    Caption{IDC_loadingName, TextId::ScanCaption},
 };
 
 /// The order in which the media are looked for at the start; later it is that of their codes.
@@ -142,6 +142,7 @@ void frmMain::InitCaptions() {
     Guarded(L"InitCaptions, module frmMain", [this] {
         SetTitle(MainWindowTitle(app_));
         SetCaptions(Captions);
+        SetNames(Names);
         for (const Medium medium : AllMedia) LineOf(medium).option.SetText(Text(LineOf(medium).captionId));
     });
 }
@@ -201,7 +202,7 @@ void frmMain::ShowOffer(Medium medium, const MediumOffer& offer) {
     if (!offer.isEnabled && line.option.IsChecked()) SelectMedium(std::nullopt);
     line.isDetected.SetText(Text(offer.LabelId()));
     if (const TextId toolTipId = Describe(medium).notFoundToolTipId; toolTipId != TextId::None)
-        toolTips_.Set(line.option, offer.isEnabled ? std::wstring() : Text(toolTipId));
+        toolTips_.Set(line.option, offer.isEnabled || offer.isForbidden ? std::wstring() : Text(toolTipId));
 }
 
 void frmMain::MajTexteBouton() {
@@ -245,10 +246,13 @@ void frmMain::optBackup_Click() {
 }
 
 void frmMain::DetectAgain() {
+    const std::int16_t answerBefore = app_.intReponseUSB;
     for (const Medium medium : AllMedia) {
         Detect(medium);
         if (!IsLoaded()) return;
     }
+    // The external disks, the last, bring the question; a "no" takes the removable ones away as well.
+    if (app_.intReponseUSB == box::AnswerNo && answerBefore != box::AnswerNo) Detect(Medium::RemovableDisk);
 }
 
 void frmMain::optRestaure_Click() {

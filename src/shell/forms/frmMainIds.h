@@ -24,3 +24,4 @@
 #define IDC_pgbInit 1020
 #define IDC_removableDriveName 1021
 #define IDC_externalDriveName 1022
+#define IDC_loadingName 1023
