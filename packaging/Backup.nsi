@@ -155,6 +155,7 @@ FunctionEnd
 ; What lies in the program's folder, LICENSES and the lists apart.
 !macro ForEachFile do
   !insertmacro ${do} "Backup.exe"
+  !insertmacro ${do} "BackupCheck.exe"
   !insertmacro ${do} "7Za.exe"
   !insertmacro ${do} "Copie de Sauvegarde.pdf"
   !insertmacro ${do} "Backup.pdf"

@@ -11,7 +11,7 @@ class InstallerTest(InstallerCase):
     def test_everything_is_installed_and_the_program_starts_from_there(self):
         self.install()
         self.wait_until_idle()
-        own = {"Backup.exe", "7Za.exe", "Uninstall.exe", "Copie de Sauvegarde.pdf", "Backup.pdf", "NOTICE.txt",
+        own = {"Backup.exe", "BackupCheck.exe", "7Za.exe", "Uninstall.exe", "Copie de Sauvegarde.pdf", "Backup.pdf", "NOTICE.txt",
                "Backup.sample.ini"}
         licences = {f"LICENSES/{path.name}" for path in (PROJECT / "LICENSES").iterdir()}
         lists = {f"Fichierlst/Medium/{name}" for name in LIST_SOURCES}

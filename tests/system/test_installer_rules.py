@@ -6,7 +6,7 @@ import unittest
 from installer_case import INSTALLER, PACKAGING, REFUSED, UNINSTALL_KEY, InstallerCase
 
 EVENT_SOURCE_KEY = r"System\CurrentControlSet\Services\Eventlog\Application\Backup"
-CONTENT_FILES = ("Backup.exe", "7Za.exe", "Copie de Sauvegarde.pdf", "Backup.pdf", "NOTICE.txt", "Backup.sample.ini")
+CONTENT_FILES = ("Backup.exe", "BackupCheck.exe", "7Za.exe", "Copie de Sauvegarde.pdf", "Backup.pdf", "NOTICE.txt", "Backup.sample.ini")
 
 
 def with_version(program, version):

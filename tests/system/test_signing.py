@@ -7,7 +7,7 @@ import unittest
 from installer_case import InstallerCase
 from system_test import BUILD, PROJECT
 
-SIGNED = ("Backup.exe", "7Za.exe", "Uninstall.exe")
+SIGNED = ("Backup.exe", "BackupCheck.exe", "7Za.exe", "Uninstall.exe")
 
 
 class SigningTest(InstallerCase):
