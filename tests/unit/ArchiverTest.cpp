@@ -335,7 +335,7 @@ TEST_F(CopyToDisk, ArchiveTooLargeForTheFileSystemIsADiskThatIsFull) {
 TEST_F(CopyToDisk, ExchangeBrokenOffBeforeIsFinishedFirst) {
     machine.drives.Add(L"E:\\", DriveType::Removable);
     machine.files.AddFile(L"E:\\OKRBACKUP.ZIP.~new", std::string(100, 'x'));
-    machine.files.SetFreeBytes(L"E:", 20);
+    machine.files.SetFreeBytes(L"E:", 5);
     EXPECT_TRUE(copie.CopierUSB(L"E:\\")) << "what is left of it takes the room away";
     EXPECT_EQ(machine.files.Contents(L"E:\\").files, (Parts{L"OKRBACKUP.ZIP", L"_listFich.lst"}));
 }
