@@ -66,7 +66,7 @@ class MediumExchangeTest(SystemTest):
         else:
             self.assertTrue(path.endswith("nouveau.bin"), path)
             self.assertGreater(len(found[ARCHIVE_NAME]), 900_000)
-            self.assertEqual(self.check_archive_with_7zz(), 0)
+            self.assertEqual(self.check_archive_with_7zip(), 0)
         program.stop()
 
     def test_a_disk_without_room_for_both_keeps_the_old_backup(self):
@@ -132,11 +132,11 @@ class MediumExchangeTest(SystemTest):
         (root / NEW_ARCHIVE).write_bytes(b"half")
         root.chmod(0o555)
         self.addCleanup(root.chmod, 0o755)
-        if os.access(root, os.W_OK) and not self.refuses_writing(root):
-            self.skipTest("this account may write into read-only folders")
         program = self.start()
         restore = self.open_restore(program)
         self.wait_rows(restore, 1)
+        if not (root / NEW_ARCHIVE).exists():
+            self.skipTest("this account may write into read-only folders")
         self.assertIsNone(program.find_message_box())
         self.assertTrue(restore.rows("lvFichiersRepertoires")[0].texts[0].endswith("ancien.txt"))
         self.assertTrue(restore.control("cmdLancerRestauration").enabled)

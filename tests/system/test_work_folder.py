@@ -4,8 +4,6 @@ import unittest
 
 from system_test import SystemTest
 
-from program import IDOK
-
 
 class WorkFolderTest(SystemTest):
     def test_of_a_link_in_its_place_nothing_is_lost_that_it_leads_to(self):
@@ -19,11 +17,9 @@ class WorkFolderTest(SystemTest):
         main = program.main_window()
         main.press("optRestaure")
         main.press("cmdBackup")
-        restore = program.wait(lambda: program.find_window("frmRestaureCD"), "the restore window")
-        if program.find_message_box():
-            program.answer(IDOK)
-        restore.wait_enabled("cmdFermer")
-        restore.press("cmdFermer")
+        # Where the system cannot remove the link, that is told; what it leads to stays either way.
+        program.wait(lambda: program.find_message_box() or program.find_window("frmRestaureCD", enabled=True),
+                     "the restore window or a report")
         program.stop()
         self.assertEqual((elsewhere / "dossier" / "these.doc").read_bytes(), b"irremplacable")
 
@@ -33,20 +29,9 @@ class PasswordWithABlankTest(SystemTest):
         """Media that were made so are in the field: the archive has the part before the blank as its password."""
         self.disk()
         self.back_up(self.document("a.txt", b"contenu"), password="Abc1 defgh")
-        self.assertEqual(self.check_archive_with_7zz("Abc1"), 0)
-        self.assertNotEqual(self.check_archive_with_7zz("Abc1 defgh"), 0)
+        self.assertEqual(self.check_archive_with_7zip("Abc1"), 0)
+        self.assertNotEqual(self.check_archive_with_7zip("Abc1 defgh"), 0)
         self.assertEqual(self.inner_archives(password="Abc1"), {"Zip0001.zip": {"a.txt": b"contenu"}})
-
-
-class DriveRootTest(SystemTest):
-    def test_a_whole_drive_whose_path_ends_in_a_backslash_is_packed(self):
-        self.disk()
-        data = self.station.add_drive("d", kind="fixed")
-        (data / "dossier").mkdir()
-        (data / "dossier" / "a.txt").write_bytes(b"sur D")
-        self.back_up("D:\\")
-        packed = self.inner_archives()["Zip0001.zip"]
-        self.assertIn(b"sur D", packed.values(), packed)
 
 
 if __name__ == "__main__":
