@@ -3,6 +3,7 @@ file; the disc in it is a folder "disc" with its own settings, the burnt image a
 shows."""
 
 import shutil
+import uuid
 
 from workstation import BINARIES
 
@@ -66,7 +67,7 @@ class Burner:
         prepared = self.folder / "prepared"
         shutil.rmtree(prepared, ignore_errors=True)
         (prepared / "volume").mkdir(parents=True)
-        disc = {"kind": kind, "state": state, "capacity": CAPACITIES.get(family, 0), "speeds": SPEEDS.get(family, "")}
+        disc = {"id": str(uuid.uuid4()), "kind": kind, "state": state, "capacity": CAPACITIES.get(family, 0), "speeds": SPEEDS.get(family, "")}
         disc.update(settings)
         write_settings(prepared / "disc.ini", disc)
         shutil.rmtree(self.disc, ignore_errors=True)

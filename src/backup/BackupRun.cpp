@@ -19,7 +19,7 @@ BackupRun::BackupRun(Application& app, BackupState& state, BackupView& view, Bac
     : app_(app), state_(state), view_(view), steps_(steps), discs_(discs) {}
 
 void BackupRun::Launch() {
-    if (!IsStepAllowed(state_.phase.Now(), RunPhase::Preparing)) return;
+    if (!IsStepAllowed(state_.phase.Now(), RunPhase::Preparing) || discs_.IsBusy()) return;
     state_.phase.Enter(RunPhase::Preparing);
     const bool isComplete = Guarded(app_, L"cmdLancer_Click, module frmBackupCD", [this] {
         if (IsDisc(state_.miTypeMedia)) {
@@ -132,8 +132,13 @@ bool BackupRun::PreparerArchive() {
         if (!steps_.DemanderMotPasse()) return true;
         state_.awake = view_.HoldMachine();
         BuildArchive();
+        if (IsDisc(state_.miTypeMedia) && state_.phase.IsAt(RunPhase::ArchiveStopped)) return true;
         isOk = FitsMedium(app_.archiveSizeBytes, app_.availableSpace);
-        if (!isOk) app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
+        if (isOk) return true;
+        if (IsDisc(state_.miTypeMedia) && state_.disc.flNoDisc())
+            app_.ShowMessage(TextId::InsertDisc, TextId::None, box::Ok);
+        else
+            app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
         return true;
     });
     // A step that failed as a whole has left the window in its busy mode.
@@ -153,6 +158,8 @@ void BackupRun::BuildArchive() {
     app_.machine.messageLoop.RunPending();
     if (state_.phase.IsAt(RunPhase::Archiving))
         state_.phase.Enter(isComplete ? RunPhase::Archived : RunPhase::ArchiveFailed);
+    else if (IsDisc(state_.miTypeMedia))
+        discs_.ArreterEcriture();
     ReturnToIdle();
 }
 
@@ -162,7 +169,13 @@ void BackupRun::Stop() {
         discs_.FinEcriture();
     }
     if (!state_.phase.IsOperationInProgress()) return;
-    if (Describe(state_.miTypeMedia).doesStopReachWriter) discs_.ArreterEcriture();
+    if (IsDisc(state_.miTypeMedia) && state_.phase.IsAt(RunPhase::Archiving)) {
+        // The item in hand is finished first: the window shows that, and only then the settings.
+        view_.Display().SetRunStatus(app_.Text(TextId::StoppingRun));
+        view_.Display().DisableStop();
+    } else if (Describe(state_.miTypeMedia).doesStopReachWriter) {
+        discs_.ArreterEcriture();
+    }
     state_.phase.Stop();
 }
 

@@ -27,6 +27,10 @@ class BackupView : public BackupParent {
     virtual void MarkWorkSpace(bool isUsedUp) = 0;
     virtual void ShowPanels(const MediumReport& report) = 0;
     virtual void ShowEraseButton(bool isVisible, bool isEnabled) = 0;
+    /// Lists the disc writers anew, as soon as the window is idle.
+    virtual void ShowWriters() = 0;
+    /// Probes the write speeds anew, as soon as the window is idle.
+    virtual void ProbeSpeedsAgain() = 0;
     virtual RunDisplay& Display() = 0;
 
     /// The figure of the required space as it is shown.
@@ -36,6 +40,7 @@ class BackupView : public BackupParent {
     /// The selected write speed; nothing when the list is empty.
     virtual std::optional<double> SelectedSpeed() const = 0;
     virtual std::wstring DiscLabel() const = 0;
+    virtual void ShowDiscLabel(const std::wstring& label) = 0;
 
     virtual void ShowEraseProgress(std::int16_t percent) = 0;
     /// Shows the erase window until it is closed.

@@ -2,6 +2,7 @@
 
 #include "archive/MediumPair.h"
 #include "archive/clsListe.h"
+#include "backup/DiscErrors.h"
 #include "backup/DiscRules.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
@@ -44,6 +45,7 @@ std::vector<std::wstring> DiscSide::WriterNames() const {
 
 std::vector<WriteSpeed> DiscSide::ProbeSpeeds() {
     if (!writer_) return {};
+    areSpeedsOfDisc_ = writer_->Presence() == DiscPresence::Ready;
     switch (Family()) {
     case DiscFamily::Cd:
         return ProbeCdSpeeds(*writer_);
@@ -72,6 +74,8 @@ void DiscSide::RefreshDiscInfo() {
     });
     view_.AfficherEspaces();
     view_.MajBoutonLancer();
+    // A drive that was asleep or empty when it was probed tells its speeds now.
+    if (state_.disc.presence == DiscPresence::Ready && !std::exchange(areSpeedsOfDisc_, true)) view_.ProbeSpeedsAgain();
 }
 
 std::wstring DiscSide::DiscMediaTypeString() const {
@@ -79,6 +83,14 @@ std::wstring DiscSide::DiscMediaTypeString() const {
 }
 
 void DiscSide::CheckKind() {
+    isKindCheckDue_ = true;
+    if (isKindBoxOpen_) return;
+    isKindBoxOpen_ = true;
+    const AtScopeEnd close([this] { isKindBoxOpen_ = false; });
+    while (std::exchange(isKindCheckDue_, false)) TellWrongKind();
+}
+
+void DiscSide::TellWrongKind() {
     if (!IsDisc(state_.miTypeMedia) || state_.disc.presence != DiscPresence::Ready) return;
     if (IsKindOfFamily(Family(), state_.disc.kind)) return;
     app_.ShowMessage(WrongKindText(app_, state_.miTypeMedia, state_.disc.kind), TextId::WrongDiscFormatTitle,
@@ -113,12 +125,25 @@ bool DiscSide::DiscWritableDVD() {
 
 void DiscSide::SetWriteOptions() {
     app_.hasWriterError = false;
-    RequiredWriter().SetDiscLabel(view_.DiscLabel());
+    lastError_ = 0;
+    RequiredWriter();
+    SettleLabel();
+    writer_->SetDiscLabel(view_.DiscLabel());
     if (const auto speed = view_.SelectedSpeed()) writer_->SetWriteSpeed(*speed);
 }
 
+void DiscSide::SettleLabel() {
+    if (!writer_) return;
+    const std::wstring typed = view_.DiscLabel();
+    const std::wstring accepted = writer_->AcceptedDiscLabel(typed);
+    if (accepted != typed) view_.ShowDiscLabel(accepted);
+}
+
 void DiscSide::StartWrite() {
-    RequiredWriter().StartWrite();
+    DiscWriter& writer = RequiredWriter();
+    // The end of a write that was stopped before is no failure of this one.
+    if (lastError_ == DiscErrorAborted) app_.hasWriterError = false;
+    writer.StartWrite();
 }
 
 DiscFamily DiscSide::Family() const {
@@ -201,6 +226,11 @@ void DiscSide::EndWriting() {
     view_.EndProgram();
 }
 
+void DiscSide::EndFailedWriting() {
+    state_.phase.Enter(RunPhase::Idle);
+    FinEcriture();
+}
+
 /// A list that stays must not keep a finished backup from ending.
 void DiscSide::DeleteTransferList() {
     Guarded(app_, L"AfficherOperationEnCours, module frmBackupCD", [this] {
@@ -252,8 +282,14 @@ void DiscSide::ErrorEx(std::int32_t errCode, const std::wstring& errDescr) {
     Guarded(app_, Label(L"objGraveurCD_ErrorEx, module frmBackupCD", L"objGraveurDVD_ErrorEx, module frmBackupCD"),
             [&] {
                 app_.hasWriterError = true;
+                lastError_ = errCode;
                 if (errCode == DiscErrorAborted || errCode == DiscErrorNoDisc) return;
-                app_.ShowMessage(L"Error: " + std::to_wstring(errCode) + L". " + errDescr, TextId::None, box::Ok);
+                // What runs now has failed: nothing else will take the window out of its busy mode.
+                const bool isErasable = writer_ && IsKindErasable(Family(), writer_->Kind());
+                if (state_.phase.IsAt(RunPhase::Writing)) EndFailedWriting();
+                app_.ShowMessage(L"Error: " + std::to_wstring(errCode) + L". " +
+                                     DiscErrorDescription(app_, errCode, errDescr, isErasable),
+                                 TextId::None, box::Ok);
             });
 }
 
@@ -263,6 +299,21 @@ void DiscSide::MediaChange() {
             [this] {
                 RefreshDiscInfo();
                 CheckKind();
+            });
+}
+
+void DiscSide::DiscReadAgain() {
+    Guarded(app_,
+            Label(L"objGraveurCD_MediaChange, module frmBackupCD", L"objGraveurDVD_MediaChange, module frmBackupCD"),
+            [this] { RefreshDiscInfo(); });
+}
+
+void DiscSide::WritersChange() {
+    Guarded(app_,
+            Label(L"objGraveurCD_MediaChange, module frmBackupCD", L"objGraveurDVD_MediaChange, module frmBackupCD"),
+            [this] {
+                RefreshDiscInfo();
+                view_.ShowWriters();
             });
 }
 

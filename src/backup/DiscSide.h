@@ -40,9 +40,13 @@ class DiscSide final : public DiscHost, private DiscWriterEvents {
     void SetEffacementEnCour(bool isErasing) override { state_.phase.SetErasing(isErasing); }
     /// The kind of the disc as it was read last.
     std::wstring DiscMediaTypeString() const override;
-    /// Tells the user when the disc does not belong to the medium chosen.
+    /// Tells the user when the disc does not belong to the medium chosen. While he is being told, another disc waits.
     void CheckKind();
+    /// Whether the drive has not ended its last operation yet, so that no other can be started.
+    bool IsBusy() const { return writer_ && writer_->IsBusy(); }
 
+    /// Shows the disc's label as it will be written.
+    void SettleLabel();
     /// The check of the disc before a burn.
     bool IsDiscAccepted();
     /// Throws 91 without a writer, like `StartWrite`.
@@ -58,6 +62,8 @@ class DiscSide final : public DiscHost, private DiscWriterEvents {
   private:
     void ErrorEx(std::int32_t errCode, const std::wstring& errDescr) override;
     void MediaChange() override;
+    void DiscReadAgain() override;
+    void WritersChange() override;
     void OperationProgress(std::int16_t percent) override;
 
     /// Throws 91 for a disk.
@@ -68,6 +74,8 @@ class DiscSide final : public DiscHost, private DiscWriterEvents {
     MediumReport Report() const;
     void ShowWriting(std::int16_t percent);
     void EndWriting();
+    void EndFailedWriting();
+    void TellWrongKind();
     void DeleteTransferList();
     const wchar_t* Label(const wchar_t* forCd, const wchar_t* forDvd) const;
 
@@ -75,4 +83,8 @@ class DiscSide final : public DiscHost, private DiscWriterEvents {
     BackupState& state_;
     BackupView& view_;
     std::unique_ptr<DiscWriter> writer_;
+    std::int32_t lastError_ = 0;
+    bool areSpeedsOfDisc_ = true; ///< false while the speeds were probed without a disc
+    bool isKindBoxOpen_ = false;
+    bool isKindCheckDue_ = false;
 };

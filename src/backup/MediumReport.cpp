@@ -63,15 +63,21 @@ MediumReport ReportOnDisc(const Application& app, DiscFamily family, const DiscW
         report[Panel::Type] = app.Text(TextId::UnrecognizedDisc);
         return report;
     }
+    disc.isBusy = writer->IsBusy();
+    if (disc.presence == DiscPresence::NotAnswering) {
+        report[Panel::Type] = app.Text(TextId::WriterBusy);
+        report[Panel::Status] = app.Text(StatusText(family, DiscStatus::Unknown, 0));
+        return report;
+    }
     disc.kind = writer->Kind();
     disc.status = writer->Status();
     disc.isDvdReady = writer->IsDvdReady();
     disc.flDiscWritable = IsKindWritable(family, disc.kind, writer->IsWritable());
-    disc.flDiscErasable = IsKindErasable(family, disc.kind);
+    disc.flDiscErasable = !disc.isBusy && IsKindErasable(family, disc.kind);
     report[Panel::Type] = KindName(app, disc.kind);
     ByFamily(family, ReportCdSpace, ReportDvdSpace)(app, *writer, report);
-    if (const TextId text = StatusText(family, disc.status, writer->UsedBytes()); text != TextId::None)
-        report[Panel::Status] = app.Text(text);
+    const TextId text = disc.isBusy ? TextId::WriterBusy : StatusText(family, disc.status, writer->UsedBytes());
+    if (text != TextId::None) report[Panel::Status] = app.Text(text);
     if (disc.status == DiscStatus::Unknown) report.available = Currency();
     return report;
 }

@@ -18,4 +18,6 @@ class RunDisplay {
     virtual ProgressBar& Total() = 0;
     /// Takes the bar of the single steps away, for media that have none.
     virtual void HideStep() = 0;
+    /// The stop has been asked for and cannot be asked for again.
+    virtual void DisableStop() = 0;
 };

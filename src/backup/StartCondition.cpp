@@ -3,12 +3,14 @@
 namespace {
 
 bool IsCdReady(const DiscFacts& disc) {
-    return disc.presence == DiscPresence::Ready && (disc.kind == MediaKind::CdR || disc.kind == MediaKind::CdRw) &&
-           disc.status < DiscStatus::Closed && disc.flDiscWritable;
+    return !disc.isBusy && disc.presence == DiscPresence::Ready &&
+           (disc.kind == MediaKind::CdR || disc.kind == MediaKind::CdRw) && disc.status < DiscStatus::Closed &&
+           disc.flDiscWritable;
 }
 
 bool IsDvdReady(const DiscFacts& disc) {
-    return disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam && disc.isDvdReady && disc.flDiscWritable;
+    return !disc.isBusy && disc.kind >= MediaKind::DvdRom && disc.kind <= MediaKind::DvdRam && disc.isDvdReady &&
+           disc.flDiscWritable;
 }
 
 } // namespace

@@ -7,9 +7,10 @@
 /// What the backup window knows of the disc, as it read it last.
 struct DiscFacts {
     DiscPresence presence = DiscPresence::None;
-    MediaKind kind = MediaKind::CdRom;
-    DiscStatus status = DiscStatus::Blank;
+    MediaKind kind = MediaKind::Other;
+    DiscStatus status = DiscStatus::Unknown;
     bool isDvdReady = false;
+    bool isBusy = false; ///< the drive has not ended its last operation yet
     bool flDiscWritable = false;
     bool flDiscErasable = false;
 

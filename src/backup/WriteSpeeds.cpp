@@ -42,7 +42,8 @@ std::vector<WriteSpeed> ProbeDvdSpeeds(DiscWriter& writer, const std::wstring& d
     std::vector<WriteSpeed> speeds;
     for (const double settled : kept) {
         const double shown = Rounded(Rounded(settled, 100), 10);
-        speeds.push_back({FormatNumber(shown, L"0.0", decimalSeparator), shown});
+        // A writer without a drive settles on nothing.
+        if (shown > 0) speeds.push_back({FormatNumber(shown, L"0.0", decimalSeparator), shown});
     }
     return speeds;
 }

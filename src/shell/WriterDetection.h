@@ -28,6 +28,8 @@ class WriterProbe : private DiscWriterEvents {
   private:
     void ErrorEx(std::int32_t errCode, const std::wstring& errDescr) override;
     void MediaChange() override {}
+    void DiscReadAgain() override {}
+    void WritersChange() override {}
     void OperationProgress(std::int16_t) override {}
 
     Application& app_;

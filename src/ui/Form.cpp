@@ -298,6 +298,8 @@ INT_PTR CALLBACK Form::DialogProcedure(HWND window, UINT message, WPARAM wParam,
 INT_PTR Form::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     HWND window = window_;
     if (const auto result = OnMessage(message, wParam, lParam)) return Answer(window, *result);
+    static const UINT autoPlayQuestion = RegisterWindowMessageW(L"QueryCancelAutoPlay");
+    if (message == autoPlayQuestion && KeepsDiscsFromOpening()) return Answer(window, TRUE);
     switch (message) {
     case WM_INITDIALOG:
         ShowProgramIcon();

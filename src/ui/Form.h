@@ -110,6 +110,8 @@ class Form {
     virtual void OnActivate() {}
     /// The user wants the window closed (cross, Alt+F4, Escape without a cancel button). False keeps it.
     virtual bool OnClosing() { return true; }
+    /// While the window is in front, Windows opens no disc that is put in.
+    virtual bool KeepsDiscsFromOpening() const { return false; }
     virtual void OnUnload() {}
     /// Any message before the form handles it; a value ends its handling.
     virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);

@@ -28,6 +28,14 @@ class RecordedDiscEvents : public DiscWriterEvents {
         ++mediaChanges;
         Told();
     }
+    void DiscReadAgain() override {
+        ++readings;
+        Told();
+    }
+    void WritersChange() override {
+        ++writersChanges;
+        Told();
+    }
     void OperationProgress(std::int16_t percent) override {
         progress.push_back({writer->CurrentOperation(), writer->CurrentStage(), percent});
         Told();
@@ -51,6 +59,8 @@ class RecordedDiscEvents : public DiscWriterEvents {
     std::vector<std::pair<std::int32_t, std::wstring>> errors;
     std::vector<Progress> progress;
     int mediaChanges = 0;
+    int readings = 0;
+    int writersChanges = 0;
 
   private:
     void Told() {
@@ -84,6 +94,11 @@ class DiscWriterContract : public testing::Test {
     }
     void RunUntilEnd() {
         bench_.RunUntil([this] { return events_.HasFinished() || !events_.errors.empty(); });
+        RunUntilRead();
+    }
+    /// Until the disc that an operation left has been read.
+    void RunUntilRead() {
+        bench_.RunUntil([this] { return !writer_ || !writer_->IsBusy(); });
     }
 
     Bench bench_;
@@ -126,7 +141,8 @@ TYPED_TEST_P(DiscWriterContract, SelectedWriterWithoutADiscReadsAsZero) {
     DiscWriter& writer = this->Open();
     writer.SelectWriter(1);
     EXPECT_EQ(writer.Presence(), DiscPresence::None);
-    EXPECT_EQ(writer.Status(), DiscStatus::Blank);
+    EXPECT_EQ(writer.Status(), DiscStatus::Unknown);
+    EXPECT_EQ(writer.Kind(), MediaKind::Other);
     EXPECT_FALSE(writer.IsWritable());
     EXPECT_EQ(writer.TotalBytes(), 0u);
     EXPECT_EQ(writer.FreeBytes(), 0u);
@@ -175,19 +191,14 @@ TYPED_TEST_P(DiscWriterContract, WriteTellsItsStepsInOrderAndEndsOnce) {
     EXPECT_EQ(writer.CurrentOperation(), DiscOperation::None);
 }
 
-TYPED_TEST_P(DiscWriterContract, WrittenDiscReadsAsOpenWhenTheEndIsTold) {
+TYPED_TEST_P(DiscWriterContract, WrittenDiscReadsAsOpenOnceTheDriveIsFree) {
     DiscWriter& writer = this->Open();
-    DiscStatus status = DiscStatus::Unknown;
-    std::uint64_t used = 0;
-    this->events_.onEvent = [&] {
-        if (!this->events_.HasFinished()) return;
-        status = writer.Status();
-        used = writer.UsedBytes();
-    };
     this->StartWrite();
+    EXPECT_TRUE(writer.IsBusy());
     this->RunUntilEnd();
-    EXPECT_EQ(status, DiscStatus::Open);
-    EXPECT_GE(used, 300000u);
+    EXPECT_FALSE(writer.IsBusy());
+    EXPECT_EQ(writer.Status(), DiscStatus::Open);
+    EXPECT_GE(writer.UsedBytes(), 300000u);
     EXPECT_LT(writer.FreeBytes(), writer.TotalBytes());
 }
 
@@ -223,10 +234,14 @@ TYPED_TEST_P(DiscWriterContract, AbortedWriteIsIdleAtOnceAndEndsOnce) {
     this->StartWrite();
     writer.Abort();
     EXPECT_EQ(writer.CurrentOperation(), DiscOperation::None);
+    EXPECT_TRUE(writer.IsBusy());
     const std::size_t told = this->events_.progress.size();
     writer.StartWrite();
     EXPECT_THAT(this->events_.ErrorCodes(), testing::ElementsAre(DiscErrorBusy));
     this->bench_.RunUntil([&] { return this->events_.errors.size() > 1; });
+    this->RunUntilRead();
+    EXPECT_EQ(this->events_.mediaChanges, 0);
+    EXPECT_EQ(this->events_.readings, 1);
     this->bench_.RunAWhile();
     EXPECT_THAT(this->events_.ErrorCodes(), testing::ElementsAre(DiscErrorBusy, DiscErrorAborted));
     EXPECT_EQ(this->events_.progress.size(), told);
@@ -241,8 +256,10 @@ TYPED_TEST_P(DiscWriterContract, AfterAnAbortedWriteTheNextOperationRuns) {
     this->StartWrite();
     writer.Abort();
     this->bench_.RunUntil([&] { return !this->events_.errors.empty(); });
+    this->RunUntilRead();
     writer.Erase(true);
     this->bench_.RunUntil([&] { return this->events_.HasReached(DiscOperation::EraseInProgress, 100); });
+    this->RunUntilRead();
     EXPECT_TRUE(this->events_.HasReached(DiscOperation::EraseInProgress, 100));
     EXPECT_EQ(writer.Status(), DiscStatus::Blank);
 }
@@ -255,6 +272,7 @@ TYPED_TEST_P(DiscWriterContract, EraseTellsItsProgressAndLeavesABlankDisc) {
     writer.Erase(false);
     EXPECT_EQ(writer.CurrentOperation(), DiscOperation::EraseInProgress);
     this->bench_.RunUntil([&] { return this->events_.HasReached(DiscOperation::EraseInProgress, 100); });
+    this->RunUntilRead();
     const auto& steps = this->events_.progress;
     ASSERT_FALSE(steps.empty());
     for (const auto& step : steps) EXPECT_EQ(step.operation, DiscOperation::EraseInProgress);
@@ -340,7 +358,7 @@ TYPED_TEST_P(DiscWriterContract, RefusedStartForgetsItsFiles) {
 REGISTER_TYPED_TEST_SUITE_P(DiscWriterContract, NamesEachWriterWithItsLetterAndTheFirstIsCurrent,
                             BlankDiscIsWritableAndAllFree, BlankDvdIsReady, SelectedWriterWithoutADiscReadsAsZero,
                             SelectingAWriterThatIsNotThereChangesNothing, SpeedSettlesOnASupportedOne,
-                            WriteTellsItsStepsInOrderAndEndsOnce, WrittenDiscReadsAsOpenWhenTheEndIsTold,
+                            WriteTellsItsStepsInOrderAndEndsOnce, WrittenDiscReadsAsOpenOnceTheDriveIsFree,
                             DiscWithoutFilesCanBeWritten, SecondOperationIsRefusedInsideItsCall,
                             OperationWithoutADiscIsRefusedSilentlyInsideItsCall, AbortedWriteIsIdleAtOnceAndEndsOnce,
                             AfterAnAbortedWriteTheNextOperationRuns, EraseTellsItsProgressAndLeavesABlankDisc,

@@ -48,6 +48,8 @@ class FakeBackupView : public BackupView, private RunDisplay {
         isEraseVisible = isVisible;
         isEraseEnabled = isEnabled;
     }
+    void ShowWriters() override { calls.push_back(L"writers"); }
+    void ProbeSpeedsAgain() override { calls.push_back(L"speeds"); }
     void RefreshWindow() override { calls.push_back(L"refresh"); }
     bool StopWrite() override { return false; }
     RunDisplay& Display() override { return *this; }
@@ -58,9 +60,11 @@ class FakeBackupView : public BackupView, private RunDisplay {
     ProgressBar& Step() override { return step; }
     ProgressBar& Total() override { return total; }
     void HideStep() override { calls.push_back(L"hide step"); }
+    void DisableStop() override { calls.push_back(L"no stop"); }
     std::wstring SelectedDrive() const override { return drive; }
     std::optional<double> SelectedSpeed() const override { return speed; }
     std::wstring DiscLabel() const override { return label; }
+    void ShowDiscLabel(const std::wstring& newLabel) override { label = newLabel; }
     void ShowEraseProgress(std::int16_t percent) override { erasePercents.push_back(percent); }
     void ShowEraseWindow() override {
         calls.push_back(L"erase window");

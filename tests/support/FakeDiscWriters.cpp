@@ -7,6 +7,7 @@ FakeDisc BlankDisc(MediaKind kind, std::uint64_t totalBytes) {
     FakeDisc disc;
     disc.presence = DiscPresence::Ready;
     disc.kind = kind;
+    disc.status = DiscStatus::Blank;
     disc.isWritable = true;
     disc.isDvdReady = kind >= MediaKind::DvdRom && kind <= MediaKind::DvdPlusRDl;
     disc.totalBytes = totalBytes;
@@ -44,8 +45,17 @@ FakeDiscDrive* FakeDiscWriter::Drive() const {
 
 const FakeDisc& FakeDiscWriter::Disc() const {
     static const FakeDisc none;
+    static const FakeDisc notAnswering = [] {
+        FakeDisc disc;
+        disc.presence = DiscPresence::NotAnswering;
+        return disc;
+    }();
     const FakeDiscDrive* drive = Drive();
-    return drive && drive->disc.presence != DiscPresence::None ? drive->disc : none;
+    if (!drive) return none;
+    const bool hasDisc =
+        drive->disc.presence == DiscPresence::Ready || drive->disc.presence == DiscPresence::Unrecognized;
+    if (hasDisc) return drive->disc;
+    return drive->disc.presence == DiscPresence::None ? none : notAnswering;
 }
 
 std::vector<std::wstring> FakeDiscWriter::WriterNames() const {
@@ -78,6 +88,10 @@ double FakeDiscWriter::WriteSpeed() const {
 
 void FakeDiscWriter::SetDiscLabel(const std::wstring& label) {
     writers_.Record(family_).label = label;
+}
+
+std::wstring FakeDiscWriter::AcceptedDiscLabel(const std::wstring& label) const {
+    return writers_.acceptedLabel.empty() ? label : writers_.acceptedLabel;
 }
 
 void FakeDiscWriter::AddFile(const std::wstring& path) {
@@ -165,12 +179,21 @@ void FakeDiscWriter::RaiseMediaChange() {
     if (events_) events_->MediaChange();
 }
 
+void FakeDiscWriter::RaiseDiscReadAgain() {
+    if (events_) events_->DiscReadAgain();
+}
+
+void FakeDiscWriter::RaiseWritersChange() {
+    if (events_) events_->WritersChange();
+}
+
 void FakeDiscWriter::PlayToEnd() {
     const auto isAlive = isAlive_;
     FakeDiscDrive* drive = Drive();
     if (running_ == Running::Stopping) {
         running_ = Running::Nothing;
         RaiseError(DiscErrorAborted, L"The operation was stopped.");
+        if (*isAlive) RaiseDiscReadAgain();
     } else if (running_ == Running::Erase) {
         RaiseProgress(DiscOperation::EraseInProgress, 50);
         if (!*isAlive || running_ != Running::Erase) return;

@@ -13,8 +13,8 @@
 /// The disc in a stand-in drive, as plain data.
 struct FakeDisc {
     DiscPresence presence = DiscPresence::None;
-    MediaKind kind = MediaKind::CdRom;
-    DiscStatus status = DiscStatus::Blank;
+    MediaKind kind = MediaKind::Other;
+    DiscStatus status = DiscStatus::Unknown;
     bool isWritable = false;
     bool isDvdReady = false;
     std::uint64_t usedBytes = 0;
@@ -61,6 +61,7 @@ class FakeDiscWriter : public DiscWriter {
     void SetEvents(DiscWriterEvents* events) override;
     DiscOperation CurrentOperation() const override { return operation_; }
     WritingStage CurrentStage() const override { return stage_; }
+    bool IsBusy() const override { return running_ != Running::Nothing; }
     DiscPresence Presence() const override { return Disc().presence; }
     MediaKind Kind() const override { return Disc().kind; }
     DiscStatus Status() const override { return Disc().status; }
@@ -70,10 +71,12 @@ class FakeDiscWriter : public DiscWriter {
     std::uint64_t TotalBytes() const override { return Disc().totalBytes; }
     std::uint64_t FreeBytes() const override { return Disc().freeBytes; }
     std::vector<std::wstring> WriterNames() const override;
+    int CurrentWriter() const override { return Drive() ? static_cast<int>(drive_) : -1; }
     void SelectWriter(int index) override;
     void SetWriteSpeed(double speed) override;
     double WriteSpeed() const override;
     void SetDiscLabel(const std::wstring& label) override;
+    std::wstring AcceptedDiscLabel(const std::wstring& label) const override;
     void AddFile(const std::wstring& path) override;
     void StartWrite() override;
     void Abort() override;
@@ -84,6 +87,8 @@ class FakeDiscWriter : public DiscWriter {
     void RaiseProgress(DiscOperation operation, std::int16_t percent, WritingStage stage = WritingStage::WritingTrack);
     void RaiseError(std::int32_t code, const std::wstring& text);
     void RaiseMediaChange();
+    void RaiseDiscReadAgain();
+    void RaiseWritersChange();
     /// Ends the running operation with an error, as a drive does.
     void FailOperation(std::int32_t code, const std::wstring& text);
 
@@ -91,7 +96,6 @@ class FakeDiscWriter : public DiscWriter {
     void PlayToEnd();
     /// Puts another disc into the current drive and says so when idle.
     void InsertDisc(const FakeDisc& disc);
-    bool IsIdle() const { return running_ == Running::Nothing; }
 
   private:
     enum class Running { Nothing, Write, Erase, Stopping };
@@ -131,6 +135,8 @@ class FakeDiscWriters : public DiscWriters {
     FakeDiscWriter* cdWriter = nullptr;
     FakeDiscWriter* dvdWriter = nullptr;
 
+    /// What the system makes of every label; empty: it takes each as it is.
+    std::wstring acceptedLabel;
     /// Thrown by Create.
     std::optional<RuntimeError> createFailure;
     /// Raised inside the next StartWrite or Erase, which then does not start.

@@ -191,24 +191,22 @@ class DiscStateTest(DiscTest):
 
 
 class DiscFaultTest(DiscTest):
-    def test_a_write_that_is_refused_shows_its_code_and_stop_brings_the_window_back(self):
+    def test_a_write_that_is_refused_shows_its_code_and_the_window_comes_back(self):
         self.cd.insert("CD-R")
-        self.cd.set(start_code="0xC0AA0207")
+        self.cd.set(start_code="0xC0AA0406")
         program, backup = self.start_burn()
         box = program.answer(IDOK, 60)
-        self.assertTrue(box.text.startswith("Error: -1062600185. "), box.text)
+        self.assertEqual(box.text, "Error: -1062599674. Ce disque ne convient pas à cette opération.")
         self.assertEqual(box.title, "Backup")
-        backup.press("cmdStopWrite")
         backup.wait_enabled("cmdPrecedent")
         self.leave(program, backup)
 
-    def test_a_write_that_fails_at_50_shows_its_code_and_stop_brings_the_window_back(self):
+    def test_a_write_that_fails_at_50_shows_its_code_and_the_window_comes_back(self):
         self.cd.insert("CD-R")
         self.cd.set(fail_at=50, write_milliseconds=1500)
         program, backup = self.start_burn()
         box = program.answer(IDOK, 60)
         self.assertTrue(box.text.startswith("Error: "), box.text)
-        backup.press("cmdStopWrite")
         backup.wait_enabled("cmdPrecedent")
         self.leave(program, backup)
 
@@ -218,7 +216,6 @@ class DiscFaultTest(DiscTest):
         program, backup = self.start_burn()
         box = program.answer(IDOK, 60)
         self.assertTrue(box.text.startswith("Error: "), box.text)
-        backup.press("cmdStopWrite")
         backup.wait_enabled("cmdPrecedent")
         program.wait(lambda: backup.text("stBarDataWriter") == "Aucun disque", "the empty drive")
         self.leave(program, backup)

@@ -24,6 +24,7 @@ DiscFacts ReadyDisc(MediaKind kind) {
     DiscFacts disc;
     disc.presence = DiscPresence::Ready;
     disc.kind = kind;
+    disc.status = DiscStatus::Blank;
     disc.isDvdReady = true;
     disc.flDiscWritable = true;
     return disc;

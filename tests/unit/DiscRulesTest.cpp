@@ -1,4 +1,3 @@
-#include "platform/discs/DiscErrors.h"
 #include "platform/discs/DiscLabel.h"
 #include "platform/discs/DiscProgress.h"
 #include "platform/discs/DiscReading.h"
@@ -89,7 +88,46 @@ TEST(DiscReading, OverwritableDiscHasUsedItsVolume) {
     EXPECT_EQ(disc.status, DiscStatus::Open);
     EXPECT_TRUE(disc.isDvdReady);
     EXPECT_EQ(disc.usedBytes, 5000000u);
-    EXPECT_EQ(disc.freeBytes, disc.totalBytes);
+    EXPECT_EQ(disc.freeBytes, disc.totalBytes - 5000000u);
+}
+
+TEST(DiscReading, OverwritableDiscWithoutAReadableVolumeIsNotBlank) {
+    DriveAnswers answers = BlankCdR();
+    answers.mediaType = Mastering::MediaDvdPlusRw;
+    answers.mediaState = Mastering::StateOverwriteOnly;
+    const DiscState disc = DiscBehind(answers, 0);
+    EXPECT_EQ(disc.status, DiscStatus::Open);
+    EXPECT_GT(disc.usedBytes, 0u);
+    answers.isHeuristicallyBlank = true;
+    EXPECT_EQ(DiscBehind(answers, 0).usedBytes, 0u);
+}
+
+TEST(DiscReading, DiscThatTheSystemDoesNotWriteToIsNotWritable) {
+    DriveAnswers answers = BlankCdR();
+    answers.isSupported = false;
+    EXPECT_FALSE(DiscBehind(answers, 0).isWritable);
+}
+
+TEST(DiscReading, DamagedCdRwCanBeErasedAndADamagedCdRIsUnknown) {
+    DriveAnswers answers = BlankCdR();
+    answers.mediaState = Mastering::StateDamaged;
+    EXPECT_EQ(DiscBehind(answers, 0).status, DiscStatus::Unknown);
+    answers.mediaType = Mastering::MediaCdRw;
+    EXPECT_EQ(DiscBehind(answers, 0).status, DiscStatus::Closed);
+}
+
+TEST(DiscReading, OpenDiscWithoutUdfTakesNoFileOfTwoGib) {
+    DriveAnswers answers = BlankCdR();
+    answers.mediaType = Mastering::MediaDvdPlusR;
+    answers.mediaState = Mastering::StateAppendable;
+    answers.totalSectors = 2295104;
+    answers.freeSectors = 2000000;
+    EXPECT_EQ(DiscBehind(answers, 0).freeBytes, 2000000u * 2048ull);
+    answers.fileSystems = Mastering::Iso9660 | Mastering::Joliet;
+    EXPECT_EQ(DiscBehind(answers, 0).freeBytes, 0x7FFFFFFFu);
+    EXPECT_EQ(DiscBehind(answers, 0).usedBytes, 295104u * 2048ull);
+    answers.fileSystems = Mastering::Udf;
+    EXPECT_EQ(DiscBehind(answers, 0).freeBytes, 2000000u * 2048ull);
 }
 
 TEST(DiscReading, OverwritableDiscHasNotUsedMoreThanItHolds) {
@@ -124,9 +162,18 @@ TEST(DiscReading, EmptyDriveHasNoDiscHoweverItSaysSo) {
     DriveAnswers quiet;
     quiet.mediaStateResult = Mastering::NoMedia;
     EXPECT_EQ(DiscBehind(quiet, 99), DiscState());
-    DriveAnswers loading;
-    loading.mediaTypeResult = Mastering::MediaBecomingReady;
-    EXPECT_EQ(DiscBehind(loading, 99), DiscState());
+}
+
+TEST(DiscReading, FailedQuestionIsNoEmptyDrive) {
+    for (const std::uint32_t result : {Mastering::MediaBecomingReady, Mastering::MediaFormatInProgress,
+                                       Mastering::RecorderLocked, Mastering::AccessDenied, Mastering::CommandTimeout}) {
+        DriveAnswers answers;
+        answers.mediaTypeResult = result;
+        EXPECT_EQ(DiscBehind(answers, 99).presence, DiscPresence::NotAnswering) << std::hex << result;
+        answers.mediaTypeResult = 0;
+        answers.mediaStateResult = result;
+        EXPECT_EQ(DiscBehind(answers, 99).presence, DiscPresence::NotAnswering) << std::hex << result;
+    }
 }
 
 TEST(DiscReading, DiscThatTheDriveCannotReadIsUnrecognized) {
@@ -228,15 +275,6 @@ TEST(DiscProgress, EraseReachesNinetyNineOnlyPastItsEstimate) {
     EXPECT_EQ(EraseProgress(900, 600).percent, 99);
     EXPECT_EQ(EraseProgress(10, 0).percent, 0);
     EXPECT_EQ(EraseProgress(1, 2).operation, DiscOperation::EraseInProgress);
-}
-
-TEST(DiscErrors, EveryFailureThatAPersonCanMeetHasAText) {
-    for (std::uint32_t code :
-         {Mastering::NoMedia, Mastering::MediaNotSupported, Mastering::MediaBusy, Mastering::RecorderLocked,
-          Mastering::LossOfStreaming, Mastering::UnexpectedResponse, Mastering::StreamTooLarge,
-          Mastering::EraseNotErasable, Mastering::ImageSizeLimit, Mastering::ImageReadFailure})
-        EXPECT_FALSE(DiscErrorText(code).empty()) << std::hex << code;
-    EXPECT_TRUE(DiscErrorText(0x80004005u).empty());
 }
 
 } // namespace

@@ -145,7 +145,12 @@ void BurnerBench::InsertDisc(wchar_t letter, const Settings& disc) {
     const fs::path prepared = DriveFolder(letter) / "prepared";
     fs::remove_all(prepared, ignored);
     fs::create_directories(prepared / "volume", ignored);
-    WriteSettings(prepared / "disc.ini", disc);
+    static int lastId = 0;
+    Settings named = disc;
+    named["id"] = std::to_string(GetCurrentProcessId()) + "." + std::to_string(++lastId);
+    // A disc that was in before the writer was made, unless the test says otherwise.
+    named.try_emplace("settled", "yes");
+    WriteSettings(prepared / "disc.ini", named);
     // What a test before wrote may still be on its way to the letter.
     const ProcessLock lock(SettingsLockName);
     fs::remove_all(DriveFolder(letter) / "disc", ignored);

@@ -45,6 +45,16 @@ class DispatchObject : public ComObject<Interface> {
     virtual void* OtherThanDispatch(REFIID) { return nullptr; }
 };
 
+/// Calls sinks through Invoke, with the arguments in their natural order.
+inline void FireAt(const std::vector<ComPointer<IDispatch>>& sinks, DISPID id, std::vector<VARIANT> arguments) {
+    std::vector<VARIANTARG> reversed(arguments.rbegin(), arguments.rend());
+    DISPPARAMS parameters{};
+    parameters.rgvarg = reversed.data();
+    parameters.cArgs = static_cast<UINT>(reversed.size());
+    for (const auto& sink : sinks)
+        sink->Invoke(id, GUID{}, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+}
+
 /// The connection point of an object that fires one event interface; a part of that object, which it keeps alive.
 template<class EventInterface>
 class EventSource : public IConnectionPointContainer, public IConnectionPoint {
@@ -57,20 +67,14 @@ class EventSource : public IConnectionPointContainer, public IConnectionPoint {
         if (id == InterfaceId<IConnectionPointContainer>) return static_cast<IConnectionPointContainer*>(this);
         return nullptr;
     }
-    /// Calls the sinks through Invoke, with the arguments in their natural order.
-    void Fire(DISPID id, std::vector<VARIANT> arguments) {
-        std::vector<VARIANTARG> reversed(arguments.rbegin(), arguments.rend());
-        DISPPARAMS parameters{};
-        parameters.rgvarg = reversed.data();
-        parameters.cArgs = static_cast<UINT>(reversed.size());
+    void Fire(DISPID id, std::vector<VARIANT> arguments) { FireAt(Sinks(), id, std::move(arguments)); }
+    /// Those that are connected now.
+    std::vector<ComPointer<IDispatch>> Sinks() {
         std::vector<ComPointer<IDispatch>> sinks;
-        {
-            std::lock_guard lock(mutex_);
-            for (auto& sink : sinks_)
-                if (sink.object) sinks.push_back(sink.object);
-        }
-        for (auto& sink : sinks)
-            sink->Invoke(id, GUID{}, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+        std::lock_guard lock(mutex_);
+        for (auto& sink : sinks_)
+            if (sink.object) sinks.push_back(sink.object);
+        return sinks;
     }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {

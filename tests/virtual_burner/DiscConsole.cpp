@@ -31,6 +31,8 @@ class ConsoleEvents : public DiscWriterEvents {
         hasFailed = true;
     }
     void MediaChange() override { std::puts("media change"); }
+    void DiscReadAgain() override { std::puts("disc read again"); }
+    void WritersChange() override { std::puts("writers change"); }
     void OperationProgress(std::int16_t percent) override {
         const auto operation = writer_.CurrentOperation();
         std::printf("operation %d stage %d percent %d\n", static_cast<int>(operation),

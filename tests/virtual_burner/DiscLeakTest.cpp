@@ -61,8 +61,10 @@ TEST(DiscLeaks, TwoHundredLivesLeaveNothingBehind) {
         renew();
         LiveOnce(bench, file, turn);
     }
-    EXPECT_EQ(FootprintNow(), before);
+    // The burner's last late events are still on their way.
+    bench.RunUntil([&] { return LiveBurnerObjects() == 0 && FootprintNow() == before; });
     EXPECT_EQ(LiveBurnerObjects(), 0);
+    EXPECT_EQ(FootprintNow(), before);
 }
 
 } // namespace

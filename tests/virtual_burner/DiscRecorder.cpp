@@ -50,6 +50,7 @@ HRESULT DiscRecorder::InitializeDiscRecorder(BSTR id) {
     const auto folders = DriveFolders();
     const std::wstring folder = id ? id : L"";
     if (std::find(folders.begin(), folders.end(), folder) == folders.end()) return E_INVALIDARG;
+    if (const HRESULT result = VirtualDrive(folder).OpenResult(); FAILED(result)) return result;
     folder_ = folder;
     return S_OK;
 }

@@ -160,13 +160,9 @@ std::vector<LONG> VirtualDrive::Profiles() const {
     return profiles;
 }
 
-HRESULT VirtualDrive::QueryResult() const {
-    if (settings.Flag("busy")) return static_cast<HRESULT>(Mastering::RecorderLocked);
-    return static_cast<HRESULT>(settings.Number("query code", S_OK));
-}
-
 VirtualDisc::VirtualDisc(const VirtualDrive& drive)
-    : folder(drive.DiscFolder()), settings(drive.DiscFolder() + L"\\disc.ini") {}
+    : folder(drive.DiscFolder()), settings(drive.DiscFolder() + L"\\disc.ini"),
+      blankTestMilliseconds_(drive.Delay("blank test milliseconds", 50)) {}
 
 LONG VirtualDisc::MediaType() const {
     return KindNamed(settings.Text("kind")).mediaType;
@@ -189,9 +185,13 @@ LONG VirtualDisc::State() const {
     const std::string state = settings.Text("state");
     if (!kind.isWritable) return Mastering::StateUnsupported;
     if (state == "closed") return Mastering::StateFinalized;
+    if (state == "protected") return LONG{Mastering::StateAppendable} | Mastering::StateWriteProtected;
+    if (state == "erase required") return Mastering::StateEraseRequired;
+    // Whatever became of its last write.
+    if (kind.isOverwriteOnly) return Mastering::StateOverwriteOnly;
     if (state == "incomplete") return Mastering::StateIncompleteSession;
     if (state == "damaged") return Mastering::StateDamaged;
-    if (kind.isOverwriteOnly) return Mastering::StateOverwriteOnly;
+    if (state == "final session") return LONG{Mastering::StateAppendable} | Mastering::StateFinalSession;
     if (state == "blank") return LONG{Mastering::StateBlank} | Mastering::StateAppendable;
     return state == "open" ? LONG{Mastering::StateAppendable} : 0;
 }
@@ -201,14 +201,16 @@ LONG VirtualDisc::TotalSectors() const {
 }
 
 LONG VirtualDisc::NextSector() const {
-    return IsBlank() || IsOverwriteOnly()
-               ? 0
-               : static_cast<LONG>((settings.Number("used") + Mastering::SectorBytes - 1) / Mastering::SectorBytes);
+    return IsBlank() || IsOverwriteOnly() ? 0 : UsedSectors();
+}
+
+LONG VirtualDisc::UsedSectors() const {
+    return static_cast<LONG>((settings.Number("used") + Mastering::SectorBytes - 1) / Mastering::SectorBytes);
 }
 
 LONG VirtualDisc::FreeSectors() const {
     if (const auto free = settings.OptionalNumber("free")) return static_cast<LONG>(*free / Mastering::SectorBytes);
-    if (settings.Text("state") == "closed" || settings.Text("state") == "incomplete") return 0;
+    if (State() & Mastering::StateUnwritable) return 0;
     return std::max<LONG>(TotalSectors() - NextSector(), 0);
 }
 

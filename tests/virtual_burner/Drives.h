@@ -45,6 +45,8 @@ class SettingsFile {
     std::map<std::string, std::string> values_;
 };
 
+class VirtualDisc;
+
 /// The folder of a drive and what its drive.ini says.
 struct VirtualDrive {
     explicit VirtualDrive(const std::wstring& folder);
@@ -56,6 +58,16 @@ struct VirtualDrive {
     std::vector<LONG> Profiles() const;
     /// The result with which every question about the disc fails; a success code when none does.
     HRESULT QueryResult() const;
+    /// The result with which a question about the disc that is in is answered, after as long as the drive takes.
+    HRESULT Answer(const VirtualDisc& disc) const;
+    /// The result with which the drive is opened.
+    HRESULT OpenResult() const;
+    /// A write or an erase has ended: the drive needs its time before it answers again.
+    void BecomeReadyAgain() const;
+    /// Whether the drive is as stern as a real one in this respect.
+    bool IsStern(const std::string& mode) const;
+    /// A time that drive.ini may give; else the one of a stern drive, or none.
+    std::int64_t Delay(const std::string& key, std::int64_t sternMilliseconds) const;
 };
 
 /// The disc in a drive as its disc.ini says.
@@ -74,15 +86,25 @@ class VirtualDisc {
     LONG FreeSectors() const;
     /// The first sector after everything that was written.
     LONG NextSector() const;
+    LONG UsedSectors() const;
     /// Fastest first, in sectors per second.
     std::vector<LONG> Speeds() const;
     bool IsBlank() const { return settings.Text("state") == "blank"; }
+    /// What the guess at blankness gives, after the time that it takes.
+    bool LooksBlank() const;
+    /// Whether a program holds something below the letter open.
+    bool IsInUse() const;
+    /// The letter shows nothing any more.
+    void Unmount() const;
 
     std::wstring ImagePath() const { return folder + L"\\disc.iso"; }
     std::wstring VolumePath() const { return folder + L"\\volume"; }
 
     std::wstring folder;
     SettingsFile settings;
+
+  private:
+    std::int64_t blankTestMilliseconds_;
 };
 
 /// The folders of the drives, by name.

@@ -24,9 +24,8 @@ class Eraser : public DispatchObject<IDiscFormat2Erase> {
         if (!own || !value) return E_INVALIDARG;
         *value = VARIANT_FALSE;
         const VirtualDrive drive = own->Drive();
-        if (const HRESULT result = drive.QueryResult(); FAILED(result)) return result;
         const VirtualDisc disc(drive);
-        if (!disc.IsPresent()) return AsResult(Mastering::NoMedia);
+        if (const HRESULT result = drive.Answer(disc); FAILED(result)) return result;
         return GiveFlag(disc.IsErasable(), value);
     }
     HRESULT STDMETHODCALLTYPE get_MediaPhysicallyBlank(VARIANT_BOOL*) override { return E_NOTIMPL; }
@@ -37,7 +36,9 @@ class Eraser : public DispatchObject<IDiscFormat2Erase> {
     HRESULT STDMETHODCALLTYPE put_Recorder(IDiscRecorder2* value) override {
         recorder_.Reset();
         if (!value) return S_OK;
-        if (!DiscRecorder::Of(value)) return E_INVALIDARG;
+        const DiscRecorder* own = DiscRecorder::Of(value);
+        if (!own) return E_INVALIDARG;
+        if (const HRESULT result = own->Drive().OpenResult(); FAILED(result)) return result;
         value->AddRef();
         recorder_ = ComPointer<IDiscRecorder2>(value);
         return S_OK;
@@ -75,10 +76,11 @@ HRESULT Eraser::EraseMedia() {
     if (clientName_.empty()) return AsResult(Mastering::EraseClientNameNotValid);
     const VirtualDrive drive = own->Drive();
     VirtualDisc disc(drive);
-    if (!disc.IsPresent()) return AsResult(Mastering::NoMedia);
+    if (const HRESULT result = drive.Answer(disc); FAILED(result)) return result;
     if (!disc.IsErasable()) return AsResult(Mastering::EraseNotErasable);
+    if (disc.IsInUse()) return AsResult(Mastering::AccessDenied);
     const DriveHold hold(drive.folder);
-    if (drive.settings.Flag("busy") || !hold.IsHeld()) return AsResult(Mastering::RecorderLocked);
+    if (!hold.IsHeld()) return AsResult(Mastering::RecorderLocked);
     if (const auto code = drive.settings.OptionalNumber("erase code")) return static_cast<HRESULT>(*code);
 
     // Told in hundredths of the time it takes here, as if each were a second.
@@ -104,6 +106,7 @@ HRESULT Eraser::EraseMedia() {
     disc.settings.Set("content", "none");
     disc.settings.Set("erased", isFull_ ? "fully" : "quickly");
     disc.settings.Set("state", "blank");
+    drive.BecomeReadyAgain();
     return S_OK;
 }
 

@@ -2,12 +2,12 @@
 #include "DiscContent.h"
 #include "DiscRecorder.h"
 #include "ImageLayout.h"
+#include "ImageStream.h"
 #include "Session.h"
 
 #include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -17,87 +17,10 @@ HRESULT AsResult(Mastering::Result code) {
     return static_cast<HRESULT>(code);
 }
 
-/// An image read from its pieces, in whatever order it is asked for.
-class ImageStream : public ComObject<IStream> {
-  public:
-    explicit ImageStream(ImagePlan plan) : plan_(std::move(plan)) {}
-
-    HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG sizeBytes, ULONG* readBytes) override {
-        auto* target = static_cast<std::uint8_t*>(buffer);
-        const std::uint64_t left = plan_.sectors * Mastering::SectorBytes - position_;
-        const auto wanted = static_cast<ULONG>(std::min<std::uint64_t>(sizeBytes, left));
-        ULONG done = 0;
-        HRESULT result = S_OK;
-        while (done < wanted && SUCCEEDED(result)) {
-            const ULONG count = ReadSome(target + done, wanted - done, result);
-            done += count;
-            position_ += count;
-        }
-        if (readBytes) *readBytes = done;
-        if (FAILED(result)) return result;
-        return done < sizeBytes ? S_FALSE : S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER distance, DWORD origin, ULARGE_INTEGER* newPosition) override {
-        if (origin != STREAM_SEEK_SET || distance.QuadPart < 0) return STG_E_INVALIDFUNCTION;
-        position_ = static_cast<std::uint64_t>(distance.QuadPart);
-        if (newPosition) newPosition->QuadPart = position_;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Stat(STATSTG* status, DWORD) override {
-        if (!status) return STG_E_INVALIDPOINTER;
-        *status = {};
-        status->type = STGTY_STREAM;
-        status->cbSize.QuadPart = plan_.sectors * Mastering::SectorBytes;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return STG_E_ACCESSDENIED; }
-    HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return STG_E_ACCESSDENIED; }
-    HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Revert() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
-
-  private:
-    void* Other(REFIID id) override { return id == IID_ISequentialStream ? static_cast<IStream*>(this) : nullptr; }
-
-    /// Reads up to the next border between pieces.
-    ULONG ReadSome(std::uint8_t* target, ULONG sizeBytes, HRESULT& result) {
-        const auto next = std::upper_bound(
-            plan_.pieces.begin(), plan_.pieces.end(), position_,
-            [](std::uint64_t position, const ImagePlan::Piece& piece) { return position < piece.offset; });
-        const std::uint64_t border = next == plan_.pieces.end() ? plan_.sectors * Mastering::SectorBytes : next->offset;
-        const ImagePlan::Piece* piece = next == plan_.pieces.begin() ? nullptr : &*std::prev(next);
-        const std::uint64_t inside = piece ? position_ - piece->offset : 0;
-        if (!piece || inside >= piece->sizeBytes) {
-            const auto count = static_cast<ULONG>(std::min<std::uint64_t>(sizeBytes, border - position_));
-            std::memset(target, 0, count);
-            return count;
-        }
-        const auto count = static_cast<ULONG>(std::min<std::uint64_t>(sizeBytes, piece->sizeBytes - inside));
-        if (!piece->stream) {
-            std::memcpy(target, piece->bytes.data() + inside, count);
-            return count;
-        }
-        LARGE_INTEGER place{};
-        place.QuadPart = static_cast<LONGLONG>(inside);
-        ULONG got = 0;
-        result = piece->stream->Seek(place, STREAM_SEEK_SET, nullptr);
-        if (SUCCEEDED(result)) result = piece->stream->Read(target, count, &got);
-        if (SUCCEEDED(result) && got == 0) result = AsResult(Mastering::ImageReadFailure);
-        return got;
-    }
-
-    ImagePlan plan_;
-    std::uint64_t position_ = 0;
-};
-
 class ImageResult : public DispatchObject<IFileSystemImageResult> {
   public:
-    explicit ImageResult(ImagePlan plan) : sectors_(plan.sectors), stream_(new ImageStream(std::move(plan))) {}
+    ImageResult(ImagePlan plan, std::uint32_t startSector)
+        : sectors_(plan.sectors), stream_(new ImageStream(std::move(plan), startSector)) {}
 
     HRESULT STDMETHODCALLTYPE get_ImageStream(IStream** value) override {
         if (!value) return E_POINTER;
@@ -124,8 +47,8 @@ struct ImageContent {
 
     std::uint64_t UsedBlocks() const {
         std::uint64_t blocks = 300;
-        for (const ImageEntry& entry : entries)
-            if (entry.stream) blocks += SectorsFor(entry.sizeBytes);
+        // What an earlier session holds counts too.
+        for (const ImageEntry& entry : entries) blocks += SectorsFor(entry.sizeBytes);
         return blocks;
     }
     bool HasOnlyUdf() const { return fileSystems == Mastering::Udf; }
@@ -287,21 +210,34 @@ class FileSystemImage : public DispatchObject<IFileSystemImage> {
         if (!value) return E_POINTER;
         content_->isReadOnly = true;
         *value = new ImageResult(content_->HasOnlyUdf() ? LayOutUdf(content_->entries, label_)
-                                                        : LayOutIso(content_->entries, label_, startSector_));
+                                                        : LayOutIso(content_->entries, label_, startSector_),
+                                 startSector_);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Exists(BSTR, LONG*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CalculateDiscIdentifier(BSTR*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE IdentifyFileSystemsOnDisc(IDiscRecorder2*, LONG*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE IdentifyFileSystemsOnDisc(IDiscRecorder2* recorder, LONG* value) override {
+        const DiscRecorder* own = DiscRecorder::Of(recorder);
+        if (!own || !value) return E_INVALIDARG;
+        const VirtualDrive drive = own->Drive();
+        const VirtualDisc disc(drive);
+        if (const HRESULT result = drive.Answer(disc); FAILED(result)) return result;
+        const auto volume = ReadDiscVolume(disc.ImagePath());
+        const LONG plain = LONG{Mastering::Iso9660} | Mastering::Joliet;
+        *value = !volume ? 0 : volume->isUdf ? LONG{Mastering::Udf} : plain;
+        return S_OK;
+    }
     HRESULT STDMETHODCALLTYPE GetDefaultFileSystemForImport(LONG, LONG*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE ImportFileSystem(LONG* value) override {
         if (!value) return E_POINTER;
         if (sessionDrive_.empty()) return AsResult(Mastering::ImageMultisessionNotSet);
-        const VirtualDisc disc{VirtualDrive(sessionDrive_)};
-        if (disc.IsBlank()) return AsResult(Mastering::ImageEmptyDisc);
+        const VirtualDrive drive(sessionDrive_);
+        const VirtualDisc disc(drive);
+        if (const HRESULT result = drive.Answer(disc); FAILED(result)) return result;
+        if (disc.LooksBlank()) return AsResult(Mastering::ImageEmptyDisc);
         const auto volume = ReadDiscVolume(disc.ImagePath());
         if (!volume || volume->isUdf) return AsResult(Mastering::ImageNoFileSystem);
-        startSector_ = static_cast<std::uint32_t>(disc.NextSector());
+        startSector_ = static_cast<std::uint32_t>(disc.UsedSectors());
         label_ = volume->label;
         for (const DiscFile& file : volume->files) {
             ImageEntry entry;
@@ -311,6 +247,8 @@ class FileSystemImage : public DispatchObject<IFileSystemImage> {
             entry.earlierSector = file.extents.front().sector;
             content_->entries.push_back(std::move(entry));
         }
+        if (content_->UsedBlocks() > static_cast<std::uint64_t>(content_->freeBlocks))
+            return AsResult(Mastering::ImageSizeLimit);
         *value = content_->fileSystems = LONG{Mastering::Iso9660} | Mastering::Joliet;
         return S_OK;
     }

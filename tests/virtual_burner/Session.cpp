@@ -15,7 +15,8 @@ constexpr GUID OwnSessionId = {0x6f1d7ad2, 0x3b52, 0x4a57, {0x9c, 0x0e, 0x2b, 0x
 } // namespace
 
 void* Session::OtherThanDispatch(REFIID id) {
-    return id == OwnSessionId ? static_cast<IDispatch*>(this) : nullptr;
+    const bool isKnown = id == OwnSessionId || (isRandomWrite && id == InterfaceId<IMultisessionRandomWrite>);
+    return isKnown ? static_cast<IDispatch*>(this) : nullptr;
 }
 
 ComPointer<IDispatch> Session::In(SAFEARRAY* sessions, std::wstring& driveFolder) {
@@ -29,6 +30,17 @@ ComPointer<IDispatch> Session::In(SAFEARRAY* sessions, std::wstring& driveFolder
         driveFolder = static_cast<Session*>(session.Get())->driveFolder_;
     VariantClear(&element);
     return session;
+}
+
+HRESULT GiveSessions(const VirtualDrive& drive, SAFEARRAY** value) {
+    const bool isOverwriteOnly = VirtualDisc(drive).IsOverwriteOnly();
+    // Systems before Windows 7 know of no way to add to such a disc.
+    const bool isKnown = !isOverwriteOnly || drive.settings.Text("random write", "yes") == "yes";
+    return GiveArray(isKnown ? 1 : 0, value, [&](std::size_t) {
+        auto* session = new Session(drive.folder);
+        session->isRandomWrite = isOverwriteOnly;
+        return Object(session);
+    });
 }
 
 void StartShowingContent(const std::wstring& discFolder) {

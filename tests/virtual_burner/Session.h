@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ComObject.h"
+#include "Drives.h"
 
 #include <string>
 
@@ -12,11 +13,17 @@ class Session : public DispatchObject<IDispatch> {
     /// The session behind an array of multisession interfaces; null when it holds none of this server.
     static ComPointer<IDispatch> In(SAFEARRAY* sessions, std::wstring& driveFolder);
 
+    /// The session is one of a disc that can be overwritten anywhere.
+    bool isRandomWrite = false;
+
   private:
     void* OtherThanDispatch(REFIID id) override;
 
     std::wstring driveFolder_;
 };
+
+/// The ways in which the disc in a drive can be added to.
+HRESULT GiveSessions(const VirtualDrive& drive, SAFEARRAY** value);
 
 /// Makes the content of a written disc appear on its drive letter, in a process of its own: that may outlive the
 /// program that wrote the disc, as a drive does.

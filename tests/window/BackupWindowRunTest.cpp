@@ -184,16 +184,45 @@ TEST_F(BackupWindowTest, StoppingABurnReturnsToTheSettingsAtOnce) {
     EXPECT_TRUE(IsVisible(IDC_fParametres));
     EXPECT_FALSE(IsVisible(IDC_fProgression));
     EXPECT_TRUE(IsEnabled(IDC_cmdPrecedent));
-    EXPECT_TRUE(IsEnabled(IDC_cmdLancer));
     EXPECT_TRUE(form->StopWrite());
     EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
 }
 
-TEST_F(BackupWindowTest, ClosingDuringABurnShutsTheWriterDown) {
+TEST_F(BackupWindowTest, AStartIsGreyAndSaysWhyUntilTheDriveHasEndedWhatWasStopped) {
+    OpenCd();
+    AddItems();
+    Click(IDC_cmdLancer);
+    Click(IDC_cmdStopWrite);
+    EXPECT_FALSE(IsEnabled(IDC_cmdLancer));
+    EXPECT_EQ(PanelText(1), L"Graveur occupé");
+    Cd().PlayToEnd();
+    EXPECT_TRUE(IsEnabled(IDC_cmdLancer));
+    EXPECT_EQ(PanelText(1), L"Vierge");
+}
+
+TEST_F(BackupWindowTest, TheCrossIsRefusedDuringABurn) {
     OpenCd();
     AddItems();
     Click(IDC_cmdLancer);
     Close();
+    EXPECT_TRUE(form->IsLoaded());
+    EXPECT_EQ(CdRecord().shutDown, 0);
+    Click(IDC_cmdStopWrite);
+    Close();
+    EXPECT_FALSE(form->IsLoaded());
+}
+
+TEST_F(BackupWindowTest, AutoPlayStaysAwayFromDiscsWhileTheWindowIsInFront) {
+    const UINT question = RegisterWindowMessageW(L"QueryCancelAutoPlay");
+    OpenCd();
+    EXPECT_EQ(SendMessageW(form->Handle(), question, 0, 0), TRUE);
+}
+
+TEST_F(BackupWindowTest, UnloadingDuringABurnShutsTheWriterDown) {
+    OpenCd();
+    AddItems();
+    Click(IDC_cmdLancer);
+    form->Unload();
     EXPECT_FALSE(form->IsLoaded());
     EXPECT_EQ(CdRecord().shutDown, 1);
     EXPECT_EQ(CdRecord().alive, 0);
@@ -203,7 +232,7 @@ TEST_F(BackupWindowTest, TheWindowMayCloseInsideAProgressEvent) {
     OpenCd();
     AddItems();
     Click(IDC_cmdLancer);
-    PostMessageW(form->Handle(), WM_CLOSE, 0, 0);
+    form->Post([this] { form->Unload(); });
     Cd().RaiseProgress(DiscOperation::Writing, 30, WritingStage::WritingTrack);
     EXPECT_FALSE(form->IsLoaded());
     EXPECT_EQ(CdRecord().alive, 0);

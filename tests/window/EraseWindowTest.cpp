@@ -51,6 +51,8 @@ class FakeDiscHost : public DiscHost, private DiscWriterEvents {
   private:
     void ErrorEx(std::int32_t, const std::wstring&) override { machine_.app.hasWriterError = true; }
     void MediaChange() override {}
+    void DiscReadAgain() override {}
+    void WritersChange() override {}
     void OperationProgress(std::int16_t percent) override {
         if (eraseWindow != nullptr) eraseWindow->SetEffacementProgress(percent);
     }
@@ -211,6 +213,23 @@ TEST_F(EraseWindowTest, AnErrorAtTheStartIsReportedOnceAndTheWaitCanBeLeft) {
     EXPECT_FALSE(form.IsLoaded());
     EXPECT_FALSE(host.isErasing);
     EXPECT_EQ(host.refreshes, 1);
+}
+
+TEST_F(EraseWindowTest, AnEraseThatHasFailedIsLeftByTheCloseButton) {
+    Open();
+    machine.discWriters.startError = FakeDiscError{5, L"No power."};
+    int runs = 0;
+    messages.play = [&] {
+        if (++runs == 3) {
+            EXPECT_TRUE(IsEnabled(IDC_cmdFermer));
+            Click(IDC_cmdFermer);
+        }
+        if (runs > 50) form.Unload();
+    };
+    Click(IDC_cmdEffacerCD);
+    EXPECT_EQ(runs, 3);
+    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_FALSE(host.isErasing);
 }
 
 TEST_F(EraseWindowTest, AnErrorDuringTheEraseIsReportedToo) {

@@ -96,6 +96,23 @@ TEST_F(InformationWindowTest, ABlankCdIsVierge) {
     ExpectShown(L"CD-R", L"Vierge", L"0.000 Mo", L"  700,000 Mo");
 }
 
+TEST_F(InformationWindowTest, AnEmptyDriveIsUnknownAndHasNoSpace) {
+    Cd() = {};
+    Open(Medium::Cd);
+    EXPECT_EQ(Text(IDC_lblStatutCD), L"Inconnu");
+    EXPECT_EQ(Text(IDC_lblEspaceUtilise), L"0.000 Mo");
+    EXPECT_EQ(Text(IDC_lblEstimEspaceUtilise), L"0.000 Mo");
+}
+
+TEST_F(InformationWindowTest, AutoPlayStaysAwayFromDiscsOnly) {
+    const UINT question = RegisterWindowMessageW(L"QueryCancelAutoPlay");
+    Open(Medium::Cd);
+    EXPECT_EQ(SendMessageW(form.Handle(), question, 0, 0), TRUE);
+    form.Unload();
+    Open(Medium::ExternalDisk);
+    EXPECT_EQ(SendMessageW(form.Handle(), question, 0, 0), FALSE);
+}
+
 TEST_F(InformationWindowTest, RefreshReadsAgain) {
     machine.app.lngLangue = 10000;
     machine.system.decimalSeparator = L".";

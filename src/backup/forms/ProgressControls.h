@@ -24,6 +24,7 @@ class ProgressControls final : public RunDisplay {
     ProgressBar& Step() override { return pbProgress; }
     ProgressBar& Total() override { return pbProgressTotal; }
     void HideStep() override;
+    void DisableStop() override { cmdStopWrite.Enable(false); }
 
   private:
     ui::Form& form_;

@@ -71,6 +71,7 @@ void frmBackup::OnLoad() {
 void frmBackup::ConnectControls() {
     cmbGraveur.OnSelect([this] { cmbGraveur_Click(); });
     cmbSpeed.OnSelect([this] { cmbSpeed_Click(); });
+    On(IDC_txtDiscLabel, EN_KILLFOCUS, [this] { discs_.SettleLabel(); });
     cmdInfoDisque.OnClick([this] { cmdInfoDisque_Click(); });
     cmdEffacerDisque.OnClick([this] { cmdEffacerDisque_Click(); });
     cmdPrecedent.OnClick([this] { cmdPrecedent_Click(); });
@@ -95,7 +96,7 @@ void frmBackup::OnActivate() {
 }
 
 bool frmBackup::OnClosing() {
-    return !state_.phase.IsRunning();
+    return !state_.phase.IsRunning() && !state_.phase.IsOperationInProgress();
 }
 
 void frmBackup::OnUnload() {
@@ -151,12 +152,12 @@ void frmBackup::SetUpDiscs() {
     ctlScan_.SetMIN(0);
     ctlScan_.SetMAX(steps);
     Refresh();
-    CreateWriter();
+    Guarded(L"Form_Activate, module frmBackupCD", [this] { discs_.CreateWriter(); });
     ctlScan_.SetValue(1);
-    LoadSpeedCombo(L"ChargerComboVitesse, module frmBackupCD");
+    LoadSpeedCombo();
     ctlScan_.SetValue(2);
     txtDiscLabel.SetText(DefaultVolumeLabel(app_));
-    FillWriters();
+    lists_.FillWriters();
     ctlScan_.SetValue(steps);
     ctlScan_.Refresh();
     ctlScan_.Unload();
@@ -168,24 +169,11 @@ void frmBackup::SetUpDiscs() {
     }
 }
 
-void frmBackup::CreateWriter() {
-    Guarded(L"Form_Activate, module frmBackupCD", [this] { discs_.CreateWriter(); });
-}
-
-void frmBackup::FillWriters() {
-    cmbGraveur.Clear();
-    for (const std::wstring& name : discs_.WriterNames()) cmbGraveur.Add(name);
-    if (cmbGraveur.Count() > 0) cmbGraveur.Select(0);
-}
-
-void frmBackup::LoadSpeedCombo(const wchar_t* procedure) {
-    Guarded(procedure, [this] {
+void frmBackup::LoadSpeedCombo() {
+    Guarded(L"ChargerComboVitesse, module frmBackupCD", [this] {
         ActiverControles(false);
         app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
-        cmbSpeed.Clear();
-        speeds_ = discs_.ProbeSpeeds();
-        for (const WriteSpeed& speed : speeds_) cmbSpeed.Add(speed.text);
-        if (!speeds_.empty()) cmbSpeed.Select(0);
+        lists_.FillSpeeds();
         app_.machine.messageLoop.SetPointer(Pointer::Default);
         ActiverControles(true);
     });
@@ -270,10 +258,14 @@ void frmBackup::cmbSpeed_Click() {
     });
 }
 
-std::optional<double> frmBackup::SelectedSpeed() const {
-    const int row = cmbSpeed.Selected();
-    if (row < 0 || static_cast<std::size_t>(row) >= speeds_.size()) return std::nullopt;
-    return speeds_[static_cast<std::size_t>(row)].speed;
+/// What became of the writers while the window could not show it.
+void frmBackup::CatchUp() {
+    if (state_.phase.IsRunning() || state_.phase.IsOperationInProgress() || !IsEnabled()) return;
+    if (std::exchange(areWritersDue_, false)) {
+        lists_.FillWriters();
+        if (cmbGraveur.Count() > 0 && discs_.Writer()->CurrentWriter() < 0) cmbGraveur_Click();
+    }
+    if (std::exchange(areSpeedsDue_, false)) LoadSpeedCombo();
 }
 
 void frmBackup::cmdInfoDisque_Click() {

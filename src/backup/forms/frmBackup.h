@@ -9,6 +9,7 @@
 #include "backup/forms/MediumStatusBar.h"
 #include "backup/forms/ProgressControls.h"
 #include "backup/forms/SpaceLabel.h"
+#include "backup/forms/WriterLists.h"
 #include "backup/forms/frmBackupIds.h"
 #include "resources/TextId.h"
 #include "selection/forms/ctlScan.h"
@@ -55,6 +56,8 @@ class frmBackup final : public ApplicationForm, private BackupView {
     void OnLoad() override;
     void OnActivate() override;
     bool OnClosing() override;
+    /// What plays or shows a disc keeps the writer from having it.
+    bool KeepsDiscsFromOpening() const override { return IsDisc(state_.miTypeMedia); }
     void OnUnload() override;
 
   private:
@@ -64,9 +67,8 @@ class frmBackup final : public ApplicationForm, private BackupView {
     void SetUpDiscs();
     void SetUpDisks();
     void ShowTitle();
-    void CreateWriter();
-    void LoadSpeedCombo(const wchar_t* procedure);
-    void FillWriters();
+    void LoadSpeedCombo();
+    void CatchUp();
     void LoadComboDrive();
     void LoadComboDriveUSB();
     void FillDrives(const std::vector<std::wstring>& roots);
@@ -91,12 +93,21 @@ class frmBackup final : public ApplicationForm, private BackupView {
     void MarkWorkSpace(bool isUsedUp) override { lblEspaceTravail.SetRed(isUsedUp); }
     void ShowPanels(const MediumReport& report) override;
     void ShowEraseButton(bool isVisible, bool isEnabled) override;
+    void ShowWriters() override {
+        areWritersDue_ = true;
+        CatchUp();
+    }
+    void ProbeSpeedsAgain() override {
+        areSpeedsDue_ = true;
+        CatchUp();
+    }
     void RefreshWindow() override { Refresh(); }
     RunDisplay& Display() override { return progress_; }
     std::wstring RequiredSpaceText() const override { return lblEspaceRequis.Text(); }
     std::wstring SelectedDrive() const override { return cmbGraveur.SelectedText(); }
-    std::optional<double> SelectedSpeed() const override;
+    std::optional<double> SelectedSpeed() const override { return lists_.SelectedSpeed(); }
     std::wstring DiscLabel() const override { return txtDiscLabel.Text(); }
+    void ShowDiscLabel(const std::wstring& label) override { txtDiscLabel.SetText(label); }
     void ShowEraseProgress(std::int16_t percent) override;
     void ShowEraseWindow() override;
     void EndProgram() override;
@@ -117,7 +128,10 @@ class frmBackup final : public ApplicationForm, private BackupView {
     ui::Button cmdQuitter{*this, IDC_cmdQuitter};
     MediumStatusBar stBarDataWriter{*this, IDC_stBarDataWriter};
     ProgressControls progress_{*this};
-    ui::Timer clock_{*this, [this] { stBarDataWriter.ShowTime(app_); }};
+    ui::Timer clock_{*this, [this] {
+                         stBarDataWriter.ShowTime(app_);
+                         CatchUp();
+                     }};
 
     BackupState state_;
     PasswordQuestion askPassword_;
@@ -129,5 +143,7 @@ class frmBackup final : public ApplicationForm, private BackupView {
     BackupRun run_;
     MainWindow* parent_ = nullptr;
     frmEffacerCDRW* eraseWindow_ = nullptr;
-    std::vector<WriteSpeed> speeds_;
+    WriterLists lists_{cmbGraveur, cmbSpeed, discs_};
+    bool areWritersDue_ = false;
+    bool areSpeedsDue_ = false;
 };

@@ -61,8 +61,8 @@ void frmEffacerCDRW::SetEffacementProgress(std::int32_t percent) {
 
 void frmEffacerCDRW::cmdFermer_Click() {
     Guarded(L"cmdFermer_Click, module frmEffacerCDRW", [this] {
-        // During an erase its own end closes the window.
-        if (!isErasing_) Unload();
+        // During an erase its own end closes the window; one that has failed may never come to its end.
+        if (!isErasing_ || hasFailed_) Unload();
     });
 }
 
@@ -115,6 +115,7 @@ void frmEffacerCDRW::ReportWriterError() {
     app_.hasWriterError = false;
     hasFailed_ = true;
     app_.ShowMessage(TextId::EraseFailed, TextId::DiscErasing, box::Critical);
+    if (IsLoaded()) cmdFermer.Enable(true);
 }
 
 /// Waits for the whole bar, or until the window is closed after a failure.

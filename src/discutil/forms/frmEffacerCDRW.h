@@ -20,6 +20,7 @@ class frmEffacerCDRW final : public ApplicationForm {
     void OnLoad() override;
     bool OnClosing() override;
     void OnUnload() override;
+    bool KeepsDiscsFromOpening() const override { return true; }
 
   private:
     void InitCaptions();

@@ -16,6 +16,7 @@ class frmInfoDisque final : public ApplicationForm {
   protected:
     void OnLoad() override;
     void OnUnload() override;
+    bool KeepsDiscsFromOpening() const override { return parent_ != nullptr && IsDisc(parent_->MediaType()); }
 
   private:
     void InitCaptions();

@@ -14,6 +14,8 @@ struct DriveAnswers {
     std::uint32_t sizesResult = 0;
     std::int32_t totalSectors = 0;
     std::int32_t freeSectors = 0;
+    bool isSupported = true;      ///< whether the system writes to such a disc at all
+    std::int32_t fileSystems = 0; ///< found on a disc that can be added to; 0 when not asked for or not known
 
     bool operator==(const DriveAnswers&) const = default;
 };
@@ -21,8 +23,8 @@ struct DriveAnswers {
 /// A disc as the windows see it.
 struct DiscState {
     DiscPresence presence = DiscPresence::None;
-    MediaKind kind = MediaKind::CdRom;
-    DiscStatus status = DiscStatus::Blank;
+    MediaKind kind = MediaKind::Other;
+    DiscStatus status = DiscStatus::Unknown;
     bool isWritable = false;
     bool isDvdReady = false;
     std::uint64_t usedBytes = 0;
@@ -33,6 +35,12 @@ struct DiscState {
 };
 
 MediaKind KindOf(std::int32_t mediaType);
+
+/// Whether a drive that answers with this result may answer otherwise in a moment: it is held, loading or at work.
+bool IsPassing(std::uint32_t result);
+
+/// Whether both are readings of the same disc, as far as can be told.
+bool IsSameDisc(const DiscState& disc, const DiscState& other);
 
 /// Blank, open, closed or unknown, by the bits of the disc's state.
 DiscStatus StatusOf(std::int32_t mediaState, bool isHeuristicallyBlank);

@@ -70,6 +70,9 @@ enum FileSystem : std::int32_t { Iso9660 = 1, Joliet = 2, Udf = 4 };
 
 /// Result codes that the program tells apart.
 enum Result : std::uint32_t {
+    AccessDenied = 0x80070005,
+    HandleLost = 0x80070006,
+    DeviceGone = 0x80070037,
     RequestCancelled = 0xC0AA0002,
     RecorderRequired = 0xC0AA0003,
     SpeedAdjusted = 0x00AA0004,
@@ -77,6 +80,7 @@ enum Result : std::uint32_t {
     MediaIncompatible = 0xC0AA0203,
     MediaUpsideDown = 0xC0AA0204,
     MediaBecomingReady = 0xC0AA0205,
+    MediaFormatInProgress = 0xC0AA0206,
     MediaBusy = 0xC0AA0207,
     MediaWriteProtected = 0xC0AA0209,
     NoSuchFeature = 0xC0AA020A,
@@ -94,6 +98,7 @@ enum Result : std::uint32_t {
     MediaNotSupported = 0xC0AA0406,
     RecorderNotSupported = 0xC0AA0407,
     ClientNameNotValid = 0xC0AA0408,
+    EraseRecorderInUse = 0x80AA0900,
     EraseNotErasable = 0x80AA0904,
     EraseDriveFailed = 0x80AA0905,
     EraseMediaNotSupported = 0xC0AA0909,
@@ -110,6 +115,8 @@ enum Result : std::uint32_t {
     ImageDataTooBig = 0xC0AAB132,
     ImageEmptyDisc = 0xC0AAB150,
     ImageNoFileSystem = 0xC0AAB151,
+    ImageIncompatibleSession = 0xC0AAB133,
+    ImageImportNotAllowed = 0xC0AAB159,
     ImageMultisessionNotSet = 0xC0AAB15D,
 };
 

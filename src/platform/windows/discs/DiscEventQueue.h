@@ -23,10 +23,10 @@ struct DriveSnapshot {
 /// What the thread that talks to the drives has to say.
 struct DiscEvent {
     enum class Kind {
-        DrivesListed,  ///< `names`, or `result` when image mastering cannot be reached
+        DrivesListed,  ///< `names` and `ids`, or `result` when image mastering cannot be reached
         DriveRead,     ///< `snapshot` of the drive of selection `selection`
         Progress,      ///< `progress` of operation `operation`
-        OperationEnded ///< `result` and the `snapshot` it left
+        OperationEnded ///< `result` of operation `operation`
     };
 
     Kind kind = Kind::DriveRead;
@@ -37,6 +37,8 @@ struct DiscEvent {
     std::int32_t result = 0;
     std::wstring text;
     std::vector<std::wstring> names;
+    std::vector<std::wstring> ids;
+    bool isAfterOperation = false; ///< the first reading since an operation has ended
 };
 
 /// Carries events from any thread to the thread that made the queue, in order. Each event is one message to an

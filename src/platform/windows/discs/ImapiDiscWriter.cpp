@@ -1,15 +1,24 @@
 #include "platform/windows/discs/ImapiDiscWriter.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/discs/DiscErrors.h"
-#include "platform/discs/MasteringCodes.h"
+#include "platform/windows/discs/ImapiImage.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
+/// The windows are repainted meanwhile, but handle no click.
+constexpr DWORD ListMilliseconds = 4000;
 constexpr DWORD SelectMilliseconds = 3000;
 constexpr DWORD EndLookMilliseconds = 15;
+
+/// A drive of which nothing is known yet.
+DriveSnapshot NoAnswer() {
+    DriveSnapshot snapshot;
+    snapshot.disc.presence = DiscPresence::NotAnswering;
+    return snapshot;
+}
 
 } // namespace
 
@@ -17,10 +26,12 @@ ImapiDiscWriter::ImapiDiscWriter(DiscFamily family, MessageLoop& messageLoop)
     : family_(family), messageLoop_(messageLoop),
       queue_(std::make_shared<DiscEventQueue>([this](const DiscEvent& event) { OnEvent(event); })),
       worker_(std::make_unique<ImapiWorker>(family, *queue_)), speeds_(family) {
-    const auto listed =
-        queue_->WaitFor([](const DiscEvent& event) { return event.kind == DiscEvent::Kind::DrivesListed; }, INFINITE);
+    const auto listed = queue_->WaitFor(
+        [](const DiscEvent& event) { return event.kind == DiscEvent::Kind::DrivesListed; }, ListMilliseconds);
+    // Drives that take longer are told of when they have answered.
+    if (!listed) return;
     if (FAILED(listed->result)) throw RuntimeError(ErrorNumber::CannotCreateObject);
-    names_ = listed->names;
+    TakeList(*listed);
     SelectWriter(0);
 }
 
@@ -32,12 +43,28 @@ void ImapiDiscWriter::SetEvents(DiscWriterEvents* events) {
     if (worker_) events_ = events;
 }
 
+void ImapiDiscWriter::TakeList(const DiscEvent& event) {
+    names_ = event.names;
+    ids_ = event.ids;
+}
+
+void ImapiDiscWriter::SelectDrive(const std::wstring& id) {
+    driveId_ = id;
+    lastDisc_.reset();
+    TakeSnapshot(id.empty() ? DriveSnapshot() : NoAnswer());
+    worker_->SelectDrive(id, ++selection_);
+}
+
+int ImapiDiscWriter::CurrentWriter() const {
+    const auto found = std::find(ids_.begin(), ids_.end(), driveId_);
+    return found == ids_.end() ? -1 : static_cast<int>(found - ids_.begin());
+}
+
 void ImapiDiscWriter::SelectWriter(int index) {
-    if (!worker_ || index < 0 || static_cast<std::size_t>(index) >= names_.size()) return;
-    const int selection = ++selection_;
-    TakeSnapshot({});
-    worker_->SelectDrive(index, selection);
+    if (!worker_ || index < 0 || static_cast<std::size_t>(index) >= ids_.size()) return;
+    SelectDrive(ids_[static_cast<std::size_t>(index)]);
     if (isBusy_) return;
+    const int selection = selection_;
     const auto queue = queue_;
     const std::weak_ptr<int> life = life_;
     const auto read = queue->WaitFor(
@@ -48,9 +75,14 @@ void ImapiDiscWriter::SelectWriter(int index) {
     if (read && !life.expired() && worker_ && selection == selection_) TakeSnapshot(read->snapshot);
 }
 
-void ImapiDiscWriter::TakeSnapshot(const DriveSnapshot& snapshot) {
+bool ImapiDiscWriter::TakeSnapshot(const DriveSnapshot& snapshot) {
     snapshot_ = snapshot;
     speeds_ = DiscSpeeds(family_, snapshot.speeds);
+    // A drive that does not answer for a while keeps the disc that is in it.
+    if (snapshot.disc.presence == DiscPresence::NotAnswering) return false;
+    const bool isAnother = !lastDisc_ || !IsSameDisc(*lastDisc_, snapshot.disc);
+    lastDisc_ = snapshot.disc;
+    return isAnother;
 }
 
 void ImapiDiscWriter::SetWriteSpeed(double speed) {
@@ -62,6 +94,10 @@ double ImapiDiscWriter::WriteSpeed() const {
     return speed_ ? speeds_.Nearest(*speed_) : speeds_.Fastest();
 }
 
+std::wstring ImapiDiscWriter::AcceptedDiscLabel(const std::wstring& label) const {
+    return worker_ ? LabelOnImage(label) : label;
+}
+
 void ImapiDiscWriter::AddFile(const std::wstring& path) {
     if (worker_) files_.push_back(path);
 }
@@ -69,11 +105,11 @@ void ImapiDiscWriter::AddFile(const std::wstring& path) {
 std::optional<int> ImapiDiscWriter::BeginOperation(DiscOperation operation) {
     if (!worker_) return std::nullopt;
     if (isBusy_) {
-        if (events_) events_->ErrorEx(DiscErrorBusy, DiscErrorText(Mastering::WriteInProgress));
+        if (events_) events_->ErrorEx(DiscErrorBusy, {});
         return std::nullopt;
     }
-    if (Presence() == DiscPresence::None) {
-        if (events_) events_->ErrorEx(DiscErrorNoDisc, DiscErrorText(Mastering::NoMedia));
+    if (Presence() == DiscPresence::None || driveId_.empty()) {
+        if (events_) events_->ErrorEx(DiscErrorNoDisc, {});
         return std::nullopt;
     }
     progress_ = {operation, WritingStage::FillingBuffer, 0};
@@ -106,6 +142,7 @@ void ImapiDiscWriter::ShutDown() {
     queue_->Close();
     events_ = nullptr;
     names_.clear();
+    ids_.clear();
     files_.clear();
     progress_ = {};
     running_ = 0;
@@ -121,11 +158,10 @@ void ImapiDiscWriter::ShutDown() {
 void ImapiDiscWriter::OnEvent(const DiscEvent& event) {
     switch (event.kind) {
     case DiscEvent::Kind::DrivesListed:
+        OnDrivesListed(event);
         break;
     case DiscEvent::Kind::DriveRead:
-        if (event.selection != selection_ || event.snapshot == snapshot_) break;
-        TakeSnapshot(event.snapshot);
-        if (events_) events_->MediaChange();
+        OnDriveRead(event);
         break;
     case DiscEvent::Kind::Progress:
         if (event.operation == running_) TellProgress(event.progress);
@@ -134,6 +170,28 @@ void ImapiDiscWriter::OnEvent(const DiscEvent& event) {
         OnOperationEnded(event);
         break;
     }
+}
+
+void ImapiDiscWriter::OnDrivesListed(const DiscEvent& event) {
+    if (FAILED(event.result)) return;
+    TakeList(event);
+    // Nobody has chosen another one, and what is to be written must not go to it.
+    if (CurrentWriter() < 0) SelectDrive({});
+    if (events_) events_->WritersChange();
+}
+
+void ImapiDiscWriter::OnDriveRead(const DiscEvent& event) {
+    if (event.isAfterOperation) isBusy_ = false;
+    if (event.selection != selection_ || (!event.isAfterOperation && event.snapshot == snapshot_)) {
+        if (event.isAfterOperation && events_) events_->DiscReadAgain();
+        return;
+    }
+    const bool isAnother = TakeSnapshot(event.snapshot);
+    if (!events_) return;
+    if (isAnother)
+        events_->MediaChange();
+    else
+        events_->DiscReadAgain();
 }
 
 void ImapiDiscWriter::TellProgress(const DiscProgress& progress) {
@@ -145,10 +203,7 @@ void ImapiDiscWriter::OnOperationEnded(const DiscEvent& event) {
     const std::weak_ptr<int> life = life_;
     const bool isFollowed = event.operation == running_;
     const DiscOperation operation = progress_.operation;
-    isBusy_ = false;
     running_ = 0;
-    const bool isChanged = event.selection == selection_ && event.snapshot != snapshot_;
-    if (isChanged) TakeSnapshot(event.snapshot);
     if (isFollowed && SUCCEEDED(event.result)) {
         const bool isErase = operation == DiscOperation::EraseInProgress;
         TellProgress(
@@ -157,12 +212,11 @@ void ImapiDiscWriter::OnOperationEnded(const DiscEvent& event) {
         return;
     }
     progress_ = {};
-    if (isChanged && events_) events_->MediaChange();
-    if (life.expired() || !events_) return;
+    if (!events_) return;
     if (isFollowed)
         events_->ErrorEx(event.result, event.text);
     else
-        events_->ErrorEx(DiscErrorAborted, DiscErrorText(Mastering::RequestCancelled));
+        events_->ErrorEx(DiscErrorAborted, {});
 }
 
 std::unique_ptr<DiscWriter> ImapiDiscWriters::Create(DiscFamily family) {

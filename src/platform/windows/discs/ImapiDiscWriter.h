@@ -23,6 +23,7 @@ class ImapiDiscWriter : public DiscWriter {
     void SetEvents(DiscWriterEvents* events) override;
     DiscOperation CurrentOperation() const override { return progress_.operation; }
     WritingStage CurrentStage() const override { return progress_.stage; }
+    bool IsBusy() const override { return isBusy_; }
     DiscPresence Presence() const override { return snapshot_.disc.presence; }
     MediaKind Kind() const override { return snapshot_.disc.kind; }
     DiscStatus Status() const override { return snapshot_.disc.status; }
@@ -32,10 +33,12 @@ class ImapiDiscWriter : public DiscWriter {
     std::uint64_t TotalBytes() const override { return snapshot_.disc.totalBytes; }
     std::uint64_t FreeBytes() const override { return snapshot_.disc.freeBytes; }
     std::vector<std::wstring> WriterNames() const override { return names_; }
+    int CurrentWriter() const override;
     void SelectWriter(int index) override;
     void SetWriteSpeed(double speed) override;
     double WriteSpeed() const override;
     void SetDiscLabel(const std::wstring& label) override { label_ = label; }
+    std::wstring AcceptedDiscLabel(const std::wstring& label) const override;
     void AddFile(const std::wstring& path) override;
     void StartWrite() override;
     void Abort() override;
@@ -44,10 +47,15 @@ class ImapiDiscWriter : public DiscWriter {
 
   private:
     void OnEvent(const DiscEvent& event);
+    void OnDrivesListed(const DiscEvent& event);
+    void OnDriveRead(const DiscEvent& event);
     void OnOperationEnded(const DiscEvent& event);
     /// The number of a new operation; nothing when it is refused, which the window has then been told.
     std::optional<int> BeginOperation(DiscOperation operation);
-    void TakeSnapshot(const DriveSnapshot& snapshot);
+    void SelectDrive(const std::wstring& id);
+    void TakeList(const DiscEvent& event);
+    /// Gives whether the disc is another one than before.
+    bool TakeSnapshot(const DriveSnapshot& snapshot);
     void TellProgress(const DiscProgress& progress);
 
     DiscFamily family_;
@@ -56,8 +64,11 @@ class ImapiDiscWriter : public DiscWriter {
     std::shared_ptr<DiscEventQueue> queue_;
     std::unique_ptr<ImapiWorker> worker_;
     std::vector<std::wstring> names_;
+    std::vector<std::wstring> ids_;
+    std::wstring driveId_; ///< of the current drive
     int selection_ = 0;
     DriveSnapshot snapshot_;
+    std::optional<DiscState> lastDisc_; ///< the last answer about the disc, or that there is none
     DiscSpeeds speeds_;
     std::optional<double> speed_;
     std::wstring label_;
@@ -65,7 +76,7 @@ class ImapiDiscWriter : public DiscWriter {
     DiscProgress progress_;
     int lastOperation_ = 0;
     int running_ = 0;     ///< the operation that the window follows, 0 when none
-    bool isBusy_ = false; ///< whether the drive works, be it only at ending what was stopped
+    bool isBusy_ = false; ///< from the start of an operation until the disc that it left has been read
     /// Gone with the writer: a handler may destroy it.
     std::shared_ptr<int> life_ = std::make_shared<int>();
 };

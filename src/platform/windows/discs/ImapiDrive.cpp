@@ -1,80 +1,33 @@
 #include "platform/windows/discs/ImapiDrive.h"
 
 #include "platform/discs/MasteringCodes.h"
+#include "platform/windows/discs/ImapiDriveList.h"
 
-#include <algorithm>
 #include <cstdint>
 
 namespace {
 
-bool IsResult(HRESULT result, Mastering::Result code) {
-    return static_cast<std::uint32_t>(result) == code;
-}
-
-std::wstring Trimmed(const std::wstring& text) {
-    const auto first = text.find_first_not_of(L' ');
-    if (first == std::wstring::npos) return {};
-    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
-}
-
-template<class Object>
-std::wstring TextOf(Object* object, HRESULT (STDMETHODCALLTYPE Object::*property)(BSTR*)) {
-    ComText text;
-    return SUCCEEDED((object->*property)(text.Receive())) ? text.Text() : std::wstring();
-}
-
-/// The drive's root, such as "G:\"; empty when it has no letter.
-std::wstring RootOf(IDiscRecorder2* recorder) {
-    ComArray paths;
-    std::wstring root;
-    if (FAILED(recorder->get_VolumePathNames(paths.Receive()))) return root;
-    paths.ForEach(VT_BSTR, [&](const VARIANT& path) {
-        if (root.empty() && path.bstrVal && SysStringLen(path.bstrVal) >= 2 && path.bstrVal[1] == L':')
-            root = std::wstring(path.bstrVal, 2) + L"\\";
-    });
-    return root;
-}
-
-std::wstring NameOf(IDiscRecorder2* recorder) {
-    std::wstring name = Trimmed(TextOf(recorder, &IDiscRecorder2::get_VendorId));
-    const std::wstring product = Trimmed(TextOf(recorder, &IDiscRecorder2::get_ProductId));
-    if (!name.empty() && !product.empty()) name += L' ';
-    name += product;
-    if (const std::wstring root = RootOf(recorder); !root.empty()) name += L" (" + root.substr(0, 2) + L")";
-    return name;
-}
-
-bool Writes(IDiscRecorder2* recorder, DiscFamily family) {
-    constexpr LONG cdProfiles[] = {Mastering::ProfileCdRecordable, Mastering::ProfileCdRewritable};
-    constexpr LONG dvdProfiles[] = {Mastering::ProfileDvdMinusR,
-                                    Mastering::ProfileDvdRam,
-                                    Mastering::ProfileDvdMinusRwRestricted,
-                                    Mastering::ProfileDvdMinusRwSequential,
-                                    Mastering::ProfileDvdMinusRDlSequential,
-                                    Mastering::ProfileDvdMinusRDlJump,
-                                    Mastering::ProfileDvdPlusRw,
-                                    Mastering::ProfileDvdPlusR,
-                                    Mastering::ProfileDvdPlusRwDl,
-                                    Mastering::ProfileDvdPlusRDl};
-    ComArray profiles;
-    const HRESULT result = recorder->get_SupportedProfiles(profiles.Receive());
-    // A drive too old to list its profiles writes CDs.
-    if (IsResult(result, Mastering::ConfigurationNotSupported) || IsResult(result, Mastering::NoSuchFeature))
-        return family == DiscFamily::Cd;
-    bool isFound = false;
-    profiles.ForEach(VT_I4, [&](const VARIANT& profile) {
-        const auto isListed = [&](const auto& list) {
-            return std::find(std::begin(list), std::end(list), profile.lVal) != std::end(list);
-        };
-        isFound = isFound || (family == DiscFamily::Cd ? isListed(cdProfiles) : isListed(dvdProfiles));
-    });
-    return isFound;
-}
+/// A disc that was just written or put in is mounted some time later; one that never is must not be woken for ever.
+constexpr int MaximumVolumeLooks = 15;
 
 /// Whether the drive leaves it open how much of the disc is used.
 bool NeedsVolume(const DriveAnswers& answers) {
     if (FAILED(static_cast<HRESULT>(answers.sizesResult))) return true;
     return (answers.mediaState & Mastering::StateOverwriteOnly) && !answers.isHeuristicallyBlank;
+}
+
+/// Whether the next write follows what is on the disc and could be a file that its file system cannot hold.
+bool IsAddedTo(const DriveAnswers& answers) {
+    constexpr std::int32_t twoGibSectors = (1 << 30) / (Mastering::SectorBytes / 2);
+    return SUCCEEDED(static_cast<HRESULT>(answers.sizesResult)) && answers.freeSectors >= twoGibSectors &&
+           StatusOf(answers.mediaState, answers.isHeuristicallyBlank) == DiscStatus::Open;
+}
+
+LONG FileSystemsOn(IDiscRecorder2* recorder) {
+    HRESULT result = S_OK;
+    const auto image = CreateObject<IFileSystemImage>(CLSID_MsftFileSystemImage, result);
+    LONG fileSystems = 0;
+    return image && SUCCEEDED(image->IdentifyFileSystemsOnDisc(recorder, &fileSystems)) ? fileSystems : 0;
 }
 
 struct FindTraits {
@@ -93,45 +46,24 @@ std::uint64_t RootFileBytes(const std::wstring& root) {
     return sizeBytes;
 }
 
-ComPointer<IDiscRecorder2> OpenRecorder(const std::wstring& id) {
-    HRESULT result = S_OK;
-    auto recorder = CreateObject<IDiscRecorder2>(CLSID_MsftDiscRecorder2, result);
-    const ComText key(id);
-    if (recorder && FAILED(recorder->InitializeDiscRecorder(key.Get()))) recorder.Reset();
-    return recorder;
-}
-
 } // namespace
 
-std::vector<ImapiDriveEntry> ListImapiDrives(DiscFamily family, HRESULT& result) {
-    std::vector<ImapiDriveEntry> drives;
-    const auto master = CreateObject<IDiscMaster2>(CLSID_MsftDiscMaster2, result);
-    if (!master) return drives;
-    const auto data = CreateObject<IDiscFormat2Data>(CLSID_MsftDiscFormat2Data, result);
-    if (!data) return drives;
-    VARIANT_BOOL isSupported = VARIANT_FALSE;
-    LONG count = 0;
-    if (FAILED(master->get_IsSupportedEnvironment(&isSupported)) || isSupported == VARIANT_FALSE ||
-        FAILED(master->get_Count(&count)))
-        return drives;
-    for (LONG index = 0; index < count; ++index) {
-        ComText id;
-        if (FAILED(master->get_Item(index, id.Receive()))) continue;
-        const auto recorder = OpenRecorder(id.Text());
-        if (!recorder) continue;
-        VARIANT_BOOL isWriter = VARIANT_FALSE;
-        if (FAILED(data->IsRecorderSupported(recorder.Get(), &isWriter)) || isWriter == VARIANT_FALSE) continue;
-        if (Writes(recorder.Get(), family)) drives.push_back({id.Text(), NameOf(recorder.Get())});
-    }
-    return drives;
+HRESULT ImapiDrive::Open() {
+    if (data_) return S_OK;
+    HRESULT result = S_OK;
+    recorder_ = OpenRecorder(id_, result);
+    if (!recorder_) return result;
+    root_ = RootOf(recorder_.Get());
+    data_ = CreateObject<IDiscFormat2Data>(CLSID_MsftDiscFormat2Data, result);
+    if (!data_) return result;
+    result = data_->put_Recorder(recorder_.Get());
+    if (FAILED(result)) Close();
+    return result;
 }
 
-ImapiDrive::ImapiDrive(const std::wstring& id) : recorder_(OpenRecorder(id)) {
-    if (!recorder_) return;
-    root_ = RootOf(recorder_.Get());
-    HRESULT result = S_OK;
-    data_ = CreateObject<IDiscFormat2Data>(CLSID_MsftDiscFormat2Data, result);
-    if (data_ && FAILED(data_->put_Recorder(recorder_.Get()))) data_.Reset();
+void ImapiDrive::Close() {
+    data_.Reset();
+    recorder_.Reset();
 }
 
 DriveAnswers ImapiDrive::AskQuickly() const {
@@ -153,39 +85,62 @@ void ImapiDrive::AskTheRest(DriveAnswers& answers) const {
     answers.sizesResult = static_cast<std::uint32_t>(result);
     answers.totalSectors = total;
     answers.freeSectors = free;
+    VARIANT_BOOL isSupported = VARIANT_FALSE;
+    if (SUCCEEDED(data_->IsCurrentMediaSupported(recorder_.Get(), &isSupported)))
+        answers.isSupported = isSupported != VARIANT_FALSE;
     if (answers.mediaState & Mastering::StateOverwriteOnly) {
         VARIANT_BOOL isBlank = VARIANT_FALSE;
         answers.isHeuristicallyBlank =
             SUCCEEDED(data_->get_MediaHeuristicallyBlank(&isBlank)) && isBlank != VARIANT_FALSE;
     }
+    if (IsAddedTo(answers)) answers.fileSystems = FileSystemsOn(recorder_.Get());
 }
 
 bool ImapiDrive::IsReadFor(const DriveAnswers& quickAnswers) const {
     if (!answers_) return false;
-    // Another program's write locks the drive; what was read before still holds.
-    if (quickAnswers.mediaTypeResult == Mastering::RecorderLocked) return true;
-    // A disc that was just written is mounted some time later.
-    const bool isVolumeAwaited = NeedsVolume(*answers_) && snapshot_.disc.usedBytes == 0;
-    return !isStale_ && !isVolumeAwaited && quickAnswers.mediaTypeResult == answers_->mediaTypeResult &&
-           quickAnswers.mediaType == answers_->mediaType &&
+    // Another program's write locks the drive; the disc that was read before is still in. An empty drive that does not
+    // answer is loading one.
+    if (IsPassing(quickAnswers.mediaTypeResult) || IsPassing(quickAnswers.mediaStateResult))
+        return snapshot_.disc.presence == DiscPresence::Ready;
+    return quickAnswers.mediaTypeResult == answers_->mediaTypeResult && quickAnswers.mediaType == answers_->mediaType &&
            quickAnswers.mediaStateResult == answers_->mediaStateResult &&
            quickAnswers.mediaState == answers_->mediaState;
 }
 
 const DriveSnapshot& ImapiDrive::Read() {
-    if (!IsOpen()) {
-        snapshot_ = {};
+    if (FAILED(Open())) {
+        Forget();
         return snapshot_;
     }
     DriveAnswers answers = AskQuickly();
-    if (IsReadFor(answers)) return snapshot_;
+    // A writer that was unplugged and plugged in again answers through a new object only.
+    if (answers.mediaTypeResult == Mastering::HandleLost || answers.mediaTypeResult == Mastering::DeviceGone) {
+        Close();
+        Forget();
+        return snapshot_;
+    }
+    const bool isHeld = IsPassing(answers.mediaTypeResult) || IsPassing(answers.mediaStateResult);
+    if (IsReadFor(answers)) {
+        if (volumeLooks_ > 0 && !isHeld) LookForVolume();
+        return snapshot_;
+    }
+    snapshot_.disc = DiscBehind(answers, 0);
+    snapshot_.speeds.clear();
+    answers_.reset();
+    if (snapshot_.disc.presence == DiscPresence::NotAnswering) return snapshot_;
     AskTheRest(answers);
     answers_ = answers;
-    isStale_ = false;
-    const std::uint64_t discBytes = DiscBehind(answers, 0).totalBytes;
-    snapshot_.disc = DiscBehind(answers, NeedsVolume(answers) ? MountedVolumeBytes(discBytes) : 0);
-    snapshot_.speeds = snapshot_.disc.presence == DiscPresence::Ready ? AskSpeeds() : std::vector<std::uint32_t>();
+    volumeLooks_ = NeedsVolume(answers) ? MaximumVolumeLooks : 0;
+    snapshot_.disc = DiscBehind(answers, 0);
+    if (volumeLooks_ > 0) LookForVolume();
+    if (snapshot_.disc.presence == DiscPresence::Ready) snapshot_.speeds = AskSpeeds();
     return snapshot_;
+}
+
+void ImapiDrive::LookForVolume() {
+    const std::uint64_t volumeBytes = MountedVolumeBytes(DiscBehind(*answers_, 0).totalBytes);
+    volumeLooks_ = volumeBytes != 0 ? 0 : volumeLooks_ - 1;
+    snapshot_.disc = DiscBehind(*answers_, volumeBytes);
 }
 
 std::uint64_t ImapiDrive::MountedVolumeBytes(std::uint64_t discBytes) const {

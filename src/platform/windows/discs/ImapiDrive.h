@@ -1,50 +1,51 @@
 #pragma once
 
 #include "platform/discs/DiscReading.h"
-#include "platform/discs/DiscWriter.h"
 #include "platform/windows/discs/ComPointer.h"
 #include "platform/windows/discs/DiscEventQueue.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
-/// A writer drive as image mastering lists it.
-struct ImapiDriveEntry {
-    std::wstring id;   ///< opaque, the system's key
-    std::wstring name; ///< vendor and product, then the drive letter in parentheses
-};
-
-/// The drives that write discs of `family`; a failure only when image mastering cannot be reached.
-std::vector<ImapiDriveEntry> ListImapiDrives(DiscFamily family, HRESULT& result);
-
-/// One drive, held open by the thread that made it.
+/// One drive, held open by the thread that made it. A drive that cannot be opened is tried again with each reading.
 class ImapiDrive {
   public:
-    /// Whether the drive answers is told by `IsOpen`.
-    explicit ImapiDrive(const std::wstring& id);
+    explicit ImapiDrive(const std::wstring& id) : id_(id) {}
 
-    bool IsOpen() const { return static_cast<bool>(data_); }
+    /// Opens the drive unless it is open.
+    HRESULT Open();
     IDiscRecorder2* Recorder() const { return recorder_.Get(); }
     IDiscFormat2Data* Data() const { return data_.Get(); }
 
-    /// Asks the drive about its disc. Slow questions are asked again only when the quick ones have another answer.
+    /// Asks the drive about its disc. Slow questions are asked once per disc, and what may still change of it until it
+    /// has settled.
     const DriveSnapshot& Read();
+    /// Whether the last `Read` had an answer about the disc, or that there is none.
+    bool HasAnswered() const { return snapshot_.disc.presence != DiscPresence::NotAnswering; }
     /// Makes the next `Read` ask everything.
-    void Forget() { isStale_ = true; }
+    void Forget() {
+        answers_.reset();
+        snapshot_ = {};
+        snapshot_.disc.presence = DiscPresence::NotAnswering;
+    }
 
   private:
     /// What a drive answers at once, every second.
     DriveAnswers AskQuickly() const;
     void AskTheRest(DriveAnswers& answers) const;
     bool IsReadFor(const DriveAnswers& quickAnswers) const;
+    void LookForVolume();
     /// What the volume mounted from a disc of `discBytes` takes of it; 0 when none is.
     std::uint64_t MountedVolumeBytes(std::uint64_t discBytes) const;
     std::vector<std::uint32_t> AskSpeeds() const;
+    void Close();
 
+    std::wstring id_;
     ComPointer<IDiscRecorder2> recorder_;
     ComPointer<IDiscFormat2Data> data_;
     std::wstring root_;
-    std::optional<DriveAnswers> answers_;
-    bool isStale_ = false;
+    std::optional<DriveAnswers> answers_; ///< of the disc that is in
+    int volumeLooks_ = 0;                 ///< how often a volume may still be looked for
     DriveSnapshot snapshot_;
 };

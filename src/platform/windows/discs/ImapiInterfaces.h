@@ -177,6 +177,9 @@ struct IFileSystemImageResult : public IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_DiscId(BSTR* pVal) = 0;
 };
 
+/// What the system hands out for an overwritable disc that can be added to; only recognised, never called.
+struct IMultisessionRandomWrite : public IDispatch {};
+
 struct IFileSystemImage : public IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Root(IFsiDirectoryItem** pVal) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_SessionStartBlock(LONG* pVal) = 0;
@@ -289,6 +292,9 @@ inline constexpr GUID InterfaceId<DDiscFormat2EraseEvents> = {
 template<>
 inline constexpr GUID InterfaceId<IWriteSpeedDescriptor> = {
     0x27354144, 0x7f64, 0x5b0f, {0x8f, 0x00, 0x5d, 0x77, 0xaf, 0xbe, 0x26, 0x1e}};
+template<>
+inline constexpr GUID InterfaceId<IMultisessionRandomWrite> = {
+    0xb507ca23, 0x2204, 0x11dd, {0x96, 0x6a, 0x00, 0x1a, 0xa0, 0x1b, 0xbc, 0x58}};
 template<>
 inline constexpr GUID InterfaceId<IFsiItem> = {
     0x2c941fd9, 0x975b, 0x59be, {0xa9, 0x60, 0x9a, 0x2a, 0x26, 0x28, 0x53, 0xa5}};

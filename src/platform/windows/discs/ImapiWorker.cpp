@@ -1,6 +1,5 @@
 #include "platform/windows/discs/ImapiWorker.h"
 
-#include "platform/discs/DiscErrors.h"
 #include "platform/discs/MasteringCodes.h"
 #include "platform/windows/QuietErrors.h"
 
@@ -9,6 +8,10 @@
 namespace {
 
 constexpr DWORD LookMilliseconds = 1000;
+constexpr DWORD SettlingLookMilliseconds = 250;
+constexpr DWORD ListMilliseconds = 3000;
+/// How long a drive may take to become ready after it has written or erased.
+constexpr DWORD SettleMilliseconds = 20000;
 
 /// Multithreaded: nothing has to pump messages here, and the system's objects are made for it.
 class ComApartment {
@@ -46,24 +49,27 @@ std::wstring TextOfFailure(HRESULT result) {
         std::wstring text = SystemText(result, FORMAT_MESSAGE_FROM_HMODULE, module.Get());
         if (!text.empty()) return text;
     }
-    std::wstring text = DiscErrorText(static_cast<std::uint32_t>(result));
-    return text.empty() ? SystemText(result, FORMAT_MESSAGE_FROM_SYSTEM, nullptr) : text;
+    return SystemText(result, FORMAT_MESSAGE_FROM_SYSTEM, nullptr);
 }
 
 } // namespace
 
 ImapiWorker::ImapiWorker(DiscFamily family, DiscEventQueue& queue)
     : family_(family), queue_(queue), wake_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
-      ended_(CreateEventW(nullptr, TRUE, FALSE, nullptr)), thread_([this] { Run(); }) {}
+      ended_(CreateEventW(nullptr, TRUE, FALSE, nullptr)), list_(family), thread_([this] { Run(); }) {}
 
 ImapiWorker::~ImapiWorker() {
     RequestEnd();
     thread_.join();
 }
 
+void ImapiWorker::RequestStop() {
+    if (latest_) latest_->RequestStop();
+}
+
 void ImapiWorker::RequestEnd() {
     isEndRequested_ = true;
-    isStopRequested_ = true;
+    RequestStop();
     SetEvent(wake_.Get());
 }
 
@@ -87,28 +93,36 @@ std::function<void()> ImapiWorker::NextCommand() {
     return command;
 }
 
-void ImapiWorker::SelectDrive(int index, int selection) {
-    Enqueue([this, index, selection] {
+void ImapiWorker::SelectDrive(const std::wstring& id, int selection) {
+    Enqueue([this, id, selection] {
         drive_.reset();
         selection_ = selection;
-        drive_ = std::make_unique<ImapiDrive>(drives_.at(static_cast<std::size_t>(index)).id);
+        if (!id.empty()) drive_ = std::make_unique<ImapiDrive>(id);
         ReadDrive(true);
     });
 }
 
+void ImapiWorker::Start(int operation, DiscOperation kind, Operation run) {
+    const auto tell = [this, operation](const DiscProgress& progress) {
+        DiscEvent event;
+        event.kind = DiscEvent::Kind::Progress;
+        event.operation = operation;
+        event.progress = progress;
+        queue_.Post(std::move(event));
+    };
+    latest_ = std::make_shared<OperationWatch>(DiscProgress{kind, WritingStage::FillingBuffer, -1}, tell);
+    Enqueue([this, operation, watch = latest_, run = std::move(run)] { RunOperation(operation, watch, run); });
+}
+
 void ImapiWorker::StartWrite(int operation, BurnJob job) {
-    isStopRequested_ = false;
-    Enqueue([this, operation, job = std::move(job)] {
-        RunOperation(operation,
-                     [&](const OperationFollower& follower) { return Burn(*drive_, family_, job, follower); });
+    Start(operation, DiscOperation::Preparing, [this, job = std::move(job)](const auto& watch) {
+        return drive_ ? Burn(*drive_, family_, job, watch) : static_cast<HRESULT>(Mastering::NoMedia);
     });
 }
 
 void ImapiWorker::StartErase(int operation, bool isQuick) {
-    isStopRequested_ = false;
-    Enqueue([this, operation, isQuick] {
-        RunOperation(operation,
-                     [&](const OperationFollower& follower) { return EraseDisc(*drive_, isQuick, follower); });
+    Start(operation, DiscOperation::EraseInProgress, [this, isQuick](const auto& watch) {
+        return drive_ ? EraseDisc(*drive_, isQuick, watch) : static_cast<HRESULT>(Mastering::NoMedia);
     });
 }
 
@@ -116,56 +130,69 @@ void ImapiWorker::Run() {
     {
         const ComApartment apartment;
         SuppressDiskBoxes();
-        ListDrives();
+        list_.Refresh();
+        TellDrives();
         while (!isEndRequested_) {
             if (auto command = NextCommand())
                 command();
-            else if (WaitForSingleObject(wake_.Get(), LookMilliseconds) == WAIT_TIMEOUT && drive_)
-                ReadDrive(false);
+            else if (WaitForSingleObject(wake_.Get(), settleEnd_ != 0 ? SettlingLookMilliseconds : LookMilliseconds) ==
+                     WAIT_TIMEOUT)
+                Look();
         }
         drive_.reset();
     }
     SetEvent(ended_.Get());
 }
 
-void ImapiWorker::ListDrives() {
-    HRESULT result = S_OK;
-    drives_ = ListImapiDrives(family_, result);
+void ImapiWorker::Look() {
+    ReadDrive(false);
+    if (GetTickCount64() - listedTick_ < ListMilliseconds) return;
+    if (list_.Refresh())
+        TellDrives();
+    else
+        listedTick_ = GetTickCount64();
+}
+
+void ImapiWorker::TellDrives() {
+    listedTick_ = GetTickCount64();
     DiscEvent event;
     event.kind = DiscEvent::Kind::DrivesListed;
-    event.result = FAILED(result) ? result : S_OK;
-    for (const auto& drive : drives_) event.names.push_back(drive.name);
+    event.result = FAILED(list_.Result()) ? list_.Result() : S_OK;
+    for (const auto& drive : list_.Writers()) {
+        event.names.push_back(drive.name);
+        event.ids.push_back(drive.id);
+    }
     queue_.Post(std::move(event));
 }
 
 void ImapiWorker::ReadDrive(bool isAsked) {
-    const DriveSnapshot& snapshot = drive_->Read();
-    if (!isAsked && snapshot == told_) return;
+    const bool isSettling = settleEnd_ != 0;
+    DriveSnapshot snapshot;
+    if (drive_) {
+        snapshot = drive_->Read();
+        if (isSettling && !isAsked && !drive_->HasAnswered() && GetTickCount64() < settleEnd_) return;
+    }
+    if (!isAsked && !isSettling && snapshot == told_) return;
     told_ = snapshot;
+    settleEnd_ = 0;
     DiscEvent event;
     event.kind = DiscEvent::Kind::DriveRead;
     event.selection = selection_;
     event.snapshot = snapshot;
+    event.isAfterOperation = isSettling;
     queue_.Post(std::move(event));
 }
 
-void ImapiWorker::RunOperation(int operation, const std::function<HRESULT(const OperationFollower&)>& run) {
-    const auto tell = [&](const DiscProgress& progress) {
-        DiscEvent event;
-        event.kind = DiscEvent::Kind::Progress;
-        event.operation = operation;
-        event.progress = progress;
-        queue_.Post(std::move(event));
-    };
+void ImapiWorker::RunOperation(int operation, const std::shared_ptr<OperationWatch>& watch, const Operation& run) {
     DiscEvent event;
     event.kind = DiscEvent::Kind::OperationEnded;
-    event.result = isStopRequested_ ? static_cast<HRESULT>(Mastering::RequestCancelled)
-                                    : run(OperationFollower{tell, isStopRequested_});
-    if (FAILED(event.result)) event.text = TextOfFailure(event.result);
-    drive_->Forget();
-    told_ = drive_->Read();
     event.operation = operation;
-    event.selection = selection_;
-    event.snapshot = told_;
+    event.result = watch->IsStopRequested() ? static_cast<HRESULT>(Mastering::RequestCancelled) : run(watch);
+    watch->End();
+    if (FAILED(event.result)) event.text = TextOfFailure(event.result);
     queue_.Post(std::move(event));
+    // The window is told first: a drive may take its time before it answers again.
+    settleEnd_ = GetTickCount64() + SettleMilliseconds;
+    if (drive_) drive_->Forget();
+    ReadDrive(false);
 }

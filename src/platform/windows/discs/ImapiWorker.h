@@ -4,6 +4,7 @@
 #include "platform/windows/discs/DiscEventQueue.h"
 #include "platform/windows/discs/ImapiBurn.h"
 #include "platform/windows/discs/ImapiDrive.h"
+#include "platform/windows/discs/ImapiDriveList.h"
 
 #include <atomic>
 #include <deque>
@@ -25,22 +26,27 @@ class ImapiWorker {
     ImapiWorker(const ImapiWorker&) = delete;
     ImapiWorker& operator=(const ImapiWorker&) = delete;
 
-    void SelectDrive(int index, int selection);
+    /// `id` is one of those listed; empty for no drive.
+    void SelectDrive(const std::wstring& id, int selection);
     void StartWrite(int operation, BurnJob job);
     void StartErase(int operation, bool isQuick);
     /// Asks the operation that was started last to stop.
-    void RequestStop() { isStopRequested_ = true; }
+    void RequestStop();
     /// Asks the thread to end as soon as the drive lets it.
     void RequestEnd();
     bool WaitForEnd(DWORD milliseconds) const;
 
   private:
+    using Operation = std::function<HRESULT(const std::shared_ptr<OperationWatch>&)>;
+
     void Run();
-    void ListDrives();
+    void Look();
+    void TellDrives();
     void Enqueue(std::function<void()> command);
     std::function<void()> NextCommand();
     void ReadDrive(bool isAsked);
-    void RunOperation(int operation, const std::function<HRESULT(const OperationFollower&)>& run);
+    void Start(int operation, DiscOperation kind, Operation run);
+    void RunOperation(int operation, const std::shared_ptr<OperationWatch>& watch, const Operation& run);
 
     DiscFamily family_;
     DiscEventQueue& queue_;
@@ -48,14 +54,16 @@ class ImapiWorker {
     UniqueObject ended_;
     std::mutex mutex_;
     std::deque<std::function<void()>> commands_;
-    std::atomic<bool> isStopRequested_{false};
     std::atomic<bool> isEndRequested_{false};
+    std::shared_ptr<OperationWatch> latest_; ///< touched by the thread of the windows only
 
     // Touched by the thread only.
-    std::vector<ImapiDriveEntry> drives_;
+    ImapiDriveList list_;
+    ULONGLONG listedTick_ = 0;
     std::unique_ptr<ImapiDrive> drive_;
     int selection_ = 0;
     DriveSnapshot told_;
+    ULONGLONG settleEnd_ = 0; ///< until when the disc that an operation left may be awaited; 0 when none is
 
     std::thread thread_;
 };
