@@ -32,9 +32,7 @@ Form::Form(int templateId) : templateId_(templateId) {
 
 Form::~Form() {
     // A derived part is gone by now: the window goes without its handlers.
-    if (window_ != nullptr) {
-        DestroyWindow(Disconnect());
-    }
+    if (window_ != nullptr) DestroyWindow(Disconnect());
 }
 
 HWND Form::Disconnect() {
