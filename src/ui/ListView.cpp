@@ -71,22 +71,30 @@ void ListView::AddHiddenColumn() {
     Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(columnCount_++), reinterpret_cast<LPARAM>(&column));
 }
 
-/// A fixed width is something that only Windows Vista and later know of, and only against the mouse.
+/// A fixed width is something that only Windows Vista and later know of, and only against the mouse. The view's window
+/// asks nobody whether its header may, so the answer stands before it.
 void ListView::KeepHiddenColumnsShut() {
-    const auto refuse = [this](NMHDR& header) -> LRESULT {
-        const auto& change = reinterpret_cast<NMHEADERW&>(header);
-        const bool isOurs = GetParent(header.hwndFrom) == Handle();
-        return isOurs && change.iItem >= firstHiddenColumn_ ? TRUE : FALSE;
-    };
-    // The view passes on what its header says; that has no number of its own.
-    for (const UINT code : {HDN_BEGINTRACKW, HDN_BEGINTRACKA, HDN_DIVIDERDBLCLICKW, HDN_DIVIDERDBLCLICKA})
-        Owner().OnNotify(0, code, refuse);
-    for (const UINT code : {HDN_ITEMCHANGINGW, HDN_ITEMCHANGINGA}) {
-        Owner().OnNotify(0, code, [refuse](NMHDR& header) -> LRESULT {
-            const HDITEMW* item = reinterpret_cast<NMHEADERW&>(header).pitem;
-            const bool isWidened = item != nullptr && (item->mask & HDI_WIDTH) != 0 && item->cxy != 0;
-            return isWidened ? refuse(header) : FALSE;
-        });
+    headerWatch_.Attach(Handle(), [this](const WindowMessage& message) -> LRESULT {
+        if (message.id == WM_NOTIFY && WouldOpenHidden(*reinterpret_cast<const NMHDR*>(message.lParam))) return TRUE;
+        return message.PassOn();
+    });
+}
+
+bool ListView::WouldOpenHidden(const NMHDR& header) const {
+    if (header.hwndFrom != ListView_GetHeader(Handle())) return false;
+    const auto& change = reinterpret_cast<const NMHEADERW&>(header);
+    switch (header.code) {
+    case HDN_BEGINTRACKA:
+    case HDN_BEGINTRACKW:
+    case HDN_DIVIDERDBLCLICKA:
+    case HDN_DIVIDERDBLCLICKW:
+        return change.iItem >= firstHiddenColumn_;
+    case HDN_ITEMCHANGINGA:
+    case HDN_ITEMCHANGINGW:
+        return change.iItem >= firstHiddenColumn_ && change.pitem != nullptr && (change.pitem->mask & HDI_WIDTH) != 0 &&
+               change.pitem->cxy != 0;
+    default:
+        return false;
     }
 }
 

@@ -53,6 +53,7 @@ class ListView : public Control {
     }
     void SetColumnWidth(int column, int width);
     void KeepHiddenColumnsShut();
+    bool WouldOpenHidden(const NMHDR& header) const;
     std::wstring TipOf(int row) const;
     LRESULT FillItem(NMLVDISPINFOW& info) const;
     LRESULT Draw(NMLVCUSTOMDRAW& draw) const;
@@ -67,6 +68,7 @@ class ListView : public Control {
     std::function<void(int)> onTick_;
     std::function<void(const std::vector<std::wstring>&)> onDrop_;
     Subclass dropTarget_;
+    Subclass headerWatch_;
 };
 
 } // namespace ui

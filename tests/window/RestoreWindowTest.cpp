@@ -183,7 +183,9 @@ TEST_F(RestoreWindow, CutControlFileIsReportedAndWhatCouldBeReadIsListed) {
     EXPECT_EQ(machine.messageBoxes.shown[0].text.find(
                   L"Erreur nº 62 (Input past end of file) dans la procédure MAJListeFich, module frmRestaureCD"),
               0u);
-    EXPECT_EQ(RowCount(), 1);
+    ASSERT_EQ(RowCount(), 2);
+    EXPECT_EQ(Cell(1, 0), L"C:\\b");
+    EXPECT_EQ(Cell(1, 3), L"");
     EXPECT_TRUE(IsEnabled(IDC_cmdLancerRestauration));
 }
 
@@ -191,9 +193,9 @@ TEST_F(RestoreWindow, CommaInAPathSplitsItAndNothingIsReported) {
     AddBackup(L"E:\\", "C:\\un,deux.txt,32,Zip0001\r\n");
     OpenFirstDrive();
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
-    ASSERT_EQ(RowCount(), 2);
+    ASSERT_EQ(RowCount(), 1);
     EXPECT_EQ(Cell(0, 0), L"C:\\un");
-    EXPECT_EQ(Cell(1, 0), L"32");
+    EXPECT_EQ(Cell(0, 2), L"deux.txt");
 }
 
 TEST_F(RestoreWindow, UntickingTheLastRowDisablesTheLaunch) {
