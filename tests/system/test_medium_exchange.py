@@ -40,7 +40,7 @@ class MediumExchangeTest(SystemTest):
         self.assertEqual(program.answer(IDOK).title, "Error")
         program.window("frmBackup").wait_enabled("cmdPrecedent")
 
-    def wait_for(self, root, names, seconds=60):
+    def wait_for(self, root, names, seconds=240):
         """As soon as one of the names is seen; false when the copy was over before."""
         deadline = time.monotonic() + seconds
         has_begun = False
@@ -51,6 +51,7 @@ class MediumExchangeTest(SystemTest):
             has_begun = has_begun or NEW_ARCHIVE in found
             if has_begun and NEW_ARCHIVE not in found and all(name not in found for name in LIST_NAMES + OLD_NAMES):
                 return False
+            time.sleep(0.0005)
         self.fail(f"none of {names} within {seconds} s; seen: {os.listdir(root)}")
 
     def assert_whole_after_next_start(self, root):
