@@ -20,7 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SelectionContent content;
     content.collection = std::make_shared<clsColFileInfo>(machine.app);
     LongWork work(machine.app, [] {});
-    PredefinedSets sets(machine.app, content, work);
+    LeftOutItems leftOut(machine.app);
+    PredefinedSets sets(machine.app, content, work, leftOut);
     sets.RemplirArray(list, 0);
     Require(content.rows.Count() == content.collection->Count());
     sets.ViderArray(list);
