@@ -291,8 +291,8 @@ class ForeignControlFileTest(SystemTest):
 
     def test_random_bytes_do_no_harm(self):
         program, restore = self.rows_of(random.Random(5).randbytes(20_000), None)
-        while program.find_message_box():
-            program.answer(IDOK)
+        # Some line has too few fields, which is told once all are listed.
+        self.assertIn("Erreur nº 62", program.answer(IDOK).text)
         self.assert_goes_on(program, restore)
 
     def test_an_outlook_store_is_listed_for_its_own_folder(self):

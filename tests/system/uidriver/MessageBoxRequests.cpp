@@ -13,7 +13,7 @@ namespace {
 
 constexpr int MessageTextId = 0xFFFF;
 
-// A message box without an icon keeps an empty place for it, so "none" is a picture like the others.
+// A message box without an icon may keep an empty place for it, so "none" is a picture like the others.
 struct IconKind {
     LPCWSTR resource;
     const wchar_t* name;
@@ -77,6 +77,8 @@ void WaitUntilPainted(HWND control) {
 
 // An icon handle says nothing outside its process, so the icon is told by what the screen shows.
 std::wstring IconShownBy(HWND iconControl) {
+    // Without an icon the box's text may stand in its place.
+    if (SendMessageW(iconControl, STM_GETICON, 0, 0) == 0) return L"none";
     WaitUntilPainted(iconControl);
     RECT rect{};
     GetWindowRect(iconControl, &rect);
