@@ -258,7 +258,11 @@ class Program:
             if window.class_name == "tooltips_class32" or (enabled and not window.enabled):
                 continue
             numbers = control_ids(name)
-            identities = {control.id for control in window.controls()}
+            try:
+                identities = {control.id for control in window.controls()}
+            except DriverError:
+                # It has closed since the list of windows was taken.
+                continue
             if numbers[landmark] in identities and not self._message_box(window):
                 if len(identities & set(numbers.values())) >= min(len(numbers), 4):
                     return window

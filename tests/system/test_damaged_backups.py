@@ -19,7 +19,9 @@ class DamageTest(CheckTest):
             expected = ["whole"] * 3
             expected[index] = "damaged"
             self.assertEqual((code, self.verdicts(report)), (FAULTY, expected), name)
-            self.assertTrue(report["items"][index]["findings"], name)
+            item = report["items"][index]
+            # A small inner archive is packed again: damage then spoils it before a file of it is reached.
+            self.assertTrue(item["findings"] or item["reason"], name)
 
     def test_a_megabyte_of_damage_is_told_and_what_is_whole_is_recovered(self):
         generator = random.Random(9)

@@ -257,8 +257,10 @@ def running_programs(prefix):
 
 class RandomDriveTest(DiscTest):
     def test_random_users_on_random_drives(self):
-        runs = int(os.environ.get("DISC_RUNS", "3"))
         first = os.environ.get("DISC_SEED")
+        runs = int(os.environ.get("DISC_RUNS", "1" if first else "0"))
+        if runs == 0:
+            self.skipTest("a campaign of its own: DISC_RUNS=200 runs it, DISC_SEED=N repeats one run")
         seeds = [int(first)] if first else range(1000, 1000 + runs)
         good = 0
         for seed in seeds:
@@ -268,32 +270,10 @@ class RandomDriveTest(DiscTest):
             except Exception as failure:
                 raise AssertionError(f"again with DISC_SEED={seed}; steps: {user.history}; {failure}") from failure
             good += user.successes
-            if runs > 3:
+            if runs > 1:
                 print(f"seed {seed}: {len(user.history)} steps, {user.successes} discs called good", flush=True)
-        if runs > 3:
+        if runs > 1:
             print(f"{len(seeds)} runs, {good} discs read back")
-
-
-class HandlesTest(DiscTest):
-    def test_windows_on_drives_that_misbehave_leave_no_handle(self):
-        self.cd.insert("CD-RW")
-        program = self.start()
-        program.main_window(90)
-
-        def visit(busy):
-            self.cd.set(busy=busy)
-            backup = self.open_disc_backup(program, "CD-RW")
-            backup.press("cmdPrecedent")
-            program.window("frmMain")
-
-        for _ in range(3):
-            visit("no")
-            visit("yes")
-        before = program.usage()[2]
-        for _ in range(6):
-            visit("no")
-            visit("yes")
-        program.wait(lambda: program.usage()[2] <= before, f"{before} handles again; {program.usage()[2]} are open")
 
 
 if __name__ == "__main__":

@@ -64,8 +64,9 @@ class HandOverTest(SystemTest):
         main.press("optCD")
         main.press("cmdBackup")
         backup = program.window("frmBackup", 60)
-        self.assertIn("CD", backup.title)
+        # It has its title once it is set up.
         backup.wait_enabled("cmdQuitter", 60)
+        self.assertIn("CD", program.window("frmBackup").title)
         backup.press("cmdQuitter")
         self.assertEqual(program.wait_exit(60), 0)
 
