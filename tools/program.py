@@ -66,9 +66,18 @@ class Window:
         self.rectangle = rectangle
         self.forms = ()
 
+    def _control_rows(self):
+        """A control that goes while all are read, as a progress that has ended does, makes the reading begin again."""
+        for _ in range(5):
+            try:
+                return self.program.driver.call("controls", self.handle)
+            except DriverError:
+                time.sleep(0.05)
+        return self.program.driver.call("controls", self.handle)
+
     def controls(self):
         found = []
-        for row in self.program.driver.call("controls", self.handle):
+        for row in self._control_rows():
             numbers = [int(field) for field in row[:2]] + row[2:4] + [int(field) for field in row[4:]]
             numbers[4], numbers[5] = bool(numbers[4]), bool(numbers[5])
             found.append(Control(*numbers))
