@@ -92,9 +92,12 @@ TEST_F(BackupRunPhaseTest, ARefusedStartStaysUntilStop) {
 
 TEST_F(BackupRunPhaseTest, AStopBetweenTheArchiveAndTheDiscCostsNoDisc) {
     UseCd();
+    view.label = L"14 mars, 2026";
     stopAt = Archived;
     EXPECT_THAT(Launch(), ElementsAre(Preparing, Archiving, Archived, Idle));
+    EXPECT_EQ(Record().label, L"");
     EXPECT_FALSE(HasStartedWriting());
+    EXPECT_THAT(machine.messageBoxes.shown, testing::IsEmpty());
     EXPECT_EQ(Modes().back(), L"idle");
     EXPECT_EQ(view.holds, 0);
 }
@@ -107,6 +110,7 @@ TEST_F(BackupRunPhaseTest, AStopWhileTheFilesAreAddedLeavesNothingForTheNextDisc
     };
     Launch();
     EXPECT_FALSE(HasStartedWriting());
+    EXPECT_THAT(machine.messageBoxes.shown, testing::IsEmpty());
     EXPECT_EQ(state.phase.Now(), Idle);
     machine.messageLoop.handler = nullptr;
     Launch();
