@@ -7,6 +7,7 @@ import shutil
 import signal
 import subprocess
 import sys
+import time
 import unittest
 from concurrent.futures import ProcessPoolExecutor, ThreadPoolExecutor
 from functools import partial
@@ -106,29 +107,34 @@ def run_python_test(folder, identity):
     if str(folder) not in sys.path:
         sys.path.insert(0, str(folder))
     result = unittest.TestResult()
+    begun = time.monotonic()
     unittest.defaultTestLoader.loadTestsFromName(identity).run(result)
+    seconds = time.monotonic() - begun
     problems = [text for _, text in result.failures + result.errors]
     problems += [f"{test} passed although it was expected to fail" for test in result.unexpectedSuccesses]
     if problems:
-        return identity, "failed", "\n".join(problems)
+        return identity, seconds, "failed", "\n".join(problems)
     if result.skipped:
-        return identity, "skipped", "; ".join(reason for _, reason in result.skipped)
-    return identity, "passed" if result.testsRun else "failed", "" if result.testsRun else "did not run"
+        return identity, seconds, "skipped", "; ".join(reason for _, reason in result.skipped)
+    return identity, seconds, "passed" if result.testsRun else "failed", "" if result.testsRun else "did not run"
 
 
 def python_tests(name, folder, filters=()):
     report = Report(name)
     sys.path.insert(0, str(folder))
     suite = unittest.defaultTestLoader.discover(str(folder), pattern="test_*.py", top_level_dir=str(folder))
-    identities = []
+    identities, took = [], []
     for test in flatten(suite):
         if type(test).__name__ == "_FailedTest":
             report.count("failed", f"{test.id()} cannot be loaded", str(getattr(test, "_exception", "")))
         elif matches(test.id(), filters):
             identities.append(test.id())
     with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
-        for identity, outcome, text in pool.map(run_python_test, [folder] * len(identities), identities):
+        for identity, seconds, outcome, text in pool.map(run_python_test, [folder] * len(identities), identities):
             report.count(outcome, identity, text)
+            took.append((seconds, identity))
+    lines = [f"{seconds:7.1f} s  {identity}\n" for seconds, identity in sorted(took, reverse=True)]
+    (LOGS / f"{name}-times.txt").write_text("".join(lines), encoding="utf-8")
     return report.close()
 
 

@@ -18,13 +18,18 @@ class ChoiceTest(unittest.TestCase):
         self.assertEqual([choice.layer for choice in choices([])], list(DEFAULT_LAYERS))
         self.assertEqual(built(), ["build native all", "build windows all", "build fuzz all", "archiver", "installer"])
 
+    def test_all_is_every_layer_and_clang_tidy_last(self):
+        self.assertEqual([choice.layer for choice in choices(["all"])], [*DEFAULT_LAYERS, "lint"])
+        self.assertLessEqual(set(built()), set(built("all")))
+        self.assertIn("configure windows", built("all"))
+
     def test_the_words_after_a_layer_choose_among_its_tests(self):
         unit, fuzz = choices(["unit", "BackupRunTest.*", "fuzz", "ControlFileFuzzer", "30"])
         self.assertEqual(unit.filters, ["BackupRunTest.*"])
         self.assertEqual((fuzz.names(), fuzz.seconds()), (["ControlFileFuzzer"], 30))
 
     def test_a_word_before_any_layer_or_an_option_is_refused(self):
-        for words in (["BackupRunTest.*"], ["unit", "--gtest_filter=x"], ["-v"]):
+        for words in (["BackupRunTest.*"], ["unit", "all", "-v"], ["unit", "--gtest_filter=x"], ["-v"]):
             with self.assertRaises(Usage):
                 choices(words)
 
