@@ -18,6 +18,8 @@ BUILD = PROJECT / "build"
 BINARIES = BUILD / "windows" / "bin"
 TEMPLATE = BUILD / "workstation" / "template"
 LOCALES = BUILD / "workstation" / "locale"
+# Where the packages put the fonts that Windows has, Wine's own Tahoma among them.
+FONTS = Path("/usr/share/wine/fonts")
 
 ACCOUNT = "agent"
 INSTALL_FOLDER = r"C:\Valcoreaux\Backup"
@@ -118,10 +120,25 @@ def _make_template():
     _publish(scratch, TEMPLATE)
 
 
+def _add_fonts():
+    """The fonts stand where Windows has its own: Wine 8 looks for its packaged ones in a folder where they are not, and
+    shows every window in another font than users have, without a word."""
+    target = TEMPLATE / "drive_c" / "windows" / "Fonts"
+    target.mkdir(exist_ok=True)
+    for font in FONTS.glob("*.ttf"):
+        if not (target / font.name).exists():
+            scratch = target / f"{font.name}.{os.getpid()}"
+            shutil.copy2(font, scratch)
+            scratch.rename(target / font.name)
+    if not (target / "tahoma.ttf").exists():
+        raise CannotHave(f"there is no Tahoma in {FONTS}: the windows would be shown in another font than users have")
+
+
 def prepare():
     """Makes what all workstations share, unless it is there already."""
     _make_locales()
     _make_template()
+    _add_fonts()
 
 
 def _copy_template(target):

@@ -33,7 +33,7 @@ constexpr std::array Captions = {
     Caption{IDC_cmdStopWrite, TextId::StopCaption},
 };
 
-constexpr ui::PlaceDialogUnits SelectionPlace{5, 4, 523, 234};
+constexpr ui::PlaceDialogUnits SelectionPlace{5, 4, 523, 235};
 constexpr ui::PlaceDialogUnits ScanPlace{145, 254, 385, 282};
 constexpr unsigned ClockMilliseconds = 1000;
 
