@@ -1,10 +1,12 @@
-"""Starts the program on a workstation of its own, or takes the scripted tour through it: launch.py start|tour"""
+"""Starts the program on a workstation of its own, takes the scripted tour through it, or pictures of all its windows:
+launch.py start|tour|gallery"""
 
 import os
 import shutil
 import subprocess
 import sys
 
+import gallery
 import tour
 from burner import Burner, install_image_mastering
 from samples import write_samples
@@ -56,6 +58,8 @@ def main():
         prepare()
         if sys.argv[1] == "tour":
             return tour.run()
+        if sys.argv[1] == "gallery":
+            return gallery.run_gallery(sys.argv[2:])
         if not has_display():
             print("== there is no display: taking the tour on a virtual one")
             return tour.run()

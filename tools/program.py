@@ -56,7 +56,7 @@ class MessageBox:
 class Window:
     """One of the program's windows. Controls are named as in its form's header: window["cmdLancer"]."""
 
-    def __init__(self, program, handle, class_name, title, enabled, owner, rectangle):
+    def __init__(self, program, handle, class_name, title, enabled, owner, rectangle, inner=None):
         self.program = program
         self.handle = handle
         self.class_name = class_name
@@ -64,6 +64,7 @@ class Window:
         self.enabled = enabled
         self.owner = owner
         self.rectangle = rectangle
+        self.inner = inner
         self.forms = ()
 
     def _control_rows(self):
@@ -204,9 +205,10 @@ class Program:
     def windows(self):
         found = []
         for row in self.driver.call("windows", self.process_id):
-            handle, class_name, title, enabled, owner, *rectangle = row
+            handle, class_name, title, enabled, owner, *numbers = row
+            left, top, width, height, *inner = map(int, numbers)
             found.append(Window(self, int(handle), class_name, title, enabled == "1", int(owner),
-                                tuple(int(number) for number in rectangle)))
+                                (left, top, width, height), tuple(inner)))
         return found
 
     def exit_code(self):

@@ -20,7 +20,8 @@ void AppendRect(Row& row, HWND window) {
     row.push_back(Number(rect.bottom - rect.top));
 }
 
-// windows PID: handle, class, title, is enabled, owner, left, top, width, height of each visible top-level window
+// windows PID: handle, class, title, is enabled, owner, left, top, width, height, inner width, inner height of each
+// visible top-level window
 Rows ListWindows(const Row& fields) {
     struct Search {
         DWORD processId;
@@ -44,6 +45,10 @@ Rows ListWindows(const Row& fields) {
         Row row{Handle(window), ClassOf(window), title, Number(IsWindowEnabled(window)),
                 Handle(GetWindow(window, GW_OWNER))};
         AppendRect(row, window);
+        RECT inner{};
+        GetClientRect(window, &inner);
+        row.push_back(Number(inner.right));
+        row.push_back(Number(inner.bottom));
         rows.push_back(row);
     }
     return rows;

@@ -1,0 +1,49 @@
+"""The screens that the windows have to fit, and the frame that Windows draws around a window's inside."""
+
+import math
+
+TASKBAR_PIXELS = 48
+# At 96 dots an inch: a caption with the frame's two edges, and the frame's two sides. A window that can be resized has
+# the thicker frame. Windows enlarges the caption with the scale.
+CAPTION_PIXELS = 23
+FRAME_PIXELS = 3
+SIZING_FRAME_PIXELS = 8
+
+# How the names of the windows begin that can be resized.
+SIZABLE = ("restore", "restoring")
+
+# Scale of the screen in percent to its size.
+SCREENS = {100: (1366, 768), 125: (1366, 768), 150: (1920, 1080), 175: (1920, 1080)}
+
+
+def outer_size(inner, scale, is_sizable=False):
+    """What a window takes of the screen of a real Windows."""
+    caption = math.ceil(CAPTION_PIXELS * scale / 100)
+    frame = math.ceil(SIZING_FRAME_PIXELS * scale / 100) if is_sizable else FRAME_PIXELS
+    return inner[0] + 2 * frame, inner[1] + caption + 2 * frame
+
+
+def room(scale):
+    """What a screen leaves above its taskbar."""
+    width, height = SCREENS[scale]
+    return width, height - TASKBAR_PIXELS
+
+
+def fits(outer, scale):
+    return scale not in SCREENS or all(size <= limit for size, limit in zip(outer, room(scale)))
+
+
+def size_table(sizes):
+    """Name to scale to inner size, as lines to be read."""
+    scales = sorted({scale for found in sizes.values() for scale in found})
+    lines = ["outer sizes in pixels with the frame of Windows 10 and 11; * does not fit its screen",
+             "window".ljust(24) + "".join(f"{scale} %".rjust(14) for scale in scales),
+             "room".ljust(24) + "".join(("{}x{}".format(*room(scale)) if scale in SCREENS else "-").rjust(14)
+                                        for scale in scales)]
+    for name, found in sizes.items():
+        cells = []
+        for scale in scales:
+            outer = outer_size(found[scale], scale, name.startswith(SIZABLE) and name != "restored") if scale in found else None
+            cells.append(("{}x{}".format(*outer) + ("" if fits(outer, scale) else "*") if outer else "").rjust(14))
+        lines.append(name.ljust(24) + "".join(cells))
+    return "\n".join(lines) + "\n"
