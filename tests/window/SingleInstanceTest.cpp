@@ -1,5 +1,6 @@
 #include "platform/windows/SingleInstance.h"
 #include "TestFormIds.h"
+#include "WaitFor.h"
 #include "ui/Form.h"
 #include "ui/MessagePump.h"
 
@@ -59,8 +60,12 @@ TEST(SingleInstance, SecondCopyBringsTheFirstToTheFront) {
     const SingleInstance second(L"C:\\Valcoreaux\\Backup");
     MarkedForm other;
     ASSERT_EQ(GetForegroundWindow(), other.Handle());
-    second.ShowFirst();
-    EXPECT_EQ(GetForegroundWindow(), marked.Handle());
+    // The window manager's word that it has given the other window the focus may come late and take it back.
+    EXPECT_TRUE(WaitFor([&] {
+        second.ShowFirst();
+        ui::RunPendingMessages();
+        return GetForegroundWindow() == marked.Handle();
+    }));
 }
 
 TEST(SingleInstance, MinimizedFirstCopyIsRestored) {
