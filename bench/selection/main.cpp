@@ -1,9 +1,14 @@
 // Measures the selection list in its real window on real files. Takes the folder that `bench/selection.py` has filled.
 
 #include "backup/forms/frmBackup.h"
+#include "core/SpaceValues.h"
+#include "core/StartUpValues.h"
+#include "platform/windows/WindowsClock.h"
+#include "platform/windows/WindowsEnvironment.h"
 #include "platform/windows/WindowsFiles.h"
+#include "platform/windows/WindowsLocale.h"
+#include "platform/windows/WindowsOperatingSystem.h"
 #include "platform/windows/WindowsStringTable.h"
-#include "platform/windows/WindowsSystem.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
@@ -74,19 +79,32 @@ double PrivateMegabytes() {
 class BenchMachine {
     FakeMachine stands_;
     WindowsStringTable strings_;
-    WindowsSystem system_;
+    WindowsOperatingSystem operatingSystem_;
+    WindowsEnvironment environment_;
+    WindowsLocale locale_;
+    WindowsClock clock_;
     FormMessageLoop messageLoop_;
 
   public:
     WindowsFiles files;
-    Application app{Machine{strings_, stands_.drives, stands_.usb, files, stands_.processes, system_, stands_.eventLog,
-                            stands_.messageBoxes, messageLoop_, stands_.discWriters}};
+    Application app{Ports()};
 
     BenchMachine() {
         stands_.drives.Add(L"C:\\", DriveType::Fixed);
         stands_.drives.Add(L"E:\\", DriveType::Removable, L"", {5e14, 5e14});
-        app.dblEspaceDisponible = 5e14;
-        app.strRepRacine = L"C:\\bench\\root";
+        app.startUp->dblEspaceDisponible = 5e14;
+        app.startUp->strRepRacine = L"C:\\bench\\root";
+    }
+    Machine Ports() {
+        Machine ports = stands_.Ports();
+        ports.strings = strings_;
+        ports.files = files;
+        ports.operatingSystem = operatingSystem_;
+        ports.environment = environment_;
+        ports.locale = locale_;
+        ports.clock = clock_;
+        ports.messageLoop = messageLoop_;
+        return ports;
     }
     std::size_t MessagesShown() const { return stands_.messageBoxes.shown.size(); }
 };
@@ -102,7 +120,7 @@ class Window {
   public:
     Window(BenchMachine& machine, const std::wstring& profile) : backup_(machine.app, [](ui::Form&) { return false; }) {
         SetEnvironmentVariableW(L"UserProfile", profile.c_str());
-        machine.app.requiredSpace = Currency();
+        machine.app.space->requiredSpace = Currency();
         backup_.SetMedia(Medium::RemovableDisk);
         backup_.SetDrive(L"E:\\");
         backup_.SetParent(main_);
@@ -195,7 +213,7 @@ Cost AddAll(BenchMachine& machine, int count) {
 
 void ReadListFile(BenchMachine& machine) {
     constexpr int entries = 10000;
-    machine.app.strRepRacine = L"C:\\bench\\sets";
+    machine.app.startUp->strRepRacine = L"C:\\bench\\sets";
     Window window(machine, L"C:\\bench\\empty");
     Expect(window.RowCount(), entries, "the predefined set");
     Row("open the window with a list file of 10000 entries, s", "%.3f", window.OpenSeconds(), "");
@@ -205,7 +223,7 @@ void ReadListFile(BenchMachine& machine) {
     Expect(window.RowCount(), entries, "checking the set");
     Row("uncheck a set of 10000 entries, s", "%.3f", taken, "");
     Row("check a set of 10000 entries, s", "%.3f", added, "");
-    machine.app.strRepRacine = L"C:\\bench\\root";
+    machine.app.startUp->strRepRacine = L"C:\\bench\\root";
 }
 
 /// What cannot be done without: one enumeration of every folder, and nothing else.

@@ -127,10 +127,10 @@ void FinishExchange(Files& files, const std::wstring& path) {
     ClearAway(root);
 }
 
-void FinishExchangeIfPossible(const Application& app, const std::wstring& root) {
-    if (root.empty() || app.machine.drives.Type(root) == DriveType::CdRom) return;
+void FinishExchangeIfPossible(Application& app, const std::wstring& root) {
+    if (root.empty() || app.machine.drives->Type(root) == DriveType::CdRom) return;
     try {
-        FinishExchange(app.machine.files, root);
+        FinishExchange(*app.machine.files, root);
     } catch (const RuntimeError&) {
         // No medium, or one that takes no writing: it is read as it is.
     }

@@ -29,7 +29,7 @@ void ExchangePair(Files& files, const std::wstring& root, const PairSource& sour
 void FinishExchange(Files& files, const std::wstring& root);
 
 /// The same where it can be done: not on a disc, and without effect on a medium that takes no writing.
-void FinishExchangeIfPossible(const Application& app, const std::wstring& root);
+void FinishExchangeIfPossible(Application& app, const std::wstring& root);
 
 /// Throws 61, as the system does in the midst of the copy, when a volume's file system cannot hold so large a file.
 void RequireRoomInFileSystem(const Drives& drives, const std::wstring& root, std::uint64_t sizeBytes);

@@ -5,9 +5,9 @@
 
 void ResetWorkFolder(Application& app) {
     RemoveWorkFolder(app);
-    app.machine.files.CreateFolder(app.WorkFolder());
+    app.machine.files->CreateFolder(app.WorkFolder());
 }
 
 void RemoveWorkFolder(Application& app) {
-    if (app.machine.files.FolderExists(app.WorkFolder())) app.machine.files.DeleteFolder(app.WorkFolder());
+    if (app.machine.files->FolderExists(app.WorkFolder())) app.machine.files->DeleteFolder(app.WorkFolder());
 }

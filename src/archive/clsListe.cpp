@@ -1,9 +1,11 @@
 #include "archive/clsListe.h"
 
+#include "core/ArchiveValues.h"
 #include "core/UserProfileMarker.h"
+#include "core/UserValues.h"
+#include "platform/Environment.h"
 #include "platform/Files.h"
 #include "platform/MessageLoop.h"
-#include "platform/System.h"
 #include "platform/Text.h"
 #include "selection/clsColFileInfo.h"
 #include "shell/ErrorReport.h"
@@ -36,30 +38,30 @@ std::uint64_t ListPrint(std::string_view bytes, std::uint64_t print) {
 
 void clsListe::EnregistrerListeFichiers(clsColFileInfo& arrArray, ProgressBar& pbProgress) {
     Guarded(app_, L"EnregistrerListeFichiers, module frmBackupCD", [&] {
-        app_.listFilePath.clear();
-        app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+        app_.archive->listFilePath.clear();
+        app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
         const std::int32_t min = pbProgress.Min();
         const std::int32_t max = pbProgress.Max();
         const std::int32_t count = arrArray.Count();
         pbProgress.SetRange(0, count);
 
-        const std::wstring path = app_.machine.system.Environment(L"Temp").value_or(L"") + L"\\" + ControlFileName;
-        const auto file = app_.machine.files.Create(path);
+        const std::wstring path = app_.machine.environment->Variable(L"Temp").value_or(L"") + L"\\" + ControlFileName;
+        const auto file = app_.machine.files->Create(path);
         std::uint64_t print = 0;
         for (std::int32_t position = 1; position <= count; ++position) {
             pbProgress.SetValue(position);
             const auto item = arrArray.Item(position);
             item->strNomUnique = InnerArchiveName(position);
-            const std::string line = ToAnsi(LineOf(*item, app_.strProfilUtilisateur));
+            const std::string line = ToAnsi(LineOf(*item, app_.user->strProfilUtilisateur));
             file->Write(line);
             print = ListPrint(line, print);
         }
         file->Close();
-        app_.listFilePrint = print;
-        app_.listFilePath = path;
+        app_.archive->listFilePrint = print;
+        app_.archive->listFilePath = path;
 
         pbProgress.SetRange(min, max);
         pbProgress.SetValue(0);
-        app_.machine.messageLoop.SetPointer(Pointer::Default);
+        app_.machine.messageLoop->SetPointer(Pointer::Default);
     });
 }

@@ -2,6 +2,7 @@
 
 #include "archive/CommandLines.h"
 #include "archive/clsCopie.h"
+#include "core/ArchiveValues.h"
 #include "platform/Drives.h"
 #include "shell/ErrorReport.h"
 
@@ -10,7 +11,7 @@ namespace modGestionRestaure {
 std::int32_t UnZipOkrBackup(Application& app, const std::wstring& lecteur, const std::wstring& nom) {
     return Guarded(app, L"UnZipOkrBackup, Module modGestionRestaure", [&] {
         return clsCopie(app).ExecCmd(
-            UnpackOuterCommand(app.ProgramFolder(), lecteur + nom, app.WorkFolder(), app.backupPassword));
+            UnpackOuterCommand(app.ProgramFolder(), lecteur + nom, app.WorkFolder(), app.archive->backupPassword));
     });
 }
 
@@ -23,7 +24,7 @@ std::int32_t UnZipIntermediaire(Application& app, const std::wstring& cheminRest
 }
 
 bool CanOpenDrive(const Application& app, const std::wstring& letter) {
-    return app.machine.drives.CanOpenVolume(letter);
+    return app.machine.drives->CanOpenVolume(letter);
 }
 
 } // namespace modGestionRestaure

@@ -1,9 +1,13 @@
 #include "backup/BackupRun.h"
 
 #include "backup/DriveEntries.h"
+#include "core/ArchiveValues.h"
+#include "core/SpaceValues.h"
+#include "core/WriterFlags.h"
 #include "platform/Drives.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
+#include "platform/Power.h"
 #include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "shell/ErrorReport.h"
@@ -37,7 +41,7 @@ void BackupRun::Launch() {
 
 void BackupRun::RunToDisk() {
     const std::wstring drive = DrivePart(view_.SelectedDrive());
-    if (!app_.machine.drives.Exists(drive)) {
+    if (!app_.machine.drives->Exists(drive)) {
         app_.ShowMessage(app_.Text(Describe(state_.miTypeMedia).labelId) + L" " + app_.Text(TextId::MediumUnavailable),
                          TextId::None, box::Ok);
     } else {
@@ -53,21 +57,21 @@ void BackupRun::RunToDisk() {
 
 void BackupRun::CopyToDisk() {
     view_.AfficherProgression(true);
-    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     view_.Display().SetRunStatus(app_.Text(TextId::CopyingFiles));
     view_.Display().Step().SetRange(0, WholeBar);
     view_.Display().Total().SetRange(0, WholeBar);
     view_.Display().Total().SetValue(0);
     view_.Display().HideStep();
     view_.Display().Total().SetValue(HalfBar);
-    app_.machine.messageLoop.RunPending();
+    app_.machine.messageLoop->RunPending();
     bool isCopied = state_.phase.IsAt(RunPhase::Archived);
     state_.phase.Enter(RunPhase::Copying);
     // The copy goes to the drive that was handed over, whichever one the list shows for an external disk.
     if (isCopied) isCopied = steps_.CopierUSB(state_.mstrDrive);
     view_.Display().Total().SetValue(WholeBar);
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
-    app_.machine.messageLoop.RunPending();
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
+    app_.machine.messageLoop->RunPending();
     if (!state_.phase.IsAt(RunPhase::Copying)) { // stopped
         view_.AfficherProgression(false);
         return;
@@ -90,8 +94,8 @@ void BackupRun::EndCopy(bool isCopied) {
 void BackupRun::RunToDisc() {
     // A failed archive still starts the writer; the user's stop must not cost a disc.
     if (!PreparerArchive() || state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
-    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
-    app_.machine.messageLoop.RunPending();
+    app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
+    app_.machine.messageLoop->RunPending();
     view_.AfficherProgression(true);
     if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     if (!discs_.IsDiscAccepted()) {
@@ -116,8 +120,8 @@ void BackupRun::StartWriting() {
     state_.phase.Enter(RunPhase::StartingWrite);
     discs_.StartWrite();
     if (state_.phase.IsAt(RunPhase::StartingWrite))
-        state_.phase.Enter(app_.hasWriterError ? RunPhase::StartRefused : RunPhase::Writing);
-    if (!app_.hasWriterError) app_.machine.messageLoop.SetPointer(Pointer::Default);
+        state_.phase.Enter(app_.writerFlags->hasWriterError ? RunPhase::StartRefused : RunPhase::Writing);
+    if (!app_.writerFlags->hasWriterError) app_.machine.messageLoop->SetPointer(Pointer::Default);
 }
 
 bool BackupRun::PreparerArchive() {
@@ -133,7 +137,7 @@ bool BackupRun::PreparerArchive() {
         state_.awake = view_.HoldMachine();
         BuildArchive();
         if (IsDisc(state_.miTypeMedia) && state_.phase.IsAt(RunPhase::ArchiveStopped)) return true;
-        isOk = FitsMedium(app_.archiveSizeBytes, app_.availableSpace);
+        isOk = FitsMedium(app_.archive->archiveSizeBytes, app_.space->availableSpace);
         if (isOk) return true;
         if (IsDisc(state_.miTypeMedia) && state_.disc.flNoDisc())
             app_.ShowMessage(TextId::InsertDisc, TextId::None, box::Ok);
@@ -155,7 +159,7 @@ void BackupRun::BuildArchive() {
     view_.RefreshWindow();
     const bool isComplete = steps_.CopierListeFichiers();
     // What was pressed during the last item counts for the window as it was then.
-    app_.machine.messageLoop.RunPending();
+    app_.machine.messageLoop->RunPending();
     if (state_.phase.IsAt(RunPhase::Archiving))
         state_.phase.Enter(isComplete ? RunPhase::Archived : RunPhase::ArchiveFailed);
     else if (IsDisc(state_.miTypeMedia))
@@ -180,7 +184,7 @@ void BackupRun::Stop() {
 }
 
 void BackupRun::ReturnToIdle() {
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
     view_.AfficherProgression(false);
     view_.MajBoutonLancer();
 }

@@ -2,7 +2,7 @@
 
 #include "backup/RunPhase.h"
 #include "backup/StartCondition.h"
-#include "platform/System.h"
+#include "platform/Power.h"
 #include "shell/MediumOffer.h"
 
 #include <memory>

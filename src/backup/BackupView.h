@@ -3,7 +3,7 @@
 #include "archive/BackupParent.h"
 #include "backup/MediumReport.h"
 #include "backup/RunDisplay.h"
-#include "platform/System.h"
+#include "platform/Power.h"
 
 #include <cstdint>
 #include <memory>

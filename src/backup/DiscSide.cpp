@@ -4,12 +4,14 @@
 #include "archive/clsListe.h"
 #include "backup/DiscErrors.h"
 #include "backup/DiscRules.h"
+#include "core/SpaceValues.h"
+#include "core/WriterFlags.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
+#include "platform/Locale.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
 #include "platform/RuntimeError.h"
-#include "platform/System.h"
 #include "resources/TextId.h"
 #include "shell/ErrorReport.h"
 
@@ -28,8 +30,8 @@ DiscSide::~DiscSide() {
 }
 
 void DiscSide::CreateWriter() {
-    app_.hasWriterError = false;
-    writer_ = app_.machine.discWriters.Create(Family());
+    app_.writerFlags->hasWriterError = false;
+    writer_ = app_.machine.discWriters->Create(Family());
     writer_->SetEvents(this);
 }
 
@@ -50,7 +52,7 @@ std::vector<WriteSpeed> DiscSide::ProbeSpeeds() {
     case DiscFamily::Cd:
         return ProbeCdSpeeds(*writer_);
     case DiscFamily::Dvd:
-        return ProbeDvdSpeeds(*writer_, app_.machine.system.DecimalSeparator());
+        return ProbeDvdSpeeds(*writer_, app_.machine.locale->DecimalSeparator());
     }
     throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
 }
@@ -61,13 +63,13 @@ MediumReport DiscSide::Report() const {
 }
 
 void DiscSide::RefreshDiscInfo() {
-    app_.availableSpace = {};
+    app_.space->availableSpace = {};
     state_.disc = {};
     Guarded(app_, L"RefreshDiscInfo, module frmBackupCD", [this] {
         // What is left of a copy that was broken off takes room that the next one needs.
         if (!IsDisc(state_.miTypeMedia)) FinishExchangeIfPossible(app_, state_.mstrDrive);
         const MediumReport report = Report();
-        app_.availableSpace = report.available;
+        app_.space->availableSpace = report.available;
         state_.disc = report.disc;
         view_.ShowPanels(report);
         view_.ShowEraseButton(IsDisc(state_.miTypeMedia), report.disc.flDiscErasable);
@@ -124,7 +126,7 @@ bool DiscSide::DiscWritableDVD() {
 }
 
 void DiscSide::SetWriteOptions() {
-    app_.hasWriterError = false;
+    app_.writerFlags->hasWriterError = false;
     lastError_ = 0;
     RequiredWriter();
     SettleLabel();
@@ -142,7 +144,7 @@ void DiscSide::SettleLabel() {
 void DiscSide::StartWrite() {
     DiscWriter& writer = RequiredWriter();
     // The end of a write that was stopped before is no failure of this one.
-    if (lastError_ == DiscErrorAborted) app_.hasWriterError = false;
+    if (lastError_ == DiscErrorAborted) app_.writerFlags->hasWriterError = false;
     writer.StartWrite();
 }
 
@@ -170,7 +172,7 @@ void DiscSide::AjouterFichiers() {
             if (!writer_ || state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
             writer_->AddFile(file);
             progress.SetValue(progress.Value() + 1);
-            if (!app_.areFileMessagesHeld) app_.machine.messageLoop.RunPending();
+            if (!app_.writerFlags->areFileMessagesHeld) app_.machine.messageLoop->RunPending();
         }
         view_.Display().SetRunStatus(status);
     });
@@ -178,7 +180,7 @@ void DiscSide::AjouterFichiers() {
 
 void DiscSide::AfficherOperationEnCours(std::int16_t percent) {
     Guarded(app_, L"AfficherOperationEnCours, module frmBackupCD", [&] {
-        if (!state_.phase.IsOperationInProgress() || app_.isCancelRequested) {
+        if (!state_.phase.IsOperationInProgress() || app_.writerFlags->isCancelRequested) {
             ArreterEcriture();
             // The window shows its settings again, whatever it was busy with.
             if (state_.phase.IsAt(RunPhase::Writing) || state_.phase.IsAt(RunPhase::StartRefused))
@@ -218,7 +220,7 @@ void DiscSide::EndWriting() {
     });
     state_.awake.reset();
     view_.Display().Step().SetValue(view_.Display().Step().Max());
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
     app_.ShowMessage(TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation);
     DeleteTransferList();
     FinEcriture();
@@ -235,7 +237,7 @@ void DiscSide::EndFailedWriting() {
 void DiscSide::DeleteTransferList() {
     Guarded(app_, L"AfficherOperationEnCours, module frmBackupCD", [this] {
         const std::wstring path = app_.ListFileFolder() + TransferListName;
-        if (app_.machine.files.FileExists(path)) app_.machine.files.Delete(path);
+        if (app_.machine.files->FileExists(path)) app_.machine.files->Delete(path);
     });
 }
 
@@ -257,7 +259,7 @@ void DiscSide::FinEcriture() {
         view_.AfficherProgression(false);
         view_.ActiverControles(true);
         view_.MajBoutonLancer();
-        app_.machine.messageLoop.SetPointer(Pointer::Default);
+        app_.machine.messageLoop->SetPointer(Pointer::Default);
     });
 }
 
@@ -281,7 +283,7 @@ void DiscSide::EffacerDisque() {
 void DiscSide::ErrorEx(std::int32_t errCode, const std::wstring& errDescr) {
     Guarded(app_, Label(L"objGraveurCD_ErrorEx, module frmBackupCD", L"objGraveurDVD_ErrorEx, module frmBackupCD"),
             [&] {
-                app_.hasWriterError = true;
+                app_.writerFlags->hasWriterError = true;
                 lastError_ = errCode;
                 if (errCode == DiscErrorAborted || errCode == DiscErrorNoDisc) return;
                 // What runs now has failed: nothing else will take the window out of its busy mode.
@@ -328,7 +330,7 @@ void DiscSide::OperationProgress(std::int16_t percent) {
                 } else {
                     AfficherOperationEnCours(percent);
                 }
-                app_.machine.messageLoop.RunPending();
+                app_.machine.messageLoop->RunPending();
             });
 }
 

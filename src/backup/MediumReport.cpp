@@ -4,7 +4,7 @@
 #include "core/NumberFormat.h"
 #include "discutil/CdSpace.h"
 #include "platform/Drives.h"
-#include "platform/System.h"
+#include "platform/Locale.h"
 #include "resources/TextId.h"
 
 namespace {
@@ -12,7 +12,7 @@ namespace {
 constexpr std::uint64_t MegabyteBytes = 1048576;
 
 std::wstring Amount(const Application& app, double bytes, const wchar_t* picture, const std::wstring& unit) {
-    return FormatNumber(Megabytes(bytes), picture, app.machine.system.DecimalSeparator()) + L" " + unit;
+    return FormatNumber(Megabytes(bytes), picture, app.machine.locale->DecimalSeparator()) + L" " + unit;
 }
 
 std::wstring Amount(const Application& app, double bytes) {
@@ -85,11 +85,11 @@ MediumReport ReportOnDisc(const Application& app, DiscFamily family, const DiscW
 MediumReport ReportOnDisk(const Application& app, Medium medium, const std::wstring& root) {
     MediumReport report;
     report[Panel::Type] = app.Text(Describe(medium).labelId);
-    if (!app.machine.drives.Exists(root)) {
+    if (!app.machine.drives->Exists(root)) {
         report[Panel::Status] = app.Text(TextId::MediumUnavailable);
         return report;
     }
-    const DriveSpace space = app.machine.drives.Space(root);
+    const DriveSpace space = app.machine.drives->Space(root);
     report[Panel::Status] = app.Text(TextId::MediumReady);
     report[Panel::UsedSpace] = Amount(app, space.freeBytes);
     report[Panel::TotalSpace] = Amount(app, space.totalBytes);

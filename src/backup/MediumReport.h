@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/StartCondition.h"
+#include "core/Currency.h"
 
 #include <array>
 #include <string>

@@ -1,6 +1,7 @@
 #include "backup/SelectionWatch.h"
 
 #include "backup/SpaceFigures.h"
+#include "core/SpaceValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 #include "shell/ErrorReport.h"
@@ -14,7 +15,7 @@ SelectionWatch::SelectionWatch(Application& app, BackupView& view, Measure measu
 
 void SelectionWatch::OnAddFile(const std::wstring& path) {
     Guarded(app_, L"ctlSelectionFichiers_OnAddFile, module frmBackupCD", [&] {
-        app_.requiredSpace += measure_(path);
+        app_.space->requiredSpace += measure_(path);
         areFiguresDue_ = true;
         const Spaces spaces = SpacesOf(app_);
         // Among many items that fit the figures wait for the last one; a message comes over figures that are right.
@@ -31,14 +32,14 @@ void SelectionWatch::OnAddFile(const std::wstring& path) {
 void SelectionWatch::OnRemoveFile(const std::wstring& path) {
     Guarded(app_, L"ctlSelectionFichiers_OnRemoveFile, module frmBackupCD", [&] {
         // Measured again: a folder that has changed since it was added leaves the difference behind.
-        app_.requiredSpace -= measure_(path);
+        app_.space->requiredSpace -= measure_(path);
         ShowRemoval();
     });
 }
 
 void SelectionWatch::OnRemoveAllFile() {
     Guarded(app_, L"ctlSelectionFichiers_OnRemoveAllFile, module frmBackupCD", [this] {
-        app_.requiredSpace = {};
+        app_.space->requiredSpace = {};
         ShowRemoval();
     });
 }

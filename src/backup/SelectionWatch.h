@@ -2,6 +2,7 @@
 
 #include "backup/BackupView.h"
 #include "core/Application.h"
+#include "core/Currency.h"
 #include "selection/SelectionList.h"
 
 #include <functional>

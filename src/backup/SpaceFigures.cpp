@@ -1,18 +1,20 @@
 #include "backup/SpaceFigures.h"
 
 #include "core/NumberFormat.h"
-#include "platform/System.h"
+#include "core/SpaceValues.h"
+#include "core/StartUpValues.h"
+#include "platform/Locale.h"
 #include "resources/TextId.h"
 
 namespace {} // namespace
 
 Spaces SpacesOf(const Application& app) {
-    return {app.requiredSpace, app.availableSpace, app.dblEspaceDisponible};
+    return {app.space->requiredSpace, app.space->availableSpace, app.startUp->dblEspaceDisponible};
 }
 
 std::wstring SpaceFigure(const Application& app, TextId captionId, double bytes) {
     return app.Text(captionId) + L" " +
-           FormatNumber(Megabytes(bytes), MegabytePicture, app.machine.system.DecimalSeparator()) + L" " +
+           FormatNumber(Megabytes(bytes), MegabytePicture, app.machine.locale->DecimalSeparator()) + L" " +
            app.Text(TextId::BackupUnit);
 }
 

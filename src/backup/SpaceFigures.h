@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Application.h"
+#include "core/Currency.h"
 
 #include <cstdint>
 #include <string>

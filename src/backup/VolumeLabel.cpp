@@ -1,12 +1,14 @@
 #include "backup/VolumeLabel.h"
 
+#include "core/LanguageValues.h"
 #include "core/NumberFormat.h"
-#include "platform/System.h"
+#include "platform/Clock.h"
+#include "platform/Locale.h"
 
 std::wstring DefaultVolumeLabel(const Application& app) {
-    const LocalTime today = app.machine.system.Now();
-    const std::wstring month = app.machine.system.AbbreviatedMonth(today.month);
+    const LocalTime today = app.machine.clock->Now();
+    const std::wstring month = app.machine.locale->AbbreviatedMonth(today.month);
     const std::wstring day = FormatNumber(today.day, L"00", L"");
     const std::wstring year = FormatNumber(today.year, L"0000", L"");
-    return app.lngLangue == 0 ? day + L" " + month + L", " + year : month + L" " + day + L", " + year;
+    return app.language->lngLangue == 0 ? day + L" " + month + L", " + year : month + L" " + day + L", " + year;
 }

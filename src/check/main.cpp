@@ -1,5 +1,8 @@
 #include "Workstation.h"
 #include "check/CheckCommand.h"
+#include "core/LanguageValues.h"
+#include "core/StartUpValues.h"
+#include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/SystemLibrary.h"
@@ -20,10 +23,10 @@ namespace {
 void ReadSettings(Application& app) {
     try {
         ReadUser(app);
-        app.strRepRacine = ParentFolder(app.ProgramFolder());
+        app.startUp->strRepRacine = ParentFolder(app.ProgramFolder());
         ChooseLanguage(app);
     } catch (const RuntimeError&) {
-        app.lngLangue = 0;
+        app.language->lngLangue = 0;
     }
 }
 
@@ -44,5 +47,5 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     // Started by a double click, it would end without a word.
     if (words.empty() && !console.HasOutput())
         app.ShowMessage(TextId::CheckUsage, TextId::CheckTitle, box::Information);
-    return RunCommand(files, console, texts, words, app.strProfilUtilisateur);
+    return RunCommand(files, console, texts, words, app.user->strProfilUtilisateur);
 }

@@ -1,15 +1,26 @@
 #include "core/Application.h"
 
+#include "core/ArchiveValues.h"
+#include "core/LanguageValues.h"
+#include "core/SpaceValues.h"
+#include "core/StartUpValues.h"
+#include "core/UsbAnswer.h"
+#include "core/UserValues.h"
+#include "core/WriterFlags.h"
+#include "platform/Environment.h"
 #include "platform/MessageBoxes.h"
 #include "platform/StringTable.h"
-#include "platform/System.h"
 #include "resources/TextId.h"
 
-Application::Application(const Machine& theMachine)
-    : machine(theMachine), programFolder_(theMachine.system.ProgramFolder()) {}
+#include <utility>
+
+Application::Application(Machine theMachine)
+    : machine(std::move(theMachine)), programFolder_(machine.environment->ProgramFolder()) {}
+
+Application::~Application() = default;
 
 std::wstring Application::Text(TextId id) const {
-    return machine.strings.Load(lngLangue + static_cast<int>(id));
+    return machine.strings->Load(language->lngLangue + static_cast<int>(id));
 }
 
 std::int16_t Application::ShowMessage(TextId id, TextId titleId, std::uint32_t style) {
@@ -17,7 +28,8 @@ std::int16_t Application::ShowMessage(TextId id, TextId titleId, std::uint32_t s
 }
 
 std::int16_t Application::ShowMessage(const std::wstring& text, TextId titleId, std::uint32_t style) {
-    return machine.messageBoxes.Show(text, titleId == TextId::None ? std::wstring(DefaultTitle) : Text(titleId), style);
+    return machine.messageBoxes->Show(text, titleId == TextId::None ? std::wstring(DefaultTitle) : Text(titleId),
+                                      style);
 }
 
 std::wstring Application::WorkFolder() const {
@@ -25,7 +37,7 @@ std::wstring Application::WorkFolder() const {
 }
 
 std::wstring Application::ListFileFolder() const {
-    return strRepRacine + L"\\backup\\Fichierlst\\Medium\\";
+    return startUp->strRepRacine + L"\\backup\\Fichierlst\\Medium\\";
 }
 
 std::wstring VersionText() {

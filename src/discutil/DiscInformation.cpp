@@ -3,7 +3,7 @@
 #include "core/NumberFormat.h"
 #include "discutil/CdSpace.h"
 #include "platform/Drives.h"
-#include "platform/System.h"
+#include "platform/Locale.h"
 #include "resources/TextId.h"
 
 #include <cmath>
@@ -14,7 +14,7 @@ namespace {
 constexpr double DvdMegabytes = 4300;
 
 std::wstring Amount(const Application& app, double megabytes) {
-    return FormatNumber(megabytes, MegabytePicture, app.machine.system.DecimalSeparator()) + L" " +
+    return FormatNumber(megabytes, MegabytePicture, app.machine.locale->DecimalSeparator()) + L" " +
            app.Text(TextId::DiscUnit);
 }
 
@@ -58,12 +58,12 @@ void ReadInformationOnDisk(const Application& app, Medium medium, const std::wst
                            const std::wstring& requiredText, DiscInformation& information) {
     information.type = app.Text(Describe(medium).labelId);
     information.estimate = requiredText;
-    if (!app.machine.drives.Exists(root)) {
+    if (!app.machine.drives->Exists(root)) {
         information.status = app.Text(TextId::MediumUnavailable);
         information.used = L"";
         return;
     }
     information.status = app.Text(TextId::MediumReady);
-    const DriveSpace space = app.machine.drives.Space(root);
+    const DriveSpace space = app.machine.drives->Space(root);
     information.used = std::to_wstring(std::llrint(Megabytes(space.totalBytes - space.freeBytes)));
 }

@@ -1,5 +1,9 @@
 #include "discutil/EraseWatchdog.h"
 
+#include "platform/Clock.h"
+
+#include <initializer_list>
+
 namespace {
 
 constexpr std::int16_t StallingPercent = 99;

@@ -22,5 +22,5 @@ class UsbDevices {
     /// Opens the device of a drive written "E:"; null when it cannot be opened.
     virtual std::unique_ptr<StorageDevice> Open(const std::wstring& drive) = 0;
     /// The service name of every present device, NULs removed and blanks trimmed; empty when the enumeration fails.
-    virtual std::vector<std::wstring> ServiceNames() = 0;
+    virtual std::vector<std::wstring> ServiceNames() const = 0;
 };

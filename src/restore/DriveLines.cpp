@@ -11,7 +11,7 @@ namespace {
 constexpr const wchar_t* NoDriveLine = L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur";
 
 std::optional<RestoreDrive> KindOf(Application& app, const std::wstring& root) {
-    switch (app.machine.drives.Type(root)) {
+    switch (app.machine.drives->Type(root)) {
     case DriveType::CdRom:
         return RestoreDrive::CdRom;
     case DriveType::Removable:
@@ -41,12 +41,12 @@ TextId MediumTextOf(const DriveFacts& drive) {
 
 std::vector<DriveFacts> DrivesToRestoreFrom(Application& app) {
     std::vector<DriveFacts> found;
-    for (const std::wstring& root : app.machine.drives.Roots()) {
+    for (const std::wstring& root : app.machine.drives->Roots()) {
         const auto kind = KindOf(app, root);
         if (!kind) continue;
         const bool doesVolumeOpen =
             *kind == RestoreDrive::CdRom && modGestionRestaure::CanOpenDrive(app, root.substr(0, 1));
-        found.push_back({root, *kind, doesVolumeOpen, app.machine.drives.VolumeLabel(root)});
+        found.push_back({root, *kind, doesVolumeOpen, app.machine.drives->VolumeLabel(root)});
     }
     return found;
 }

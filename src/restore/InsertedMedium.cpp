@@ -18,9 +18,9 @@ InsertedMedium LookAtMedium(const Application& app, const std::wstring& root) {
     InsertedMedium::Print& print = medium.print;
     print.root = root;
     if (root.empty()) return medium;
-    print.volumeLabel = app.machine.drives.VolumeLabel(root);
-    medium.isCdRom = app.machine.drives.Type(root) == DriveType::CdRom;
-    const Files& files = app.machine.files;
+    print.volumeLabel = app.machine.drives->VolumeLabel(root);
+    medium.isCdRom = app.machine.drives->Type(root) == DriveType::CdRom;
+    const Files& files = *app.machine.files;
     if (!files.FileExists(root + ControlFileName)) return medium;
     if (!files.FileExists(root + ArchiveName)) {
         print.content = InsertedMedium::Content::OlderFormat;

@@ -2,8 +2,8 @@
 
 #include "core/LongConversion.h"
 #include "core/UserProfileMarker.h"
+#include "platform/Locale.h"
 #include "platform/RuntimeError.h"
-#include "platform/System.h"
 #include "resources/TextId.h"
 #include "selection/clsFileInfo.h"
 
@@ -37,7 +37,7 @@ void RemplirAttrib(std::int32_t attributes, std::wstring& text) {
 }
 
 std::wstring KindLabel(const Application& app, const std::wstring& kind) {
-    const auto integer = ToInteger(kind, app.machine.system.DecimalSeparator());
+    const auto integer = ToInteger(kind, app.machine.locale->DecimalSeparator());
     if (!integer) return {};
     const std::int16_t attributes = *integer;
     if (attributes == KindFolder) return app.Text(TextId::FolderMark);

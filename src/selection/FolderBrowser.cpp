@@ -1,9 +1,11 @@
 #include "selection/FolderBrowser.h"
 
 #include "core/Application.h"
+#include "core/LanguageValues.h"
 #include "platform/Drives.h"
+#include "platform/Environment.h"
 #include "platform/Files.h"
-#include "platform/System.h"
+#include "platform/OperatingSystem.h"
 #include "platform/Text.h"
 #include "selection/PathRules.h"
 
@@ -61,7 +63,7 @@ void FolderBrowser::Open(const std::wstring& path) {
 }
 
 std::vector<std::wstring> DriveChoices(const Application& app) {
-    const Drives& drives = app.machine.drives;
+    const Drives& drives = *app.machine.drives;
     std::vector<std::wstring> choices;
     for (const std::wstring& root : drives.Roots()) {
         std::wstring choice = root.substr(0, 2);
@@ -84,14 +86,14 @@ bool IsFloppyDrive(const std::wstring& drive) {
 }
 
 std::optional<std::wstring> StartFolder(const Application& app) {
-    const std::wstring profile = app.machine.system.Environment(L"UserProfile").value_or(L"");
+    const std::wstring profile = app.machine.environment->Variable(L"UserProfile").value_or(L"");
     std::vector<std::wstring> candidates = {profile + L"\\Documents"};
-    if (!app.machine.system.Version().IsVistaOrLater()) {
+    if (!app.machine.operatingSystem->Version().IsVistaOrLater()) {
         candidates = {profile + L"\\Mes Documents", profile + L"\\My Documents"};
-        if (app.lngLangue != 0) std::swap(candidates[0], candidates[1]);
+        if (app.language->lngLangue != 0) std::swap(candidates[0], candidates[1]);
     }
     for (const std::wstring& candidate : candidates) {
-        if (!app.machine.files.FolderExists(candidate)) continue;
+        if (!app.machine.files->FolderExists(candidate)) continue;
         if (candidate[1] == L':') return candidate;
         return std::nullopt;
     }

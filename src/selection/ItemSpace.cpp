@@ -14,6 +14,6 @@ constexpr double Margin = 1.05;
 Currency ItemSpace(const Application& app, const std::wstring& path, bool isFolder,
                    const std::function<void()>& stillMeasuring) {
     const std::uint64_t sizeBytes = isFolder ? modObtenirUSB::FolderSize(app, path, true, stillMeasuring).sizeBytes
-                                             : app.machine.files.FileSize(path);
+                                             : app.machine.files->FileSize(path);
     return Currency::FromDouble(static_cast<double>(sizeBytes) * Margin);
 }

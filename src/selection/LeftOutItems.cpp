@@ -3,6 +3,7 @@
 #include "core/Application.h"
 #include "core/CodePage.h"
 #include "core/UserProfileMarker.h"
+#include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 
@@ -17,7 +18,7 @@ constexpr std::size_t MostShown = 10;
 } // namespace
 
 bool LeftOutItems::MayAdd(const std::wstring& path) {
-    if (SurvivesControlFile(path, app_.strProfilUtilisateur)) return true;
+    if (SurvivesControlFile(path, app_.user->strProfilUtilisateur)) return true;
     paths_.push_back(path);
     return false;
 }

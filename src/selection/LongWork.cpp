@@ -1,8 +1,8 @@
 #include "selection/LongWork.h"
 
 #include "core/Application.h"
+#include "platform/Clock.h"
 #include "platform/MessageLoop.h"
-#include "platform/System.h"
 
 #include <utility>
 
@@ -18,13 +18,13 @@ LongWork::LongWork(Application& app, std::function<void()> beforePainting)
     : app_(app), beforePainting_(std::move(beforePainting)) {}
 
 double LongWork::Elapsed() const {
-    const double elapsed = app_.machine.system.SecondsSinceMidnight() - startSeconds_;
+    const double elapsed = app_.machine.clock->SecondsSinceMidnight() - startSeconds_;
     return elapsed < 0 ? elapsed + DaySeconds : elapsed;
 }
 
 void LongWork::Begin() {
     if (depth_++ > 0) return;
-    startSeconds_ = app_.machine.system.SecondsSinceMidnight();
+    startSeconds_ = app_.machine.clock->SecondsSinceMidnight();
     isLong_ = false;
 }
 
@@ -33,14 +33,14 @@ void LongWork::Continue() {
     const double elapsed = Elapsed();
     if (elapsed <= LongSeconds) return;
     if (isLong_ && elapsed - paintedAfterSeconds_ < PaintingSeconds) return;
-    if (!isLong_) app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    if (!isLong_) app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     isLong_ = true;
     beforePainting_();
-    app_.machine.messageLoop.Paint();
+    app_.machine.messageLoop->Paint();
     paintedAfterSeconds_ = Elapsed();
 }
 
 void LongWork::End() {
     if (--depth_ > 0 || !isLong_) return;
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
 }

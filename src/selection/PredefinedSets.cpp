@@ -1,12 +1,14 @@
 #include "selection/PredefinedSets.h"
 
 #include "core/SequentialInput.h"
+#include "core/SpaceValues.h"
 #include "core/TextDecoding.h"
 #include "core/UserProfileMarker.h"
+#include "core/UserValues.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/Files.h"
+#include "platform/OperatingSystem.h"
 #include "platform/RuntimeError.h"
-#include "platform/System.h"
 #include "selection/ItemSpace.h"
 #include "selection/PathRules.h"
 #include "shell/ErrorReport.h"
@@ -82,7 +84,7 @@ class ManySteps {
 } // namespace
 
 std::vector<std::wstring> PredefinedSets::ListFiles(std::int32_t setIndex) const {
-    const bool isVista = app_.machine.system.Version().IsVistaOrLater();
+    const bool isVista = app_.machine.operatingSystem->Version().IsVistaOrLater();
     std::vector<std::wstring> paths;
     for (const SetListFile& file : SetTable.at(static_cast<std::size_t>(setIndex)).listFiles) {
         if (IsReadOn(isVista, file.versions)) paths.push_back(app_.ListFileFolder() + file.name);
@@ -92,7 +94,7 @@ std::vector<std::wstring> PredefinedSets::ListFiles(std::int32_t setIndex) const
 
 bool PredefinedSets::IsInstalled(std::int32_t setIndex) const {
     const std::vector<std::wstring> listFiles = ListFiles(setIndex);
-    return !listFiles.empty() && app_.machine.files.FileExists(listFiles.front());
+    return !listFiles.empty() && app_.machine.files->FileExists(listFiles.front());
 }
 
 std::wstring PredefinedSets::TransferList() const {
@@ -100,12 +102,13 @@ std::wstring PredefinedSets::TransferList() const {
 }
 
 std::vector<std::wstring> PredefinedSets::Entries(const std::wstring& listFile) {
-    SequentialInput input(DecodeText(app_.machine.files.Read(listFile)));
+    SequentialInput input(DecodeText(app_.machine.files->Read(listFile)));
     const bool isOutlook = Contains(listFile, L"outlook");
-    const AtScopeEnd restore([this, profile = app_.strProfilUtilisateur] { app_.strProfilUtilisateur = profile; });
+    const AtScopeEnd restore(
+        [this, profile = app_.user->strProfilUtilisateur] { app_.user->strProfilUtilisateur = profile; });
     if (isOutlook) LireProfilUtilisateur(app_);
     std::vector<std::wstring> entries;
-    while (!input.IsAtEnd()) entries.push_back(WithUserProfile(input.Field(), app_.strProfilUtilisateur));
+    while (!input.IsAtEnd()) entries.push_back(WithUserProfile(input.Field(), app_.user->strProfilUtilisateur));
     return entries;
 }
 
@@ -119,7 +122,7 @@ void PredefinedSets::RemplirArray(const std::wstring& listFile, std::int32_t set
 }
 
 void PredefinedSets::FillFrom(const std::wstring& entry, std::int32_t setIndex) {
-    const Files& files = app_.machine.files;
+    const Files& files = *app_.machine.files;
     if (Contains(entry, MailStore) && Contains(entry, L"*")) AjouteMultiple(entry, setIndex);
     if (entry.ends_with(L'*')) {
         AjouteMultiple(entry, setIndex);
@@ -139,8 +142,8 @@ void PredefinedSets::AjouteMultiple(const std::wstring& pattern, std::int32_t se
         }
         const std::wstring folder = FolderPart(start);
         const std::wstring fragment = start.substr(folder.size());
-        if (folder.empty() || !app_.machine.files.FolderExists(folder)) return;
-        const FolderContents contents = app_.machine.files.Contents(folder);
+        if (folder.empty() || !app_.machine.files->FolderExists(folder)) return;
+        const FolderContents contents = app_.machine.files->Contents(folder);
         for (const std::wstring& name : contents.folders) {
             if (name.starts_with(fragment)) AjouteToListAndArray(folder + name, true, setIndex);
         }
@@ -153,7 +156,7 @@ void PredefinedSets::AjouteMultiple(const std::wstring& pattern, std::int32_t se
 
 void PredefinedSets::AjouteToListAndArray(const std::wstring& path, bool isFolder, std::int32_t setIndex) {
     Guarded(app_, L"AjouteToListAndArray, module modFonctionsCommunes", [&] {
-        const Files& files = app_.machine.files;
+        const Files& files = *app_.machine.files;
         if (isFolder ? files.FolderExists(path) : files.FileExists(path))
             AddItem({path, isFolder ? KindFolder : KindFile, {}}, setIndex);
         work_.Continue();
@@ -179,7 +182,7 @@ void PredefinedSets::AddItem(const clsFileInfo& probe, std::int32_t setIndex) {
     SelectionRow& added = content_.rows.Add(std::move(row));
     content_.shownRow = content_.rows.Count() - 1;
     added.space = SpaceOf(probe.strNom, isFolder);
-    app_.requiredSpace += added.space;
+    app_.space->requiredSpace += added.space;
     ++content_.arrNbItemsAjoutes[set];
     ++content_.arrNbItemsRestants[set];
 }
@@ -219,17 +222,17 @@ void PredefinedSets::RemoveItem(SelectionRow& row) {
     if (content_.collection->Find(*row.path, row.isFolder ? KindFolder : KindFile) != nullptr)
         content_.collection->Remove(*row.path);
     try {
-        app_.requiredSpace -= SpaceToGive(row);
+        app_.space->requiredSpace -= SpaceToGive(row);
     } catch (...) {
         // Nobody can measure it any more: what it was counted for goes with it.
-        app_.requiredSpace -= row.space;
+        app_.space->requiredSpace -= row.space;
         throw;
     }
 }
 
 /// What a row's item takes now; a folder that has vanished would measure nothing, and gives what it was counted for.
 Currency PredefinedSets::SpaceToGive(const SelectionRow& row) {
-    if (row.isFolder && !app_.machine.files.FolderExists(*row.path)) return row.space;
+    if (row.isFolder && !app_.machine.files->FolderExists(*row.path)) return row.space;
     return SpaceOf(*row.path, row.isFolder);
 }
 

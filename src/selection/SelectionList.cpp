@@ -44,7 +44,7 @@ void SelectionList::ShowChanges() {
 
 void SelectionList::LoadSets() {
     Change(L"Form_Load, module frmBackupCD", [&] {
-        const Files& files = app_.machine.files;
+        const Files& files = *app_.machine.files;
         const std::wstring transferList = sets_.TransferList();
         const bool isTransfer = files.FileExists(transferList);
         if (!isTransfer) {
@@ -60,7 +60,7 @@ void SelectionList::LoadSets() {
             SetBoxQuietly(index, BoxState::Unchecked);
         }
         LireProfilUtilisateur(app_);
-        app_.machine.messageLoop.RunPending();
+        app_.machine.messageLoop->RunPending();
         if (!isTransfer) return;
         sets_.RemplirArray(transferList, 0);
         for (std::int32_t index = 0; index < SetCount; ++index) {
@@ -101,7 +101,7 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
         const bool isPattern = IsFolderPattern(sChemin);
         if (!isPattern) {
             if (sChemin.find(L"*.*") != std::wstring::npos) probe.strNom = Without(sChemin, AllFiles);
-            const bool isFolder = app_.machine.files.IsDirectory(probe.strNom);
+            const bool isFolder = app_.machine.files->IsDirectory(probe.strNom);
             if (isFolder) probe = {WithoutTrailingBackslash(probe.strNom), KindFolder, {}};
         }
         if (!leftOut_.MayAdd(probe.strNom)) return;
@@ -126,7 +126,7 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
 }
 
 std::size_t SelectionList::AddPatternRows(const std::wstring& pattern, std::int32_t color) {
-    const std::vector<std::wstring> names = app_.machine.files.Find(pattern);
+    const std::vector<std::wstring> names = app_.machine.files->Find(pattern);
     for (const std::wstring& name : names) AddRow(FolderPart(pattern) + name, true, color);
     return names.size();
 }
@@ -143,9 +143,9 @@ void SelectionList::SelectAndShow(std::int32_t row) {
 
 void SelectionList::AddFiles(const std::wstring& folder, const std::vector<std::wstring>& names) {
     Change(L"AjouterFichier, module frmBackupCD", [&] {
-        app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+        app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
         for (const std::wstring& name : names) AjouterFichRep(InFolder(folder, name), 0, true);
-        app_.machine.messageLoop.SetPointer(Pointer::Default);
+        app_.machine.messageLoop->SetPointer(Pointer::Default);
     });
 }
 
@@ -245,7 +245,7 @@ void SelectionList::chkSauvOKR_Click(std::int32_t index) {
     if (!blnTraiterClicSet_) return;
     Change(L"chkSauvOKR_Click, module frmBackupCD", [&] {
         const auto set = static_cast<std::size_t>(index);
-        const Files& files = app_.machine.files;
+        const Files& files = *app_.machine.files;
         if (sets_.IsInstalled(index)) {
             const bool isUnchecked = Box(index).state == BoxState::Unchecked;
             if (!isUnchecked) content_.arrNbItemsAjoutes[set] = 0;
@@ -264,5 +264,5 @@ void SelectionList::chkSauvOKR_Click(std::int32_t index) {
 }
 
 Currency SelectionList::SpaceOf(const std::wstring& path) {
-    return ItemSpace(app_, path, app_.machine.files.IsDirectory(path), [this] { work_.Continue(); });
+    return ItemSpace(app_, path, app_.machine.files->IsDirectory(path), [this] { work_.Continue(); });
 }

@@ -1,5 +1,6 @@
 #include "shell/DiskDetection.h"
 
+#include "core/UsbAnswer.h"
 #include "platform/Drives.h"
 #include "platform/MessageBoxes.h"
 #include "shell/modFonctionsCommunes.h"
@@ -21,7 +22,7 @@ MediumOffer OfferOf(const std::vector<std::wstring>& letters) {
 MediumOffer DetectRemovableDisks(Application& app) {
     MediumOffer offer =
         OfferOf(modFonctionsCommunes::GetDriveListByType(app, modFonctionsCommunes::RemovableButFloppies));
-    if (app.intReponseUSB == box::AnswerNo) return {};
+    if (app.usbAnswer->intReponseUSB == box::AnswerNo) return {};
     return offer;
 }
 

@@ -13,8 +13,8 @@ void ReportError(Application& app, const std::wstring& procedure, std::int32_t n
     const std::wstring message = app.Text(TextId::ReportNumber) + std::to_wstring(number) + L" (" + description + L")" +
                                  app.Text(TextId::ReportProcedure) + procedure + app.Text(TextId::ReportLine) +
                                  std::to_wstring(line) + L"\r\n\r\n" + app.Text(TextId::ReportSupport);
-    app.machine.eventLog.WriteError(message);
-    app.machine.messageBoxes.Show(message, app.Text(TextId::ReportTitle), box::Critical);
+    app.machine.eventLog->WriteError(message);
+    app.machine.messageBoxes->Show(message, app.Text(TextId::ReportTitle), box::Critical);
 }
 
 void ReportCurrentException(Application& app, const std::wstring& procedure) {

@@ -1,7 +1,10 @@
 #include "shell/Language.h"
 
+#include "core/LanguageValues.h"
 #include "core/LongConversion.h"
-#include "platform/System.h"
+#include "core/StartUpValues.h"
+#include "platform/Locale.h"
+#include "platform/SettingsFiles.h"
 #include "shell/modFonctionsCommunes.h"
 
 namespace {
@@ -15,16 +18,17 @@ constexpr std::int32_t FrenchCode = 20001;
 
 std::wstring LireINI(const Application& app, const std::wstring& fichier, const std::wstring& section,
                      const std::wstring& cle) {
-    return app.machine.system.ProfileString(fichier, section, cle);
+    return app.machine.settings->Value(fichier, section, cle);
 }
 
 void ChooseLanguage(Application& app) {
-    std::wstring value = LireINI(app, app.strRepRacine + L"\\Accueil\\accueil.ini", L"ACCUEIL-DEFAULTS", L"Lang");
+    std::wstring value =
+        LireINI(app, app.startUp->strRepRacine + L"\\Accueil\\accueil.ini", L"ACCUEIL-DEFAULTS", L"Lang");
     if (value.empty()) {
-        app.blnLangueWindows = true;
+        app.language->blnLangueWindows = true;
         value = modFonctionsCommunes::pgRecupererLangueWindows(app);
     } else {
-        app.lngLangue = ToLong(value, app.machine.system.DecimalSeparator());
+        app.language->lngLangue = ToLong(value, app.machine.locale->DecimalSeparator());
     }
-    app.lngLangue = value == L"français" || app.lngLangue == FrenchCode ? French : English;
+    app.language->lngLangue = value == L"français" || app.language->lngLangue == FrenchCode ? French : English;
 }

@@ -1,9 +1,11 @@
 #include "shell/StartUp.h"
 
+#include "core/LanguageValues.h"
+#include "core/UserValues.h"
 #include "platform/Drives.h"
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
-#include "platform/System.h"
+#include "platform/UserAccount.h"
 #include "resources/TextId.h"
 #include "shell/UserProfile.h"
 
@@ -14,7 +16,7 @@ std::wstring ParentFolder(const std::wstring& folder) {
 }
 
 double MeasureWorkDrive(const Application& app) {
-    const Drives& drives = app.machine.drives;
+    const Drives& drives = *app.machine.drives;
     try {
         return drives.FreeClusterBytes(app.WorkFolder().substr(0, 3));
     } catch (const RuntimeError&) {
@@ -29,14 +31,15 @@ double MeasureWorkDrive(const Application& app) {
 
 void ReadUser(Application& app) {
     LireProfilUtilisateur(app);
-    app.accountName = app.machine.system.AccountName();
+    app.user->accountName = app.machine.account->Name();
 }
 
 std::wstring MainWindowTitle(const Application& app) {
     return app.Text(TextId::ProgramTitle) + L" - Version " + VersionText();
 }
 
-void OpenHelp(const Application& app) {
+void OpenHelp(Application& app) {
     const std::wstring folder = L"C:\\Valcoreaux\\Backup\\";
-    app.machine.processes.Open(folder + (app.lngLangue == 0 ? L"Copie de Sauvegarde.pdf" : L"Backup.pdf"), folder);
+    app.machine.processes->Open(folder + (app.language->lngLangue == 0 ? L"Copie de Sauvegarde.pdf" : L"Backup.pdf"),
+                                folder);
 }

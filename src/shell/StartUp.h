@@ -19,4 +19,4 @@ void ReadUser(Application& app);
 std::wstring MainWindowTitle(const Application& app);
 
 /// Opens the help document of the language; a missing one gives no message.
-void OpenHelp(const Application& app);
+void OpenHelp(Application& app);

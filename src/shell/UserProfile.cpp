@@ -1,9 +1,11 @@
 #include "shell/UserProfile.h"
 
 #include "core/Application.h"
-#include "platform/System.h"
+#include "core/UserValues.h"
+#include "platform/UserAccount.h"
 
 void LireProfilUtilisateur(Application& app) {
-    app.strProfilUtilisateur = app.machine.system.ProfileFolder();
-    app.strNomUtilisateur = app.strProfilUtilisateur.substr(app.strProfilUtilisateur.find_last_of(L'\\') + 1);
+    app.user->strProfilUtilisateur = app.machine.account->ProfileFolder();
+    app.user->strNomUtilisateur =
+        app.user->strProfilUtilisateur.substr(app.user->strProfilUtilisateur.find_last_of(L'\\') + 1);
 }

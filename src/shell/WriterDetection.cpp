@@ -1,9 +1,10 @@
 #include "shell/WriterDetection.h"
 
+#include "core/WriterFlags.h"
+#include "platform/Clock.h"
 #include "platform/Drives.h"
 #include "platform/MessageLoop.h"
 #include "platform/RuntimeError.h"
-#include "platform/System.h"
 #include "platform/Text.h"
 #include "shell/Language.h"
 #include "shell/modObtenirUSB.h"
@@ -27,7 +28,7 @@ bool IsAllowed(const Application& app, DiscFamily family) {
 } // namespace
 
 void WakeDrives(Application& app) {
-    for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) app.machine.drives.Touch(std::wstring(1, letter) + L":\\");
+    for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) app.machine.drives->Touch(std::wstring(1, letter) + L":\\");
 }
 
 bool IsDvdAllowed(const Application& app) {
@@ -36,8 +37,8 @@ bool IsDvdAllowed(const Application& app) {
 }
 
 WriterProbe::WriterProbe(Application& app, DiscFamily family) : app_(app), family_(family) {
-    app_.hasWriterError = false;
-    writer_ = app_.machine.discWriters.Create(family);
+    app_.writerFlags->hasWriterError = false;
+    writer_ = app_.machine.discWriters->Create(family);
     writer_->SetEvents(this);
 }
 
@@ -48,7 +49,7 @@ WriterProbe::~WriterProbe() {
 
 MediumOffer WriterProbe::Offer() const {
     MediumOffer offer;
-    if (app_.hasWriterError) return offer;
+    if (app_.writerFlags->hasWriterError) return offer;
     const bool isFound = !writer_->WriterNames().empty();
     const bool isAllowed = IsAllowed(app_, family_);
     offer.isEnabled = isFound && isAllowed;
@@ -57,17 +58,17 @@ MediumOffer WriterProbe::Offer() const {
 }
 
 void WriterProbe::ErrorEx(std::int32_t, const std::wstring&) {
-    app_.hasWriterError = true;
+    app_.writerFlags->hasWriterError = true;
 }
 
 void WaitForNextSecond(Application& app, const std::function<bool()>& isEnding) {
-    const double start = app.machine.system.SecondsSinceMidnight();
+    const double start = app.machine.clock->SecondsSinceMidnight();
     const double end = std::floor(start) + 1;
     while (!isEnding()) {
-        const double now = app.machine.system.SecondsSinceMidnight();
+        const double now = app.machine.clock->SecondsSinceMidnight();
         // The clock starts again at midnight.
         if (now >= end || now < start) return;
-        app.machine.messageLoop.RunPending();
-        app.machine.system.Sleep(PauseMilliseconds);
+        app.machine.messageLoop->RunPending();
+        app.machine.clock->Sleep(PauseMilliseconds);
     }
 }

@@ -1,9 +1,11 @@
 #include "shell/modObtenirUSB.h"
 
+#include "core/LanguageValues.h"
+#include "core/UsbAnswer.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/MessageBoxes.h"
+#include "platform/OperatingSystem.h"
 #include "platform/RuntimeError.h"
-#include "platform/System.h"
 #include "platform/Text.h"
 #include "platform/UsbDevices.h"
 #include "shell/ErrorReport.h"
@@ -30,28 +32,29 @@ std::array<std::int32_t, 32> PowersOfTwo() {
 }
 
 std::int32_t AskForUsb(Application& app) {
-    if (app.lngLangue == 0) {
-        return app.machine.messageBoxes.Show(
+    if (app.language->lngLangue == 0) {
+        return app.machine.messageBoxes->Show(
             L"Un périphérique de masse USB (disque externe et/ou disque amovible) a été détecté.  Désirez-vous "
             L"l'utiliser pour faire une copie de sécurité ? ",
             L"Utilisation d'un périphérique USB pour la prise de copie",
             box::DefaultButton2 | box::Information | box::YesNo);
     }
-    return app.machine.messageBoxes.Show(L"A mass storage device USB (removable disk and/or external disk) has been "
-                                         L"detected.  Do you want tu use that device to do your backup ? ",
-                                         L"Utilization of a USB device for your backup", box::YesNo);
+    return app.machine.messageBoxes->Show(L"A mass storage device USB (removable disk and/or external disk) has been "
+                                          L"detected.  Do you want tu use that device to do your backup ? ",
+                                          L"Utilization of a USB device for your backup", box::YesNo);
 }
 
 /// Whether USB disks may be used at all: there is one, and the user did not decline.
 bool IsUsbWanted(Application& app) {
     if (!IsUsbStoragePresent(app)) return false;
-    if (app.blnQuestionUSB == 0) {
+    if (app.usbAnswer->blnQuestionUSB == 0) {
         // Messages run while the question is open; it must not be asked again from there.
-        app.blnQuestionUSB = 1;
-        const AtScopeEnd unlessAnswered([&] { app.blnQuestionUSB = app.intReponseUSB != 0 ? 1 : 0; });
-        app.intReponseUSB = static_cast<std::int16_t>(AskForUsb(app));
+        app.usbAnswer->blnQuestionUSB = 1;
+        const AtScopeEnd unlessAnswered(
+            [&] { app.usbAnswer->blnQuestionUSB = app.usbAnswer->intReponseUSB != 0 ? 1 : 0; });
+        app.usbAnswer->intReponseUSB = static_cast<std::int16_t>(AskForUsb(app));
     }
-    return app.intReponseUSB == box::AnswerYes;
+    return app.usbAnswer->intReponseUSB == box::AnswerYes;
 }
 
 } // namespace
@@ -68,18 +71,18 @@ std::int32_t ControlCode(std::int32_t deviceType, std::int32_t function, std::in
 }
 
 bool IsWinVista(const Application& app) {
-    return app.machine.system.Version().IsVistaOrLater();
+    return app.machine.operatingSystem->Version().IsVistaOrLater();
 }
 
 bool IsUsbStoragePresent(const Application& app) {
-    const auto services = app.machine.usb.ServiceNames();
+    const auto services = app.machine.usb->ServiceNames();
     return std::any_of(services.begin(), services.end(),
                        [](const std::wstring& service) { return UpperCase(service) == L"USBSTOR"; });
 }
 
 bool VérifierDriveUSB(Application& app, const std::wstring& lecteur) {
     return Guarded(app, L"VérifierDriveUSB, Module modObtenirUSB", [&] {
-        const std::unique_ptr<StorageDevice> device = app.machine.usb.Open(lecteur);
+        const std::unique_ptr<StorageDevice> device = app.machine.usb->Open(lecteur);
         if (!device) return false;
         const std::int32_t storageQuery = ControlCode(0x2D, 0x500, 0, 0);
         if (IsWinVista(app) && !IsUsbWanted(app)) return false;
@@ -100,7 +103,7 @@ std::vector<std::wstring> ScanDiskLetter(Application& app, const std::vector<std
 
 FolderMeasure FolderSize(const Application& app, const std::wstring& folder, bool areSubfoldersCounted,
                          const std::function<void()>& stillMeasuring) {
-    const Files& files = app.machine.files;
+    const Files& files = *app.machine.files;
     if (areSubfoldersCounted) return files.Measure(folder, stillMeasuring);
     FolderMeasure measure;
     if (!files.FolderExists(folder)) return measure;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/BackupRun.h"
+#include "core/ArchiveValues.h"
 #include "resources/TextId.h"
 #include "support/FakeBackupView.h"
 #include "support/FakeMachine.h"
@@ -52,7 +53,7 @@ class BackupRunTest : public testing::Test {
     static constexpr std::uint64_t Megabyte = 1048576;
 
     void SetUp() override {
-        machine.app.archiveSizeBytes = 100;
+        machine.app.archive->archiveSizeBytes = 100;
         state.phase.Enter(RunPhase::Idle);
     }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/System.h"
-
 /// Counts in the place that it is given for as long as it lives.
 class CountedHold : public Hold {
   public:

@@ -27,7 +27,7 @@ std::unique_ptr<StorageDevice> FakeUsbDevices::Open(const std::wstring& drive) {
     return std::make_unique<FakeStorageDevice>(found->second, controlCodes);
 }
 
-std::vector<std::wstring> FakeUsbDevices::ServiceNames() {
+std::vector<std::wstring> FakeUsbDevices::ServiceNames() const {
     ++enumerations;
     return serviceNames;
 }

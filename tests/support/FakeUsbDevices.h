@@ -13,8 +13,8 @@ class FakeUsbDevices : public UsbDevices {
 
     std::vector<std::wstring> opened;
     std::vector<std::uint32_t> controlCodes; ///< of every bus query
-    int enumerations = 0;
+    mutable int enumerations = 0;
 
     std::unique_ptr<StorageDevice> Open(const std::wstring& drive) override;
-    std::vector<std::wstring> ServiceNames() override;
+    std::vector<std::wstring> ServiceNames() const override;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/SpaceValues.h"
 #include "support/SelectionBench.h"
 
 #include <gtest/gtest.h>
@@ -19,5 +20,5 @@ class PredefinedSetsTest : public testing::Test, protected SelectionBench {
     }
 
     SetBox Box(std::int32_t index) const { return list.Box(index); }
-    void ExpectSpaceIsTheSum() { EXPECT_EQ(machine.app.requiredSpace, SumOfItems()); }
+    void ExpectSpaceIsTheSum() { EXPECT_EQ(machine.app.space->requiredSpace, SumOfItems()); }
 };

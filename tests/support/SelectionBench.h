@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Currency.h"
 #include "platform/Text.h"
 #include "support/FakeMachine.h"
 #include "support/SelectionHost.h"

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/Application.h"
+#include "core/Currency.h"
+#include "core/SpaceValues.h"
 #include "selection/SelectionList.h"
 
 #include <functional>
@@ -19,15 +21,15 @@ class SelectionHost : public SelectionEvents {
     bool isQuiet = false; ///< notes nothing
 
     void OnAddFile(const std::wstring& path) override {
-        app_.requiredSpace += spaceOf(path);
+        app_.space->requiredSpace += spaceOf(path);
         Note(L"OnAddFile " + path);
     }
     void OnRemoveFile(const std::wstring& path) override {
-        app_.requiredSpace -= spaceOf(path);
+        app_.space->requiredSpace -= spaceOf(path);
         Note(L"OnRemoveFile " + path);
     }
     void OnRemoveAllFile() override {
-        app_.requiredSpace = Currency();
+        app_.space->requiredSpace = Currency();
         Note(L"OnRemoveAllFile");
     }
     void OnRefreshSpace() override { Note(L"OnRefreshSpace"); }

@@ -1,6 +1,7 @@
 #include "archive/CommandLines.h"
 #include "archive/clsCopie.h"
 #include "archive/clsListe.h"
+#include "core/ArchiveValues.h"
 #include "selection/clsColFileInfo.h"
 #include "support/CommandLineParts.h"
 #include "support/FakeMachine.h"
@@ -72,9 +73,9 @@ class Archiver : public testing::Test {
         machine.files.AddFile(L"C:\\Temp\\_listFich.lst", "list");
         machine.files.AddFile(L"C:\\Data\\a.txt", "a");
         machine.files.AddFolder(L"C:\\Mes documents");
-        machine.app.listFilePath = L"C:\\Temp\\_listFich.lst";
-        machine.app.listFilePrint = ListPrint("list");
-        machine.app.backupPassword = L"Abcdefg1";
+        machine.app.archive->listFilePath = L"C:\\Temp\\_listFich.lst";
+        machine.app.archive->listFilePrint = ListPrint("list");
+        machine.app.archive->backupPassword = L"Abcdefg1";
         machine.processes.effect = [this](const std::wstring& commandLine) {
             std::wstring target = PartsOf(commandLine).at(3);
             if (!target.ends_with(L".ZIP")) {
@@ -118,7 +119,7 @@ TEST_F(Archiver, OneFileIsPackedAsZip0001AndAddedToTheOuterArchive) {
                      L"-pAbcdefg1 \"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip\""}));
     EXPECT_FALSE(machine.files.FileExists(L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip"));
     EXPECT_EQ(machine.files.Read(L"C:\\Valcoreaux\\Backup\\zip\\_listFich.lst"), "list");
-    EXPECT_EQ(machine.app.archiveSizeBytes, 1);
+    EXPECT_EQ(machine.app.archive->archiveSizeBytes, 1);
 }
 
 TEST_F(Archiver, FileAndFolderDifferOnlyInTheWayTheyArePacked) {
@@ -198,10 +199,10 @@ TEST_F(Archiver, StopRequestBetweenTwoItemsEndsTheRun) {
 }
 
 TEST_F(Archiver, AnUnfinishedArchiveDoesNotKeepTheSizeOfAnEarlierOne) {
-    machine.app.archiveSizeBytes = 9;
+    machine.app.archive->archiveSizeBytes = 9;
     items.Add(L"C:\\Data\\gone.txt", KindFile);
     EXPECT_FALSE(Copy());
-    EXPECT_EQ(machine.app.archiveSizeBytes, 0);
+    EXPECT_EQ(machine.app.archive->archiveSizeBytes, 0);
 }
 
 TEST_F(Archiver, MissingItemEndsTheRunAndKeepsWhatWasPackedBefore) {
@@ -239,13 +240,13 @@ TEST_F(Archiver, ArchiveOfMoreThanTwoGigabytesKeepsItsSize) {
         if (target.ends_with(L".ZIP")) machine.files.AddSizedFile(target, 5'000'000'000);
     };
     EXPECT_TRUE(Copy());
-    EXPECT_EQ(machine.app.archiveSizeBytes, 5'000'000'000);
+    EXPECT_EQ(machine.app.archive->archiveSizeBytes, 5'000'000'000);
 }
 
 TEST_F(Archiver, EmptySelectionLeavesTheControlFileAloneInTheWorkFolder) {
-    machine.app.archiveSizeBytes = 7;
+    machine.app.archive->archiveSizeBytes = 7;
     EXPECT_TRUE(Copy());
-    EXPECT_EQ(machine.app.archiveSizeBytes, 0);
+    EXPECT_EQ(machine.app.archive->archiveSizeBytes, 0);
     EXPECT_EQ(machine.files.Contents(WorkFolder).files, Parts{L"_listFich.lst"});
 }
 

@@ -2,6 +2,7 @@
 #include "backup/MediumReport.h"
 #include "backup/VolumeLabel.h"
 #include "backup/WriteSpeeds.h"
+#include "core/LanguageValues.h"
 #include "discutil/DiscInformation.h"
 #include "discutil/EraseWatchdog.h"
 #include "support/FakeMachine.h"
@@ -34,8 +35,8 @@ class DiscTest : public testing::Test {
     }
     DiscInformation DvdInformation() { return InformationOnDisc(machine.app, DiscFamily::Dvd, L"kind", *dvdWriter); }
     void SpeakEnglish() {
-        machine.app.lngLangue = 10000;
-        machine.system.decimalSeparator = L".";
+        machine.app.language->lngLangue = 10000;
+        machine.locale.decimalSeparator = L".";
     }
 
     FakeMachine machine;
@@ -156,10 +157,10 @@ TEST_F(DiscTest, StatusCodesHaveTheirTexts) {
     const wchar_t* english[] = {L"Blank", L"Open", L"Closed", L"Unknown"};
     for (int code = 0; code <= 3; ++code) {
         Cd().status = static_cast<DiscStatus>(code);
-        machine.app.lngLangue = 0;
+        machine.app.language->lngLangue = 0;
         EXPECT_EQ(CdReport()[Panel::Status], french[code]);
         EXPECT_EQ(CdReport().available == Currency(), code == 3);
-        machine.app.lngLangue = 10000;
+        machine.app.language->lngLangue = 10000;
         EXPECT_EQ(CdReport()[Panel::Status], english[code]);
     }
 }
@@ -243,10 +244,10 @@ TEST_F(DiscTest, AWriterWithoutADriveHasNoCdSpeeds) {
 }
 
 TEST_F(DiscTest, TheProposedLabelIsTheDateInTheLanguagesOrder) {
-    machine.system.now = {2026, 8, 5, 1, 2, 3};
+    machine.clock.now = {2026, 8, 5, 1, 2, 3};
     EXPECT_EQ(DefaultVolumeLabel(machine.app), L"05 août, 2026");
-    machine.app.lngLangue = 10000;
-    machine.system.months[7] = L"Aug";
+    machine.app.language->lngLangue = 10000;
+    machine.locale.months[7] = L"Aug";
     EXPECT_EQ(DefaultVolumeLabel(machine.app), L"Aug 05, 2026");
 }
 

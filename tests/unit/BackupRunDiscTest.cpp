@@ -1,3 +1,5 @@
+#include "core/ArchiveValues.h"
+#include "core/WriterFlags.h"
 #include "resources/TextId.h"
 #include "support/BackupRunBench.h"
 
@@ -37,10 +39,10 @@ TEST_F(BackupRunTest, MessagesRunAfterEachFileUnlessTheyAreHeld) {
     UseCd();
     run.Launch();
     const int runs = machine.messageLoop.runs;
-    machine.app.areFileMessagesHeld = true;
+    machine.app.writerFlags->areFileMessagesHeld = true;
     discs.AjouterFichiers();
     EXPECT_EQ(machine.messageLoop.runs, runs);
-    machine.app.areFileMessagesHeld = false;
+    machine.app.writerFlags->areFileMessagesHeld = false;
     discs.AjouterFichiers();
     EXPECT_EQ(machine.messageLoop.runs, runs + 2);
 }
@@ -55,7 +57,7 @@ TEST_F(BackupRunTest, AnArchiveThatFailedStartsTheWriterOnAnEmptyImage) {
 
 TEST_F(BackupRunTest, WithoutACdTheUserIsAskedForOne) {
     UseCd();
-    machine.app.archiveSizeBytes = 0;
+    machine.app.archive->archiveSizeBytes = 0;
     steps.whileArchiving = [this] { Writer().InsertDisc({}); };
     run.Launch();
     ExpectOnlyBox(L"Veuillez insérer un disque dans le lecteur.", L"Backup", box::Ok);
@@ -104,15 +106,15 @@ TEST_F(BackupRunTest, AWriteRefusedAtItsStartLeavesTheWindowBusyUntilStop) {
 TEST_F(BackupRunTest, ErrorCodes104And101ShowNothingButRaiseTheFlag) {
     UseCd();
     for (const std::int32_t code : {-104, -101}) {
-        machine.app.hasWriterError = false;
+        machine.app.writerFlags->hasWriterError = false;
         Writer().RaiseError(code, L"silent");
-        EXPECT_TRUE(machine.app.hasWriterError);
+        EXPECT_TRUE(machine.app.writerFlags->hasWriterError);
     }
     EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
-    machine.app.hasWriterError = false;
+    machine.app.writerFlags->hasWriterError = false;
     Writer().RaiseError(-102, L"Not silent");
     ExpectOnlyBox(L"Error: -102. Not silent", L"Backup", box::Ok);
-    EXPECT_TRUE(machine.app.hasWriterError);
+    EXPECT_TRUE(machine.app.writerFlags->hasWriterError);
 }
 
 TEST_F(BackupRunTest, ProgressIsShownByOperationCode) {
@@ -199,7 +201,7 @@ TEST_F(BackupRunTest, AStopReturnsToIdleAtOnceWithoutAQuestion) {
 TEST_F(BackupRunTest, TheCancelFlagMakesTheNextProgressStopTheWrite) {
     UseCd();
     run.Launch();
-    machine.app.isCancelRequested = true;
+    machine.app.writerFlags->isCancelRequested = true;
     Writer().RaiseProgress(DiscOperation::Writing, 30);
     EXPECT_EQ(Record().calls.back(), L"Abort");
     EXPECT_EQ(Modes().back(), L"idle");

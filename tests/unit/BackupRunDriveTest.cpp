@@ -1,5 +1,8 @@
 // The backup window's disc side when drives, discs and users do what they do.
 #include "backup/DiscErrors.h"
+#include "core/LanguageValues.h"
+#include "core/SpaceValues.h"
+#include "core/WriterFlags.h"
 #include "platform/discs/MasteringCodes.h"
 #include "support/BackupRunBench.h"
 
@@ -66,9 +69,9 @@ TEST_F(BackupRunTest, TheEndOfAStoppedWriteToldBeforeTheNextStartIsNoFailureOfTh
     UseCd();
     discs.SetWriteOptions();
     Writer().RaiseError(DiscErrorAborted, L"");
-    EXPECT_TRUE(machine.app.hasWriterError);
+    EXPECT_TRUE(machine.app.writerFlags->hasWriterError);
     discs.StartWrite();
-    EXPECT_FALSE(machine.app.hasWriterError);
+    EXPECT_FALSE(machine.app.writerFlags->hasWriterError);
 }
 
 TEST_F(BackupRunTest, AnotherErrorBetweenTheOptionsAndTheStartStaysUp) {
@@ -76,7 +79,7 @@ TEST_F(BackupRunTest, AnotherErrorBetweenTheOptionsAndTheStartStaysUp) {
     discs.SetWriteOptions();
     Writer().RaiseError(7, L"");
     discs.StartWrite();
-    EXPECT_TRUE(machine.app.hasWriterError);
+    EXPECT_TRUE(machine.app.writerFlags->hasWriterError);
 }
 
 TEST_F(BackupRunTest, AStopWhileTheArchiveIsBuiltShowsTheProgressUntilTheRunHasEnded) {
@@ -150,7 +153,7 @@ TEST_F(BackupRunTest, ADriveThatDoesNotAnswerIsNotSaidToBeEmpty) {
     Writer().InsertDisc(NotAnswering());
     EXPECT_EQ(view.report[Panel::Type], L"Graveur occupé");
     EXPECT_EQ(view.report[Panel::Status], L"Inconnu");
-    EXPECT_EQ(machine.app.availableSpace, Currency());
+    EXPECT_EQ(machine.app.space->availableSpace, Currency());
     EXPECT_EQ(discs.DiscMediaTypeString(), L"");
     EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
 }
@@ -192,7 +195,7 @@ TEST_F(BackupRunTest, TheSystemsTextOfAnErrorIsShownAndOursWhereItHasNone) {
     UseCd();
     Writer().RaiseError(static_cast<std::int32_t>(Mastering::CommandTimeout), L"Du système.");
     Writer().RaiseError(static_cast<std::int32_t>(Mastering::CommandTimeout), L"");
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Writer().RaiseError(static_cast<std::int32_t>(Mastering::CommandTimeout), L"");
     ExpectBox(0, L"Error: -1062600179. Du système.", L"Backup", box::Ok);
     ExpectBox(1, L"Error: -1062600179. Le graveur n'a pas répondu à temps.", L"Backup", box::Ok);

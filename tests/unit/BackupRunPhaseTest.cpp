@@ -1,3 +1,4 @@
+#include "core/WriterFlags.h"
 #include "support/BackupRunBench.h"
 
 #include <algorithm>
@@ -77,7 +78,7 @@ TEST_F(BackupRunPhaseTest, AStopDuringTheBurnIsIdleAtOnce) {
 TEST_F(BackupRunPhaseTest, ACancelledBurnCanBeStartedAgain) {
     UseCd();
     Launch();
-    machine.app.isCancelRequested = true;
+    machine.app.writerFlags->isCancelRequested = true;
     Writer().RaiseProgress(DiscOperation::Writing, 30);
     EXPECT_EQ(state.phase.Now(), Idle);
 }

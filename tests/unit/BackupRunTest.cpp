@@ -1,3 +1,6 @@
+#include "core/ArchiveValues.h"
+#include "core/LanguageValues.h"
+#include "core/SpaceValues.h"
 #include "resources/TextId.h"
 #include "support/BackupRunBench.h"
 
@@ -19,7 +22,7 @@ TEST_F(BackupRunTest, ADiskGetsListArchiveAndCopyInThisOrder) {
 }
 
 TEST_F(BackupRunTest, EndMessagesInEnglish) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     UseDisk(Medium::ExternalDisk);
     run.Launch();
     ExpectOnlyBox(L"The backup is successfully completed. Please label your backup and keep it in a safe place.",
@@ -46,7 +49,7 @@ TEST_F(BackupRunTest, AVanishedRemovableDiskIsSaidToBeUnavailableAndNothingIsCop
 }
 
 TEST_F(BackupRunTest, AVanishedExternalDiskIsNamedByItsOwnLabel) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     UseDisk(Medium::ExternalDisk);
     machine.drives.Remove(L"E:\\");
     run.Launch();
@@ -78,7 +81,7 @@ TEST_F(BackupRunTest, ARefusedPasswordEndsTheRunInSilence) {
 
 TEST_F(BackupRunTest, AnArchiveLargerThanTheMediumIsNotCopied) {
     UseDisk(Medium::RemovableDisk);
-    machine.app.archiveSizeBytes = 1000001;
+    machine.app.archive->archiveSizeBytes = 1000001;
     run.Launch();
     ExpectOnlyBox(Text(TextId::MediumTooSmall), Text(TextId::CapacityReachedTitle), box::Exclamation);
     EXPECT_THAT(steps.calls, ElementsAre(L"archiver?", L"password", L"list", L"archive"));
@@ -88,7 +91,7 @@ TEST_F(BackupRunTest, AnArchiveLargerThanTheMediumIsNotCopied) {
 
 TEST_F(BackupRunTest, AnArchiveExactlyAsLargeAsTheMediumIsCopied) {
     UseDisk(Medium::RemovableDisk);
-    machine.app.archiveSizeBytes = 1000000;
+    machine.app.archive->archiveSizeBytes = 1000000;
     run.Launch();
     EXPECT_EQ(steps.calls.back(), L"copy E:\\");
 }
@@ -114,7 +117,7 @@ TEST_F(BackupRunTest, AnArchiveThatFailedIsNotCopiedAndSaidToHaveFailed) {
 
 TEST_F(BackupRunTest, ACopyThatFailedIsSaidToHaveFailed) {
     UseDisk(Medium::ExternalDisk);
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     steps.copies = false;
     run.Launch();
     ExpectOnlyBox(machine.strings.Load(10418), L"Error", box::Critical);
@@ -245,7 +248,7 @@ TEST_F(BackupRunTest, ADriveWithoutAReadableVolumeIsReportedAndOffersNothing) {
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_THAT(machine.messageBoxes.shown[0].text,
                 HasSubstr(L"71 (Disk not ready) dans la procédure RefreshDiscInfo"));
-    EXPECT_EQ(machine.app.availableSpace, Currency());
+    EXPECT_EQ(machine.app.space->availableSpace, Currency());
     EXPECT_EQ(view.calls.back(), L"start button");
 }
 

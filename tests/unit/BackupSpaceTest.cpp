@@ -2,6 +2,9 @@
 #include "backup/SelectionWatch.h"
 #include "backup/SpaceFigures.h"
 #include "backup/StartCondition.h"
+#include "core/LanguageValues.h"
+#include "core/SpaceValues.h"
+#include "core/StartUpValues.h"
 #include "resources/TextId.h"
 #include "support/FakeBackupView.h"
 #include "support/FakeMachine.h"
@@ -98,8 +101,8 @@ TEST(SpaceFigure, IsCaptionMegabytesAndUnit) {
     FakeMachine machine;
     EXPECT_EQ(SpaceFigure(machine.app, TextId::RequiredSpace, 1234.5 * 1048576),
               L"Espace requis pour sauvegarde :  1 234,500 Megs");
-    machine.app.lngLangue = 10000;
-    machine.system.decimalSeparator = L".";
+    machine.app.language->lngLangue = 10000;
+    machine.locale.decimalSeparator = L".";
     EXPECT_EQ(SpaceFigure(machine.app, TextId::AvailableSpace, 0), L"Available space on medium :   0.000 Mo");
 }
 
@@ -127,8 +130,8 @@ TEST(DriveEntries, TheFirstIsSelectedUnlessAnotherIsThePreselectedDrive) {
 class SelectionWatchTest : public testing::Test {
   protected:
     void SetUp() override {
-        machine.app.availableSpace = Bytes(1000);
-        machine.app.dblEspaceDisponible = 1000;
+        machine.app.space->availableSpace = Bytes(1000);
+        machine.app.startUp->dblEspaceDisponible = 1000;
         sizes[L"a"] = 105;
         sizes[L"b"] = 210;
     }
@@ -151,9 +154,9 @@ class SelectionWatchTest : public testing::Test {
 TEST_F(SelectionWatchTest, AnItemAddedAndRemovedLeavesTheRequiredSpaceWhereItWas) {
     watch.OnAddFile(L"a");
     watch.OnAddFile(L"b");
-    EXPECT_EQ(machine.app.requiredSpace, Bytes(315));
+    EXPECT_EQ(machine.app.space->requiredSpace, Bytes(315));
     watch.OnRemoveFile(L"b");
-    EXPECT_EQ(machine.app.requiredSpace, Bytes(105));
+    EXPECT_EQ(machine.app.space->requiredSpace, Bytes(105));
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
 }
 
@@ -161,7 +164,7 @@ TEST_F(SelectionWatchTest, AFolderThatChangedBeforeItsRemovalLeavesARemainder) {
     watch.OnAddFile(L"a");
     sizes[L"a"] = 100;
     watch.OnRemoveFile(L"a");
-    EXPECT_EQ(machine.app.requiredSpace, Bytes(5));
+    EXPECT_EQ(machine.app.space->requiredSpace, Bytes(5));
 }
 
 TEST_F(SelectionWatchTest, AnAddRefreshesTheFiguresThenTheStartButton) {
@@ -180,7 +183,7 @@ TEST_F(SelectionWatchTest, ManyAddsRefreshTheFiguresOnce) {
 }
 
 TEST_F(SelectionWatchTest, AMessageComesOverFiguresThatAreRight) {
-    machine.app.availableSpace = Bytes(105);
+    machine.app.space->availableSpace = Bytes(105);
     machine.messageBoxes.whileShown = [&](const FakeMessageBoxes::Box&) {
         EXPECT_THAT(view.calls, testing::ElementsAre(L"spaces", L"start button"));
     };
@@ -189,14 +192,14 @@ TEST_F(SelectionWatchTest, AMessageComesOverFiguresThatAreRight) {
 }
 
 TEST_F(SelectionWatchTest, ReachingTheAvailableSpaceShowsMessage147OnceAndNoWorkSpaceCheck) {
-    machine.app.dblEspaceDisponible = 50;
-    machine.app.availableSpace = Bytes(105);
+    machine.app.startUp->dblEspaceDisponible = 50;
+    machine.app.space->availableSpace = Bytes(105);
     watch.OnAddFile(L"a");
     EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(TextId::MediumTooSmall)));
 }
 
 TEST_F(SelectionWatchTest, ReachingTheWorkSpaceOnAnAddShowsMessage166) {
-    machine.app.dblEspaceDisponible = 105;
+    machine.app.startUp->dblEspaceDisponible = 105;
     watch.OnAddFile(L"a");
     EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(TextId::BackupWorkSpaceTooSmall)));
     EXPECT_FALSE(view.isWorkSpaceMarked);
@@ -204,8 +207,8 @@ TEST_F(SelectionWatchTest, ReachingTheWorkSpaceOnAnAddShowsMessage166) {
 }
 
 TEST_F(SelectionWatchTest, ARemovalThatStillReachesTheWorkSpaceMarksItRed) {
-    machine.app.requiredSpace = Bytes(500);
-    machine.app.dblEspaceDisponible = 395;
+    machine.app.space->requiredSpace = Bytes(500);
+    machine.app.startUp->dblEspaceDisponible = 395;
     watch.OnRemoveFile(L"a");
     EXPECT_THAT(Messages(), testing::ElementsAre(machine.app.Text(TextId::BackupWorkSpaceTooSmall)));
     EXPECT_TRUE(view.isWorkSpaceMarked);
@@ -218,7 +221,7 @@ TEST_F(SelectionWatchTest, ARemovalThatStillReachesTheWorkSpaceMarksItRed) {
 TEST_F(SelectionWatchTest, RemovingEverythingSetsTheRequiredSpaceToZero) {
     watch.OnAddFile(L"a");
     watch.OnRemoveAllFile();
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
     EXPECT_FALSE(view.isWorkSpaceMarked);
 }
@@ -232,7 +235,7 @@ TEST_F(SelectionWatchTest, AnItemThatCannotBeMeasuredIsReportedAndCountsNothing)
     SelectionWatch failing(machine.app, view,
                            [](const std::wstring&) -> Currency { throw RuntimeError(ErrorNumber::FileNotFound); });
     failing.OnAddFile(L"a");
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_THAT(machine.messageBoxes.shown[0].text,
                 testing::HasSubstr(L"53 (File not found) dans la procédure ctlSelectionFichiers_OnAddFile, module "

@@ -1,5 +1,6 @@
 #include "archive/ControlFile.h"
 #include "archive/clsListe.h"
+#include "core/ArchiveValues.h"
 #include "selection/clsColFileInfo.h"
 #include "support/Failures.h"
 #include "support/FakeMachine.h"
@@ -32,7 +33,7 @@ std::vector<std::wstring> PathsOf(const Records& records) {
 class ControlFileWriting : public testing::Test {
   protected:
     ControlFileWriting() {
-        machine.system.SetEnvironment(L"Temp", L"C:\\Temp");
+        machine.environment.Set(L"Temp", L"C:\\Temp");
         machine.files.AddFolder(L"C:\\Temp");
     }
 
@@ -59,7 +60,7 @@ TEST_F(ControlFileWriting, EmptySelectionGivesAnEmptyFileAndLeavesTheBarAtZero) 
     progress.value = 42;
     EXPECT_EQ(Written(), "");
     EXPECT_EQ(progress.value, 0);
-    EXPECT_EQ(machine.app.listFilePath, WrittenPath);
+    EXPECT_EQ(machine.app.archive->listFilePath, WrittenPath);
 }
 
 TEST_F(ControlFileWriting, CommaInAPathIsWrittenUnquoted) {
@@ -129,7 +130,7 @@ TEST_F(ControlFileWriting, AccentsAreWrittenInTheSystemsCodePage) {
 }
 
 TEST_F(ControlFileWriting, FullDiskIsReportedUnderItsLabelAndNamesNoFile) {
-    machine.app.listFilePath = L"C:\\Temp\\old.lst";
+    machine.app.archive->listFilePath = L"C:\\Temp\\old.lst";
     machine.files.SetFreeBytes(L"C:", 10);
     items.Add(L"C:\\a.txt", KindFile);
     clsListe(machine.app).EnregistrerListeFichiers(items, progress);
@@ -137,7 +138,7 @@ TEST_F(ControlFileWriting, FullDiskIsReportedUnderItsLabelAndNamesNoFile) {
     EXPECT_NE(machine.messageBoxes.shown[0].text.find(
                   L"Erreur nº 61 (Disk full) dans la procédure EnregistrerListeFichiers, module frmBackupCD"),
               std::wstring::npos);
-    EXPECT_EQ(machine.app.listFilePath, L"");
+    EXPECT_EQ(machine.app.archive->listFilePath, L"");
 }
 
 TEST(ControlFile, LineGivesPathKindAndInnerArchive) {
@@ -233,14 +234,14 @@ TEST(ControlFile, LineOfAMegabyteIsARecord) {
 
 TEST(ControlFile, WriterAndReaderAgree) {
     FakeMachine machine;
-    machine.system.SetEnvironment(L"Temp", L"C:\\Temp");
+    machine.environment.Set(L"Temp", L"C:\\Temp");
     machine.files.AddFolder(L"C:\\Temp");
     clsColFileInfo items(machine.app);
     items.Add(L"C:\\Users\\agent\\Été\\a.txt", KindFile);
     items.Add(L"D:\\Dossiers", KindFolder);
     FakeProgressBar progress;
     clsListe(machine.app).EnregistrerListeFichiers(items, progress);
-    const Records records = Read(machine.files.Read(machine.app.listFilePath));
+    const Records records = Read(machine.files.Read(machine.app.archive->listFilePath));
     EXPECT_EQ(PathsOf(records), (std::vector<std::wstring>{L"C:\\Users\\agent\\Été\\a.txt", L"D:\\Dossiers\\*.*"}));
     EXPECT_EQ(records[1].innerArchive, L"Zip0002");
 }

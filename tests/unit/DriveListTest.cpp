@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 using modFonctionsCommunes::GetDriveListByType;
@@ -48,8 +50,9 @@ TEST(DriveList, FailureIsReportedAndKeepsWhatWasFound) {
     FailingDrives drives;
     drives.Add(L"D:\\", DriveType::Fixed);
     drives.Add(L"E:\\", DriveType::Fixed);
-    Application app(Machine{machine.strings, drives, machine.usb, machine.files, machine.processes, machine.system,
-                            machine.eventLog, machine.messageBoxes, machine.messageLoop, machine.discWriters});
+    Machine ports = machine.Ports();
+    ports.drives = drives;
+    Application app(std::move(ports));
     EXPECT_EQ(GetDriveListByType(app, Fixed), (Letters{L"D"}));
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_NE(machine.messageBoxes.shown[0].text.find(L"GetDriveListByType, module modFonctionsCommunes"),

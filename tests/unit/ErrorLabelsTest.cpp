@@ -52,7 +52,7 @@ const LabelledFailure Failures[] = {
      }},
     {L"EnregistrerListeFichiers, module frmBackupCD",
      [](FakeMachine& machine) {
-         machine.system.SetEnvironment(L"Temp", L"C:\\None");
+         machine.environment.Set(L"Temp", L"C:\\None");
          clsColFileInfo items(machine.app);
          FakeProgressBar progress;
          clsListe(machine.app).EnregistrerListeFichiers(items, progress);

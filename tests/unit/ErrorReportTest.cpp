@@ -1,4 +1,5 @@
 #include "shell/ErrorReport.h"
+#include "core/LanguageValues.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "support/FakeMachine.h"
@@ -23,7 +24,7 @@ TEST(ErrorReport, ReadsInFrenchAsTheSupportDeskKnowsIt) {
 
 TEST(ErrorReport, ReadsInEnglishWithItsOwnTitle) {
     FakeMachine machine;
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     ReportError(machine.app, L"InitLangue, module frmMain", 13, L"Type mismatch");
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_EQ(machine.messageBoxes.shown[0].text,

@@ -1,6 +1,7 @@
 #include "archive/CommandLines.h"
 #include "archive/WorkFolder.h"
 #include "archive/modGestionRestaure.h"
+#include "core/ArchiveValues.h"
 #include "support/CommandLineParts.h"
 #include "support/FakeMachine.h"
 
@@ -12,7 +13,7 @@ using Parts = std::vector<std::wstring>;
 
 TEST(Extraction, OuterArchiveIsOpenedWithThePasswordIntoTheWorkFolder) {
     FakeMachine machine;
-    machine.app.backupPassword = L"Abcdefg1";
+    machine.app.archive->backupPassword = L"Abcdefg1";
     machine.processes.exitCodes = {2};
     EXPECT_EQ(modGestionRestaure::UnZipOkrBackup(machine.app, L"E:\\", L"OKRBACKUP.ZIP"), 2);
     const std::wstring command = machine.processes.commandLines.at(0);

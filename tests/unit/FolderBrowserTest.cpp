@@ -1,4 +1,5 @@
 #include "selection/FolderBrowser.h"
+#include "core/LanguageValues.h"
 #include "platform/RuntimeError.h"
 #include "support/FakeMachine.h"
 
@@ -105,8 +106,8 @@ TEST_F(FolderBrowserTest, FloppyDrivesMoveNothing) {
 
 class StartFolderTest : public FolderBrowserTest {
   protected:
-    StartFolderTest() { machine.system.SetEnvironment(L"UserProfile", L"C:\\Profil"); }
-    void UseOlderSystem() { machine.system.version = {2, 5, 1}; }
+    StartFolderTest() { machine.environment.Set(L"UserProfile", L"C:\\Profil"); }
+    void UseOlderSystem() { machine.operatingSystem.version = {2, 5, 1}; }
 };
 
 TEST_F(StartFolderTest, IsDocumentsFromVistaOn) {
@@ -120,7 +121,7 @@ TEST_F(StartFolderTest, IsTheFoldersOwnLanguageFirstBeforeVista) {
     machine.files.AddFolder(L"C:\\Profil\\Mes Documents");
     machine.files.AddFolder(L"C:\\Profil\\My Documents");
     EXPECT_EQ(StartFolder(machine.app), L"C:\\Profil\\Mes Documents");
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     EXPECT_EQ(StartFolder(machine.app), L"C:\\Profil\\My Documents");
     machine.files.Remove(L"C:\\Profil\\My Documents");
     EXPECT_EQ(StartFolder(machine.app), L"C:\\Profil\\Mes Documents");
@@ -128,7 +129,7 @@ TEST_F(StartFolderTest, IsTheFoldersOwnLanguageFirstBeforeVista) {
 
 TEST_F(StartFolderTest, IsNoneWithoutDocumentsOrADriveLetter) {
     EXPECT_EQ(StartFolder(machine.app), std::nullopt);
-    machine.system.SetEnvironment(L"UserProfile", L"\\\\server\\profil");
+    machine.environment.Set(L"UserProfile", L"\\\\server\\profil");
     machine.files.AddFolder(L"\\\\server\\profil\\Documents");
     EXPECT_EQ(StartFolder(machine.app), std::nullopt);
 }

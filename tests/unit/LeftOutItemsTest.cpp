@@ -1,4 +1,7 @@
 // Items whose own path the list of a backup cannot record: they are not taken, and the user is told once.
+#include "core/LanguageValues.h"
+#include "core/SpaceValues.h"
+#include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
 #include "support/SelectionBench.h"
 
@@ -38,7 +41,7 @@ TEST_F(LeftOutItemsTest, FilesAddedByTheButtonAreNamedOnceAndTheOthersAreTaken) 
     EXPECT_EQ(Items(), (Texts{L"C:\\Data\\a.txt/32", L"C:\\Data\\été.txt/32"}));
     EXPECT_EQ(list.RowCount(), 2);
     EXPECT_EQ(host.events, (Texts{L"OnAddFile C:\\Data\\a.txt", L"OnAddFile C:\\Data\\été.txt"}));
-    EXPECT_EQ(machine.app.requiredSpace, SumOfItems());
+    EXPECT_EQ(machine.app.space->requiredSpace, SumOfItems());
     ExpectOneMessageNaming({Polish, Decomposed});
 }
 
@@ -65,7 +68,7 @@ TEST_F(LeftOutItemsTest, NamesInsideAChosenFolderAreNoMatter) {
 }
 
 TEST_F(LeftOutItemsTest, NamesInTheProfileFoldersOwnPathAreNoMatter) {
-    machine.app.strProfilUtilisateur = L"C:\\Users\\Łukasz";
+    machine.app.user->strProfilUtilisateur = L"C:\\Users\\Łukasz";
     machine.files.AddSizedFile(L"C:\\Users\\Łukasz\\a.txt", 1);
     machine.files.AddSizedFile(L"C:\\Users\\Łukasz\\ł.txt", 1);
     list.AddDropped({L"C:\\Users\\Łukasz\\a.txt", L"C:\\Users\\Łukasz\\ł.txt"});
@@ -79,7 +82,7 @@ TEST_F(LeftOutItemsTest, ItemsOfASetAreNamedOncePerClick) {
     list.LoadSets();
     EXPECT_EQ(Items(), (Texts{L"C:\\Data\\a.txt/32", L"C:\\Data\\été.txt/32"}));
     EXPECT_EQ(list.ItemsAdded(0), 2);
-    EXPECT_EQ(machine.app.requiredSpace, SumOfItems());
+    EXPECT_EQ(machine.app.space->requiredSpace, SumOfItems());
     ExpectOneMessageNaming({Polish, Decomposed});
     list.ClickBox(0);
     EXPECT_EQ(list.RowCount(), 0);
@@ -96,7 +99,7 @@ TEST_F(LeftOutItemsTest, MessageComesWhenTheRowsAreShown) {
 }
 
 TEST_F(LeftOutItemsTest, OfVeryManyTheFirstTenAreNamedAndTheRestCounted) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Texts paths;
     for (int number = 100; number < 125; ++number) paths.push_back(L"C:\\ł" + std::to_wstring(number));
     list.AddDropped(paths);

@@ -28,7 +28,7 @@ TEST(LongWork, RowsAndFiguresAreUpToDateBeforeEachPainting) {
     SelectionScreen screen;
     SelectionList list(machine.app, host, screen);
     host.spaceOf = [](const std::wstring&) { return Currency(); };
-    host.whenRaised = [&](const std::wstring&) { machine.system.secondsSinceMidnight += 1; };
+    host.whenRaised = [&](const std::wstring&) { machine.clock.secondsSinceMidnight += 1; };
     messages.whenPainted = [&] {
         EXPECT_EQ(screen.refreshes, messages.paintings) << "the rows that were added are in the view";
         EXPECT_EQ(host.showings, messages.paintings) << "and so are the figures";

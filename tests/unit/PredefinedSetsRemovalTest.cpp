@@ -1,3 +1,4 @@
+#include "core/SpaceValues.h"
 #include "support/PredefinedSetsBench.h"
 
 namespace {
@@ -57,7 +58,7 @@ TEST_F(PredefinedSetsTest, ClickTakesTheSetAwayAndClearsItsCounters) {
     EXPECT_EQ(list.ArrayFichier()->Count(), 0);
     EXPECT_EQ(list.ItemsAdded(1), 0);
     EXPECT_EQ(list.ItemsLeft(1), 0);
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
     EXPECT_EQ(host.events, (Texts{L"OnRefreshSpace"}));
 }
 
@@ -83,7 +84,7 @@ TEST_F(PredefinedSetsTest, RemovingOneOfThreeTurnsTheBoxGreyAndRemovingTheLastCl
     list.DetruireItem(0);
     EXPECT_EQ(Box(1).state, BoxState::Unchecked);
     EXPECT_EQ(list.ItemsAdded(1), 3) << "no click ran";
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
 }
 
 TEST_F(PredefinedSetsTest, FolderRowOfASetFindsItsItemByTheBarePath) {
@@ -121,7 +122,7 @@ TEST_F(PredefinedSetsTest, FamiliesAndStoresAreTakenAwayByTheirPattern) {
     EXPECT_EQ(Rows(), (Texts{L"!C:\\Fam\\Rep1|folder|1", L"!C:\\Fam\\Rep.txt|file|1"}));
     list.ClickBox(1);
     EXPECT_EQ(list.RowCount(), 0);
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
 }
 
 TEST_F(PredefinedSetsTest, StorePatternTakesSetRowsOfEveryFolderThatEndAsItDoes) {
@@ -142,7 +143,7 @@ TEST_F(PredefinedSetsTest, FolderThatChangedLeavesARemainderInTheSpace) {
     list.LoadSets();
     machine.files.AddSizedFile(L"C:\\Data\\Sub\\d.dat", 1000);
     list.ClickBox(1);
-    EXPECT_EQ(machine.app.requiredSpace, Currency::FromDouble(-1050));
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency::FromDouble(-1050));
 }
 
 TEST_F(PredefinedSetsTest, RemovingAllRunsTheClicksOfTheCheckedBoxesOnAnEmptyList) {
@@ -163,7 +164,7 @@ TEST_F(PredefinedSetsTest, RemovingAllRunsTheClicksOfTheCheckedBoxesOnAnEmptyLis
     EXPECT_TRUE(Box(1).isEnabled);
     EXPECT_EQ(list.ItemsAdded(1), 0);
     EXPECT_EQ(list.ItemsLeft(2), 0);
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
     host.whenRaised = {};
     list.ClickBox(1);
     EXPECT_EQ(Rows(), (Texts{L"!C:\\Data\\a.dat|file|1"}));

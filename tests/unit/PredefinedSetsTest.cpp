@@ -1,3 +1,5 @@
+#include "core/SpaceValues.h"
+#include "core/UserValues.h"
 #include "support/PredefinedSetsBench.h"
 
 namespace {
@@ -7,7 +9,7 @@ TEST_F(PredefinedSetsTest, ItemsAreRedBoldAndRememberTheirSet) {
     list.LoadSets();
     EXPECT_EQ(Rows(), (Texts{L"!C:\\Data\\a.dat|file|1", L"!C:\\Data\\Sub|folder|1"}));
     EXPECT_EQ(Items(), (Texts{L"C:\\Data\\a.dat/32", L"C:\\Data\\Sub/-1"}));
-    EXPECT_EQ(machine.app.requiredSpace, Currency::FromDouble(1050 + 4200));
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency::FromDouble(1050 + 4200));
     EXPECT_EQ(list.ItemsAdded(1), 2);
     EXPECT_EQ(list.ItemsLeft(1), 2);
     EXPECT_EQ(host.events, (Texts{L"OnRefreshSpace"}));
@@ -17,7 +19,7 @@ TEST_F(PredefinedSetsTest, ItemsAreRedBoldAndRememberTheirSet) {
 TEST_F(PredefinedSetsTest, SizesAreAddedToTheLastDecimalOfTheCurrency) {
     AddListFile(L"qamor.lst", {L"C:\\Data\\b.dat"});
     list.LoadSets();
-    EXPECT_EQ(machine.app.requiredSpace.TenThousandths(), 21010500);
+    EXPECT_EQ(machine.app.space->requiredSpace.TenThousandths(), 21010500);
 }
 
 TEST_F(PredefinedSetsTest, BoxIsCheckedWhereItsListExistsAndDisabledWhereItDoesNot) {
@@ -46,7 +48,7 @@ TEST_F(PredefinedSetsTest, OutlookListIsTheOneOfTheRunningSystem) {
     list.LoadSets();
     EXPECT_EQ(Items(), (Texts{L"C:\\Data\\a.dat/32"}));
     SelectionBench older;
-    older.machine.system.version = {2, 5, 1};
+    older.machine.operatingSystem.version = {2, 5, 1};
     older.machine.files.AddSizedFile(L"C:\\Data\\b.dat", 1);
     older.AddListFile(L"outlookVista.lst", {L"C:\\Data\\a.dat"});
     older.AddListFile(L"outlookXP.lst", {L"C:\\Data\\b.dat"});
@@ -93,27 +95,27 @@ TEST_F(PredefinedSetsTest, ProfileTokenBecomesTheProfileFolder) {
 }
 
 TEST_F(PredefinedSetsTest, OnlyOutlookListsAskTheSystemForTheProfile) {
-    machine.app.strProfilUtilisateur = L"C:\\Profiles\\set";
+    machine.app.user->strProfilUtilisateur = L"C:\\Profiles\\set";
     machine.files.AddFolder(L"C:\\Profiles\\set\\Desktop");
     machine.files.AddFolder(L"C:\\Users\\agent\\Desktop");
     AddListFile(L"tarvel.lst", {L"**UserProfile**\\Desktop"});
     AddListFile(L"outlookVista.lst", {L"**UserProfile**\\Desktop"});
     Texts profilesAtEvents;
-    host.whenRaised = [&](const std::wstring&) { profilesAtEvents.push_back(machine.app.strProfilUtilisateur); };
+    host.whenRaised = [&](const std::wstring&) { profilesAtEvents.push_back(machine.app.user->strProfilUtilisateur); };
     list.LoadSets();
     EXPECT_EQ(Items(), (Texts{L"C:\\Profiles\\set\\Desktop/-1", L"C:\\Users\\agent\\Desktop/-1"}));
     EXPECT_EQ(profilesAtEvents, (Texts{L"C:\\Profiles\\set", L"C:\\Profiles\\set"}));
-    EXPECT_EQ(machine.app.strProfilUtilisateur, L"C:\\Users\\agent") << "read at the end of the loading";
-    EXPECT_EQ(machine.app.strNomUtilisateur, L"agent");
+    EXPECT_EQ(machine.app.user->strProfilUtilisateur, L"C:\\Users\\agent") << "read at the end of the loading";
+    EXPECT_EQ(machine.app.user->strNomUtilisateur, L"agent");
 }
 
 TEST_F(PredefinedSetsTest, UnknownProfileLeavesTheTokenEmpty) {
-    machine.system.profileFolder = L"";
+    machine.account.profileFolder = L"";
     AddListFile(L"outlookVista.lst", {L"**UserProfile**\\Desktop"});
     list.LoadSets();
     EXPECT_EQ(list.RowCount(), 0);
-    EXPECT_EQ(machine.app.strProfilUtilisateur, L"");
-    EXPECT_EQ(machine.app.strNomUtilisateur, L"");
+    EXPECT_EQ(machine.app.user->strProfilUtilisateur, L"");
+    EXPECT_EQ(machine.app.user->strNomUtilisateur, L"");
 }
 
 TEST_F(PredefinedSetsTest, StoresOfAFolderAreFoundByExactCaseAndNoFolderIsOne) {
@@ -155,7 +157,7 @@ TEST_F(PredefinedSetsTest, FamilyWithNothingAfterTheBackslashIsTheFolderItself) 
     list.ClickBox(1);
     EXPECT_EQ(list.RowCount(), 0);
     EXPECT_EQ(list.ArrayFichier()->Count(), 0);
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
 }
 
 TEST_F(PredefinedSetsTest, FamilyOfAnAbsentFolderAddsNothing) {
@@ -211,9 +213,9 @@ TEST_F(PredefinedSetsTest, TransferListTakesThePlaceOfAllSets) {
 }
 
 TEST_F(PredefinedSetsTest, LoadingEndsWithTheProfileAndThePendingMessages) {
-    machine.app.strProfilUtilisateur = L"";
+    machine.app.user->strProfilUtilisateur = L"";
     list.LoadSets();
-    EXPECT_EQ(machine.app.strProfilUtilisateur, L"C:\\Users\\agent");
+    EXPECT_EQ(machine.app.user->strProfilUtilisateur, L"C:\\Users\\agent");
     EXPECT_EQ(machine.messageLoop.runs, 1);
     EXPECT_TRUE(host.events.empty());
 }

@@ -1,3 +1,4 @@
+#include "core/SpaceValues.h"
 #include "support/SelectionBench.h"
 
 #include <gtest/gtest.h>
@@ -49,7 +50,7 @@ void Fill(SelectionBench& bench) {
 class Sequence {
   public:
     Sequence(FakeMachine& machine, std::mt19937& random) : random_(random), bench_(machine) {
-        machine.app.requiredSpace = Currency();
+        machine.app.space->requiredSpace = Currency();
     }
 
     /// Runs random steps and tells them.
@@ -108,7 +109,7 @@ TEST(RequiredSpace, IsTheSumOverTheCollectionAfterAnySequence) {
         Sequence sequence(machine, random);
         const std::string told = sequence.Run();
         SelectionBench& bench = sequence.Bench();
-        ASSERT_EQ(bench.machine.app.requiredSpace, bench.SumOfItems()) << "sequence " << number << ": " << told;
+        ASSERT_EQ(bench.machine.app.space->requiredSpace, bench.SumOfItems()) << "sequence " << number << ": " << told;
         ASSERT_EQ(bench.list.RowCount(), bench.list.ArrayFichier()->Count()) << "sequence " << number << ": " << told;
         ASSERT_TRUE(bench.machine.messageBoxes.shown.empty()) << "sequence " << number << ": " << told;
         if (bench.list.RowCount() > 0) ++withItems;
@@ -120,11 +121,11 @@ TEST(RequiredSpace, ComesBackToWhereItWasWhenAnItemIsAddedAndRemoved) {
     SelectionBench bench;
     Fill(bench);
     bench.list.LoadSets();
-    const Currency before = bench.machine.app.requiredSpace;
+    const Currency before = bench.machine.app.space->requiredSpace;
     bench.Add(L"C:\\Mail\\b.PST");
-    EXPECT_GT(bench.machine.app.requiredSpace, before);
+    EXPECT_GT(bench.machine.app.space->requiredSpace, before);
     bench.list.EffacerFichierListe(bench.list.RowCount() - 1);
-    EXPECT_EQ(bench.machine.app.requiredSpace, before);
+    EXPECT_EQ(bench.machine.app.space->requiredSpace, before);
 }
 
 } // namespace

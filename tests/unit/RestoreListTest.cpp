@@ -1,3 +1,5 @@
+#include "core/LanguageValues.h"
+#include "core/UsbAnswer.h"
 #include "restore/DriveLines.h"
 #include "restore/InsertedMedium.h"
 #include "restore/RestoreRows.h"
@@ -59,8 +61,8 @@ TEST_F(RestoreDrives, FixedDiskIsListedOnTheUsbBusOnly) {
 
 TEST_F(RestoreDrives, FixedDiskIsSkippedWhenTheUserDeclinedUsb) {
     AddUsbDisk(L"G:", L"EXTERNE");
-    machine.app.blnQuestionUSB = 1;
-    machine.app.intReponseUSB = 7;
+    machine.app.usbAnswer->blnQuestionUSB = 1;
+    machine.app.usbAnswer->intReponseUSB = 7;
     machine.drives.Add(L"E:\\", DriveType::Removable, L"X");
     EXPECT_EQ(DriveLines(machine.app), Lines{L"E:\\ Disque amovible  Volume : X"});
 }
@@ -72,7 +74,7 @@ TEST_F(RestoreDrives, NetworkAndRamDrivesAreSkipped) {
 }
 
 TEST_F(RestoreDrives, EnglishLinesUseTheEnglishTexts) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     machine.drives.Add(L"E:\\", DriveType::Removable, L"BACKUP");
     EXPECT_EQ(DriveLines(machine.app), Lines{L"E:\\ Removable disk  Volume : BACKUP"});
 }
@@ -88,7 +90,7 @@ TEST(RestoreRows, KindIsLabelledByItsNumber) {
     EXPECT_EQ(KindLabel(machine.app, L"-1"), L"Rep.");
     EXPECT_EQ(KindLabel(machine.app, L"16"), L"Répertoire");
     EXPECT_EQ(KindLabel(machine.app, L"32"), L"Fichier");
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     EXPECT_EQ(KindLabel(machine.app, L"-1"), L"Dir.");
     EXPECT_EQ(KindLabel(machine.app, L"16"), L"Directory");
     EXPECT_EQ(KindLabel(machine.app, L"32"), L"File");

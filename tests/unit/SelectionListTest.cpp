@@ -1,3 +1,5 @@
+#include "core/LanguageValues.h"
+#include "core/SpaceValues.h"
 #include "support/SelectionBench.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +31,7 @@ TEST_F(SelectionListTest, FileRowShowsItsPath) {
     Add(L"C:\\Data\\a.txt");
     EXPECT_EQ(Rows(), (Texts{L"C:\\Data\\a.txt|file|"}));
     EXPECT_EQ(Items(), (Texts{L"C:\\Data\\a.txt/32"}));
-    EXPECT_EQ(machine.app.requiredSpace, Currency::FromDouble(1050));
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency::FromDouble(1050));
 }
 
 TEST_F(SelectionListTest, FolderGivenWithAllFilesOrABackslashIsTheSameFolder) {
@@ -139,7 +141,7 @@ TEST_F(SelectionListTest, RootIsRefusedByTheButtonWithTheExclamationIcon) {
 }
 
 TEST_F(SelectionListTest, RootIsRefusedByTheDropWithTheInformationIcon) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     list.AddDropped({L"C:\\"});
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_EQ(machine.messageBoxes.shown[0].text, L"The disk root (whole C:\\ drive for exemple) can not be added to "
@@ -170,7 +172,7 @@ TEST_F(SelectionListTest, RemovedRowTakesItsItemAndSaysSoBefore) {
     EXPECT_EQ(host.events.back(), L"OnRemoveFile C:\\Data");
     EXPECT_EQ(Items(), (Texts{L"D:\\a.txt/32"}));
     EXPECT_EQ(Rows(), (Texts{L"D:\\a.txt|file|"}));
-    EXPECT_EQ(machine.app.requiredSpace, SumOfItems());
+    EXPECT_EQ(machine.app.space->requiredSpace, SumOfItems());
 }
 
 TEST_F(SelectionListTest, RemovingTheLastRowSelectsTheNewLastRow) {
@@ -209,7 +211,7 @@ TEST_F(SelectionListTest, RemovingAllEmptiesRowsAndItemsAndThenSaysSo) {
     EXPECT_EQ(host.events, (Texts{L"OnRemoveAllFile"}));
     EXPECT_EQ(rows, 0);
     EXPECT_EQ(items, 0);
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
 }
 
 TEST_F(SelectionListTest, FailureIsReportedUnderTheProcedureAndKeepsWhatWasDone) {
@@ -242,7 +244,7 @@ TEST_F(SelectionListTest, CollectionPutInIsKeptAndItsRowsAreDuplicatesOfIt) {
 }
 
 TEST_F(SelectionListTest, LongWorkShowsTheHourglassAfterHalfASecondAndKeepsPainting) {
-    host.whenRaised = [&](const std::wstring&) { machine.system.secondsSinceMidnight += 0.2; };
+    host.whenRaised = [&](const std::wstring&) { machine.clock.secondsSinceMidnight += 0.2; };
     list.AddDropped({L"D:\\a.txt", L"D:\\b.txt"});
     EXPECT_TRUE(machine.messageLoop.pointers.empty());
     EXPECT_EQ(machine.messageLoop.paintings, 0);
@@ -252,8 +254,8 @@ TEST_F(SelectionListTest, LongWorkShowsTheHourglassAfterHalfASecondAndKeepsPaint
 }
 
 TEST_F(SelectionListTest, LongWorkOverMidnightIsStillLong) {
-    machine.system.secondsSinceMidnight = 86399.9;
-    host.whenRaised = [&](const std::wstring&) { machine.system.secondsSinceMidnight = 0.5; };
+    machine.clock.secondsSinceMidnight = 86399.9;
+    host.whenRaised = [&](const std::wstring&) { machine.clock.secondsSinceMidnight = 0.5; };
     list.AddDropped({L"D:\\a.txt"});
     EXPECT_EQ(machine.messageLoop.paintings, 1);
 }

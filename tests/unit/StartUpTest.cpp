@@ -1,5 +1,7 @@
 #include "shell/StartUp.h"
 
+#include "core/LanguageValues.h"
+#include "core/UserValues.h"
 #include "platform/RuntimeError.h"
 #include "support/FakeMachine.h"
 
@@ -46,20 +48,20 @@ TEST(ProgramDrive, ThatCannotBeMeasuredHasNoRoom) {
 
 TEST(User, IsReadFromTheProfileAndTheAccount) {
     FakeMachine machine;
-    machine.system.profileFolder = L"C:\\Users\\j.dupont";
-    machine.system.accountName = L"jdupont";
+    machine.account.profileFolder = L"C:\\Users\\j.dupont";
+    machine.account.name = L"jdupont";
     ReadUser(machine.app);
-    EXPECT_EQ(machine.app.strProfilUtilisateur, L"C:\\Users\\j.dupont");
-    EXPECT_EQ(machine.app.strNomUtilisateur, L"j.dupont");
-    EXPECT_EQ(machine.app.accountName, L"jdupont");
+    EXPECT_EQ(machine.app.user->strProfilUtilisateur, L"C:\\Users\\j.dupont");
+    EXPECT_EQ(machine.app.user->strNomUtilisateur, L"j.dupont");
+    EXPECT_EQ(machine.app.user->accountName, L"jdupont");
 }
 
 TEST(User, WithoutAProfileIsEmpty) {
     FakeMachine machine;
-    machine.system.profileFolder.clear();
+    machine.account.profileFolder.clear();
     ReadUser(machine.app);
-    EXPECT_EQ(machine.app.strProfilUtilisateur, L"");
-    EXPECT_EQ(machine.app.strNomUtilisateur, L"");
+    EXPECT_EQ(machine.app.user->strProfilUtilisateur, L"");
+    EXPECT_EQ(machine.app.user->strNomUtilisateur, L"");
 }
 
 TEST(MainWindowTitle, CarriesTheVersionInBothLanguages) {
@@ -67,14 +69,14 @@ TEST(MainWindowTitle, CarriesTheVersionInBothLanguages) {
     const std::wstring version = std::to_wstring(BACKUP_VERSION_MAJOR) + L"." + std::to_wstring(BACKUP_VERSION_MINOR) +
                                  L"." + std::to_wstring(BACKUP_VERSION_REVISION);
     EXPECT_EQ(MainWindowTitle(machine.app), L"Copies de sécurité - Version " + version);
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     EXPECT_EQ(MainWindowTitle(machine.app), L"Backup - Version " + version);
 }
 
 TEST(Help, OpensTheDocumentOfTheLanguageAtItsFixedPlace) {
     FakeMachine machine(nullptr, L"D:\\Elsewhere\\Backup");
     OpenHelp(machine.app);
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     OpenHelp(machine.app);
     ASSERT_EQ(machine.processes.opened.size(), 2u);
     EXPECT_EQ(machine.processes.opened[0].document, L"C:\\Valcoreaux\\Backup\\Copie de Sauvegarde.pdf");

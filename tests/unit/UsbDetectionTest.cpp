@@ -2,6 +2,8 @@
 #include "shell/DiskDetection.h"
 #include "shell/modObtenirUSB.h"
 
+#include "core/LanguageValues.h"
+#include "core/UsbAnswer.h"
 #include "platform/RuntimeError.h"
 #include "support/FakeMachine.h"
 
@@ -24,7 +26,7 @@ class UsbDetection : public testing::Test {
         machine.drives.Add(drive + L"\\", DriveType::Fixed);
         machine.usb.busTypes[drive] = busType;
     }
-    void RunOnXp() { machine.system.version = {2, 5, 2}; }
+    void RunOnXp() { machine.operatingSystem.version = {2, 5, 2}; }
 
     FakeMachine machine;
     Application& app = machine.app;
@@ -95,13 +97,13 @@ TEST_F(UsbDetection, OlderSystemAsksNothingAndTheBusAloneDecides) {
     EXPECT_TRUE(VérifierDriveUSB(app, L"F:"));
     EXPECT_FALSE(VérifierDriveUSB(app, L"C:"));
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
-    EXPECT_EQ(app.blnQuestionUSB, 0);
+    EXPECT_EQ(app.usbAnswer->blnQuestionUSB, 0);
 }
 
 TEST_F(UsbDetection, OldFamilyOfMajorVersion6IsOlder) {
-    machine.system.version = {1, 6, 0};
+    machine.operatingSystem.version = {1, 6, 0};
     EXPECT_FALSE(IsWinVista(app));
-    machine.system.version = {2, 6, 0};
+    machine.operatingSystem.version = {2, 6, 0};
     EXPECT_TRUE(IsWinVista(app));
 }
 
@@ -110,7 +112,7 @@ TEST_F(UsbDetection, WithoutMassStorageNothingIsAskedAndNothingIsUsb) {
     AddFixed(L"F:", 7);
     EXPECT_FALSE(VérifierDriveUSB(app, L"F:"));
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
-    EXPECT_EQ(app.blnQuestionUSB, 0);
+    EXPECT_EQ(app.usbAnswer->blnQuestionUSB, 0);
 }
 
 TEST_F(UsbDetection, ServiceNameIsComparedWithoutCase) {
@@ -133,7 +135,7 @@ TEST_F(UsbDetection, FrenchQuestionHasAnIconAndNoAsDefault) {
 }
 
 TEST_F(UsbDetection, EnglishQuestionHasNoIconAndYesAsDefault) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     VérifierDriveUSB(app, L"C:");
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     const auto& question = machine.messageBoxes.shown[0];
@@ -149,8 +151,8 @@ TEST_F(UsbDetection, QuestionIsAskedOncePerRun) {
     EXPECT_EQ(DetectExternalDisks(app).roots, (Roots{L"F:\\", L"G:\\"}));
     EXPECT_EQ(DetectExternalDisks(app).roots, (Roots{L"F:\\", L"G:\\"}));
     EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_EQ(app.blnQuestionUSB, 1);
-    EXPECT_EQ(app.intReponseUSB, 6);
+    EXPECT_EQ(app.usbAnswer->blnQuestionUSB, 1);
+    EXPECT_EQ(app.usbAnswer->intReponseUSB, 6);
 }
 
 TEST_F(UsbDetection, QuestionComesWithTheFirstDriveWhicheverItIs) {
@@ -172,8 +174,8 @@ TEST_F(UsbDetection, NoRemovesBothUsbMediaForTheRestOfTheRun) {
         EXPECT_TRUE(removable.roots.empty());
     }
     EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_EQ(app.blnQuestionUSB, 1);
-    EXPECT_EQ(app.intReponseUSB, 7);
+    EXPECT_EQ(app.usbAnswer->blnQuestionUSB, 1);
+    EXPECT_EQ(app.usbAnswer->intReponseUSB, 7);
 }
 
 TEST_F(UsbDetection, RemovableDisksAreNotPutThroughTheUsbTest) {

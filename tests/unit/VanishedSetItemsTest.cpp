@@ -1,4 +1,5 @@
 // What a predefined set brought may be gone from the disk by the time the set is unticked.
+#include "core/SpaceValues.h"
 #include "support/SelectionBench.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +20,7 @@ class VanishedSetItemsTest : public testing::Test, protected SelectionBench {
     void ExpectSetIsGone() {
         EXPECT_EQ(Rows(), Texts());
         EXPECT_EQ(Items(), Texts());
-        EXPECT_EQ(machine.app.requiredSpace, Currency());
+        EXPECT_EQ(machine.app.space->requiredSpace, Currency());
         EXPECT_EQ(host.events.back(), L"OnRefreshSpace");
     }
     void ExpectOneReport(const wchar_t* label) {

@@ -1,6 +1,7 @@
 #include "shell/WriterDetection.h"
 #include "resources/TextId.h"
 
+#include "core/WriterFlags.h"
 #include "support/FakeMachine.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +15,7 @@ class WriterDetection : public testing::Test {
         machine.discWriters.dvdDrives.push_back({L"VENDOR DVD (H:)", {}});
     }
     void AllowDvd(const std::wstring& value) {
-        machine.system.SetProfileString(L"c:\\Valcoreaux\\Backup\\Backup.ini", L"DVD", L"Disponible", value);
+        machine.settings.Set(L"c:\\Valcoreaux\\Backup\\Backup.ini", L"DVD", L"Disponible", value);
     }
     bool IsOffered(DiscFamily family) { return WriterProbe(app, family).Offer().isEnabled; }
 
@@ -53,15 +54,15 @@ TEST_F(WriterDetection, AWriterThatMayNotBeUsedIsNotSaidToBeMissing) {
 }
 
 TEST_F(WriterDetection, ClearsTheErrorFlagFirst) {
-    app.hasWriterError = true;
+    app.writerFlags->hasWriterError = true;
     EXPECT_TRUE(IsOffered(DiscFamily::Cd));
-    EXPECT_FALSE(app.hasWriterError);
+    EXPECT_FALSE(app.writerFlags->hasWriterError);
 }
 
 TEST_F(WriterDetection, ErrorWhileSettingUpMeansNoWriter) {
     WriterProbe probe(app, DiscFamily::Cd);
     machine.discWriters.Latest(DiscFamily::Cd)->RaiseError(-5, L"not ready");
-    EXPECT_TRUE(app.hasWriterError);
+    EXPECT_TRUE(app.writerFlags->hasWriterError);
     EXPECT_FALSE(probe.Offer().isEnabled);
 }
 
@@ -96,7 +97,7 @@ TEST_F(WriterDetection, DvdSwitchCountsInAnyCase) {
 }
 
 TEST_F(WriterDetection, DvdBeforeNt6NeedsNoSetting) {
-    machine.system.version = {2, 5, 2};
+    machine.operatingSystem.version = {2, 5, 2};
     EXPECT_TRUE(IsOffered(DiscFamily::Dvd));
 }
 
@@ -107,31 +108,31 @@ TEST_F(WriterDetection, DvdSwitchAloneMakesNoWriter) {
 }
 
 TEST_F(WriterDetection, WaitEndsWithTheNextWholeSecond) {
-    machine.system.secondsSinceMidnight = 100.3;
+    machine.clock.secondsSinceMidnight = 100.3;
     WaitForNextSecond(app, goesOn);
-    EXPECT_GE(machine.system.secondsSinceMidnight, 101.0);
-    EXPECT_LT(machine.system.secondsSinceMidnight, 101.05);
+    EXPECT_GE(machine.clock.secondsSinceMidnight, 101.0);
+    EXPECT_LT(machine.clock.secondsSinceMidnight, 101.05);
     EXPECT_GT(machine.messageLoop.runs, 10);
 }
 
 TEST_F(WriterDetection, WaitFromAWholeSecondTakesAWholeOne) {
-    machine.system.secondsSinceMidnight = 100.0;
+    machine.clock.secondsSinceMidnight = 100.0;
     WaitForNextSecond(app, goesOn);
-    EXPECT_GE(machine.system.secondsSinceMidnight, 101.0);
-    EXPECT_LT(machine.system.secondsSinceMidnight, 101.05);
+    EXPECT_GE(machine.clock.secondsSinceMidnight, 101.0);
+    EXPECT_LT(machine.clock.secondsSinceMidnight, 101.05);
 }
 
 TEST_F(WriterDetection, WaitEndsAtMidnight) {
-    machine.system.secondsSinceMidnight = 86399.5;
+    machine.clock.secondsSinceMidnight = 86399.5;
     machine.messageLoop.handler = [&] {
-        if (machine.system.secondsSinceMidnight >= 86399.99) machine.system.secondsSinceMidnight = 0.0;
+        if (machine.clock.secondsSinceMidnight >= 86399.99) machine.clock.secondsSinceMidnight = 0.0;
     };
     WaitForNextSecond(app, goesOn);
-    EXPECT_LT(machine.system.secondsSinceMidnight, 1.0);
+    EXPECT_LT(machine.clock.secondsSinceMidnight, 1.0);
 }
 
 TEST_F(WriterDetection, WaitEndsWhenTheProgramIsClosing) {
-    machine.system.secondsSinceMidnight = 100.0;
+    machine.clock.secondsSinceMidnight = 100.0;
     bool isEnding = false;
     machine.messageLoop.handler = [&] { isEnding = true; };
     WaitForNextSecond(app, [&] { return isEnding; });

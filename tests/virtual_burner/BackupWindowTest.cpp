@@ -1,6 +1,9 @@
 // The backup window with a disc writer that works: what it leaves behind, and whether it goes on answering.
 #include "BurnerBench.h"
 #include "backup/forms/frmBackup.h"
+#include "core/ArchiveValues.h"
+#include "core/StartUpValues.h"
+#include "core/UserValues.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "support/FakeMachine.h"
 #include "support/FakeMainWindow.h"
@@ -29,17 +32,17 @@ class BackupWindow : public testing::Test, protected FormDriver {
         stands_.files.AddFile(L"C:\\Valcoreaux\\Backup\\7Za.exe", "x");
         stands_.files.AddSizedFile(L"C:\\Data\\a.txt", 1000000);
         stands_.files.AddFolder(L"C:\\Temp");
-        stands_.system.SetEnvironment(L"Temp", L"C:\\Temp");
+        stands_.environment.Set(L"Temp", L"C:\\Temp");
         stands_.processes.effect = [this](const std::wstring& commandLine) {
             const bool isOuter = commandLine.find(L"OKRBACKUP.ZIP") != std::wstring::npos;
             stands_.files.AddSizedFile(isOuter ? L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP"
                                                : L"C:\\Valcoreaux\\Backup\\zip\\Zip0001.zip",
                                        900000);
         };
-        app_.strRepRacine = L"C:\\Valcoreaux";
-        app_.strProfilUtilisateur = stands_.system.profileFolder;
-        app_.strNomUtilisateur = L"agent";
-        app_.dblEspaceDisponible = 5e9;
+        app_.startUp->strRepRacine = L"C:\\Valcoreaux";
+        app_.user->strProfilUtilisateur = stands_.account.profileFolder;
+        app_.user->strNomUtilisateur = L"agent";
+        app_.startUp->dblEspaceDisponible = 5e9;
         // What the writer reads is really there.
         std::error_code ignored;
         std::filesystem::create_directories(L"C:\\Valcoreaux\\Backup\\zip", ignored);
@@ -50,7 +53,7 @@ class BackupWindow : public testing::Test, protected FormDriver {
 
     void Open() {
         form_ = std::make_unique<frmBackup>(app_, [this](ui::Form&) {
-            app_.backupPassword = L"Secret-1";
+            app_.archive->backupPassword = L"Secret-1";
             return true;
         });
         form_->SetMedia(Medium::Cd);
@@ -92,13 +95,19 @@ class BackupWindow : public testing::Test, protected FormDriver {
         CloseForGood();
     }
 
+    Machine Ports() {
+        Machine ports = stands_.Ports();
+        ports.messageLoop = loop_;
+        ports.discWriters = discWriters_;
+        return ports;
+    }
+
     BurnerBench bench_;
     WindowLoop loop_;
     FakeMachine stands_;
     ImapiDiscWriters discWriters_{loop_};
     FakeMainWindow mainWindow_;
-    Application app_{Machine{stands_.strings, stands_.drives, stands_.usb, stands_.files, stands_.processes,
-                             stands_.system, stands_.eventLog, stands_.messageBoxes, loop_, discWriters_}};
+    Application app_{Ports()};
     std::unique_ptr<frmBackup> form_;
 };
 

@@ -2,6 +2,10 @@
 
 #include "FormDriver.h"
 #include "backup/forms/frmBackup.h"
+#include "core/ArchiveValues.h"
+#include "core/LanguageValues.h"
+#include "core/StartUpValues.h"
+#include "core/UsbAnswer.h"
 #include "resources/TextId.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "shell/forms/FormMessageLoop.h"
@@ -24,16 +28,16 @@ class BackupWindowTest : public testing::Test, protected FormDriver {
     static constexpr std::uint64_t Megabyte = 1048576;
 
     BackupWindowTest() : machine(&messages) {
-        machine.app.dblEspaceDisponible = 5e9;
+        machine.app.startUp->dblEspaceDisponible = 5e9;
         machine.drives.Add(L"C:\\", DriveType::Fixed, L"", {5e9, 9e9});
         machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\7Za.exe", "x");
         machine.files.AddSizedFile(L"C:\\Data\\a.txt", 1000000);
         machine.files.AddSizedFile(L"C:\\Data\\b.txt", 2000000);
         machine.files.AddFolder(L"C:\\Temp");
-        machine.system.SetEnvironment(L"Temp", L"C:\\Temp");
+        machine.environment.Set(L"Temp", L"C:\\Temp");
         machine.processes.effect = [this](const std::wstring& commandLine) { Archive(commandLine); };
     }
-    ~BackupWindowTest() override { EXPECT_EQ(machine.system.awakeHolds, 0); }
+    ~BackupWindowTest() override { EXPECT_EQ(machine.power.awakeHolds, 0); }
 
     /// What the archiver leaves behind.
     void Archive(const std::wstring& commandLine) {
@@ -47,16 +51,16 @@ class BackupWindowTest : public testing::Test, protected FormDriver {
     }
 
     void SpeakEnglish() {
-        machine.app.lngLangue = 10000;
-        machine.system.decimalSeparator = L".";
+        machine.app.language->lngLangue = 10000;
+        machine.locale.decimalSeparator = L".";
     }
     void AddRemovable(const std::wstring& root) { machine.drives.Add(root, DriveType::Removable, L"", {1e9, 2e9}); }
     void AddExternal(const std::wstring& root) {
         machine.drives.Add(root, DriveType::Fixed, L"", {1e9, 2e9});
         machine.usb.busTypes[root.substr(0, 2)] = 7;
         machine.usb.serviceNames = {L"USBSTOR"};
-        machine.app.blnQuestionUSB = 1;
-        machine.app.intReponseUSB = box::AnswerYes;
+        machine.app.usbAnswer->blnQuestionUSB = 1;
+        machine.app.usbAnswer->intReponseUSB = box::AnswerYes;
     }
     void AddCdWriter(const FakeDisc& disc) { machine.discWriters.cdDrives.push_back({L"CD (G:)", disc}); }
     void AddDvdWriter(const FakeDisc& disc) { machine.discWriters.dvdDrives.push_back({L"DVD (H:)", disc}); }
@@ -64,7 +68,7 @@ class BackupWindowTest : public testing::Test, protected FormDriver {
     void Open(Medium medium, const std::wstring& drive = {}) {
         form = std::make_unique<frmBackup>(machine.app, [this](ui::Form&) {
             ++questions;
-            machine.app.backupPassword = L"Secret-1";
+            machine.app.archive->backupPassword = L"Secret-1";
             return givesPassword;
         });
         form->SetMedia(medium);

@@ -1,5 +1,6 @@
 #include "BackupWindowBench.h"
 #include "WaitFor.h"
+#include "core/SpaceValues.h"
 #include "resources/TextId.h"
 
 namespace {
@@ -48,7 +49,7 @@ TEST_F(BackupWindowTest, TheStatusBarShowsTheDiscAndTheTime) {
     EXPECT_EQ(PanelText(2), L"  0.000 Mo");
     EXPECT_EQ(PanelText(3), L" 4 482.000 Mo");
     EXPECT_EQ(PanelText(4), L"15:09");
-    machine.system.now.minute = 10;
+    machine.clock.now.minute = 10;
     EXPECT_TRUE(WaitFor([&] { return PanelText(4) == L"15:10"; })) << PanelText(4);
 }
 
@@ -111,7 +112,7 @@ TEST_F(BackupWindowTest, DisksShowTheirStateAndOfferWhatIsFree) {
     EXPECT_EQ(PanelText(1), L"Prêt");
     EXPECT_EQ(PanelText(2), L"  953,674 Megs");
     EXPECT_EQ(PanelText(3), L" 1 907,349 Megs");
-    EXPECT_EQ(machine.app.availableSpace, Currency::FromDouble(1e9));
+    EXPECT_EQ(machine.app.space->availableSpace, Currency::FromDouble(1e9));
     EXPECT_EQ(Text(IDC_lblEspaceRequis), L"Espace requis pour sauvegarde :   0,000 Megs");
     EXPECT_EQ(Text(IDC_lblEspaceDispo), L"Espace disponible sur médium :   953,674 Megs");
     EXPECT_EQ(Text(IDC_lblEspaceTravail), L"Espace disponible sur le poste :  4 768,372 Megs");
@@ -120,7 +121,7 @@ TEST_F(BackupWindowTest, DisksShowTheirStateAndOfferWhatIsFree) {
 TEST_F(BackupWindowTest, TheSizeOfTheSelectedDriveIsGivenInBytes) {
     OpenRemovable();
     EXPECT_EQ(form->GetEspaceTotalUSB(), L"2000 000 000");
-    EXPECT_EQ(machine.app.availableSpace, Currency::FromDouble(2e9));
+    EXPECT_EQ(machine.app.space->availableSpace, Currency::FromDouble(2e9));
 }
 
 TEST_F(BackupWindowTest, ChoosingARemovableDiskMovesTheCopyThere) {
@@ -130,7 +131,7 @@ TEST_F(BackupWindowTest, ChoosingARemovableDiskMovesTheCopyThere) {
     Open(Medium::RemovableDisk, L"E:\\");
     Choose(IDC_cmbGraveur, 1);
     EXPECT_EQ(form->Drive(), L"F:\\");
-    EXPECT_EQ(machine.app.availableSpace, Currency::FromDouble(5e8));
+    EXPECT_EQ(machine.app.space->availableSpace, Currency::FromDouble(5e8));
     EXPECT_EQ(Text(IDC_lblEspaceDispo), L"Espace disponible sur médium :   476,837 Megs");
 }
 
@@ -141,7 +142,7 @@ TEST_F(BackupWindowTest, ChoosingAnExternalDiskLeavesTheCopyWhereItWas) {
     Open(Medium::ExternalDisk, L"J:\\");
     Choose(IDC_cmbGraveur, 1);
     EXPECT_EQ(form->Drive(), L"J:\\");
-    EXPECT_EQ(machine.app.availableSpace, Currency::FromDouble(1e9));
+    EXPECT_EQ(machine.app.space->availableSpace, Currency::FromDouble(1e9));
 }
 
 TEST_F(BackupWindowTest, AnotherDiscInTheDriveIsReadAgain) {

@@ -18,7 +18,7 @@ TEST_F(BackupWindowTest, ABackupToARemovableDiskEndsTheProgram) {
     EXPECT_THAT(mainWindow.fullExits, ElementsAre(true));
     EXPECT_FALSE(form->IsLoaded());
     EXPECT_EQ(questions, 1);
-    EXPECT_EQ(machine.system.awakeHoldsTaken, 1);
+    EXPECT_EQ(machine.power.awakeHoldsTaken, 1);
 }
 
 TEST_F(BackupWindowTest, WhileTheArchiveIsBuiltOnlyStopCanBePressed) {

@@ -2,6 +2,9 @@
 #include "CaptionFit.h"
 #include "Footprint.h"
 #include "KeyboardReach.h"
+#include "core/LanguageValues.h"
+#include "core/SpaceValues.h"
+#include "core/StartUpValues.h"
 #include "resources/TextId.h"
 
 #include <map>
@@ -55,7 +58,7 @@ TEST_F(BackupWindowTest, TitleAndSettingsFrameNameEachMedium) {
 
 TEST_F(BackupWindowTest, NoCaptionIsCutAndNothingOverlapsInEitherLanguage) {
     for (const int language : {0, 10000}) {
-        machine.app.lngLangue = language;
+        machine.app.language->lngLangue = language;
         machine.discWriters.cdDrives.clear();
         OpenCd();
         EXPECT_THAT(ClippedCaptions(form->Handle()), IsEmpty()) << language;
@@ -92,7 +95,7 @@ TEST_F(BackupWindowTest, TheWindowIsSetUpOnItsFirstActivationOnly) {
 }
 
 TEST_F(BackupWindowTest, RequiredSpaceThatReachesTheWorkSpaceIsSaidAtEachActivation) {
-    machine.app.dblEspaceDisponible = 0;
+    machine.app.startUp->dblEspaceDisponible = 0;
     OpenRemovable();
     ExpectOnlyBox(Resource(TextId::BackupWorkSpaceTooSmall), L"Capacité maximale atteinte", box::Exclamation);
     form->Show();
@@ -106,12 +109,12 @@ TEST_F(BackupWindowTest, SelectingItemsMovesTheFigureAndTheStartButton) {
     OpenRemovable();
     EXPECT_FALSE(IsEnabled(IDC_cmdLancer));
     AddItems();
-    EXPECT_EQ(machine.app.requiredSpace, Currency::FromDouble(3150000));
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency::FromDouble(3150000));
     EXPECT_EQ(Text(IDC_lblEspaceRequis), L"Espace requis pour sauvegarde :   3,004 Megs");
     EXPECT_EQ(ColorOf(IDC_lblEspaceRequis), 0u);
     EXPECT_TRUE(IsEnabled(IDC_cmdLancer));
     SendMessageW(HostedAt(IDC_cmdEffacerTouteListe), BM_CLICK, 0, 0);
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
     EXPECT_FALSE(IsEnabled(IDC_cmdLancer));
 }
 
@@ -128,7 +131,7 @@ TEST_F(BackupWindowTest, RequiredSpaceThatReachesTheMediumTurnsRed) {
 TEST_F(BackupWindowTest, WorkSpaceThatIsReachedTurnsRedOnARemoval) {
     OpenRemovable();
     AddItems();
-    machine.app.dblEspaceDisponible = 1000;
+    machine.app.startUp->dblEspaceDisponible = 1000;
     SendMessageW(HostedAt(IDC_cmdEffacerFichierListe), BM_CLICK, 0, 0);
     EXPECT_EQ(ColorOf(IDC_lblEspaceTravail), 255u);
     ExpectOnlyBox(Resource(TextId::BackupWorkSpaceTooSmall), L"Capacité maximale atteinte", box::Exclamation);
@@ -141,7 +144,7 @@ TEST_F(BackupWindowTest, BackSetsTheRequiredSpaceToZeroAndReturns) {
     AddItems();
     Click(IDC_cmdPrecedent);
     EXPECT_FALSE(form->IsLoaded());
-    EXPECT_EQ(machine.app.requiredSpace, Currency());
+    EXPECT_EQ(machine.app.space->requiredSpace, Currency());
     EXPECT_THAT(mainWindow.fullExits, ElementsAre(false));
 }
 

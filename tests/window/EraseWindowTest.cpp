@@ -2,6 +2,8 @@
 #include "FormDriver.h"
 #include "KeyboardReach.h"
 #include "backup/DriveEntries.h"
+#include "core/LanguageValues.h"
+#include "core/WriterFlags.h"
 #include "discutil/DiscHost.h"
 #include "discutil/forms/frmEffacerCDRW.h"
 #include "resources/TextId.h"
@@ -49,7 +51,7 @@ class FakeDiscHost : public DiscHost, private DiscWriterEvents {
     void SetEffacementEnCour(bool value) override { isErasing = value; }
 
   private:
-    void ErrorEx(std::int32_t, const std::wstring&) override { machine_.app.hasWriterError = true; }
+    void ErrorEx(std::int32_t, const std::wstring&) override { machine_.app.writerFlags->hasWriterError = true; }
     void MediaChange() override {}
     void DiscReadAgain() override {}
     void WritersChange() override {}
@@ -109,7 +111,7 @@ class EraseWindowTest : public testing::Test, protected FormDriver {
 
 TEST_F(EraseWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
     for (const int language : {0, 10000}) {
-        machine.app.lngLangue = language;
+        machine.app.language->lngLangue = language;
         Open();
         EXPECT_EQ(form.Title(), machine.app.Text(TextId::EraseTitle));
         EXPECT_EQ(Text(IDC_cmdFermer), machine.app.Text(TextId::CloseCaption));
@@ -144,7 +146,7 @@ TEST_F(EraseWindowTest, AQuickEraseAsksNoQuestionAndEndsTheWindow) {
 }
 
 TEST_F(EraseWindowTest, AFullEraseAsksFirst) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open(Medium::Dvd);
     messages.play = [this] { Writer().PlayToEnd(); };
     Click(IDC_optEffacementComplet);
@@ -184,11 +186,11 @@ TEST_F(EraseWindowTest, ProgressFillsTheBarAndAtTheEndAllowsClosing) {
 
 TEST_F(EraseWindowTest, AWriterThatStopsAt99IsTakenAsFinished) {
     Open();
-    machine.system.now = {2026, 3, 14, 10, 20, 0};
+    machine.clock.now = {2026, 3, 14, 10, 20, 0};
     int runs = 0;
     messages.play = [&] {
         if (++runs == 1) Writer().RaiseProgress(DiscOperation::EraseInProgress, 99);
-        if (runs > 1 && runs <= 12) ++machine.system.now.second;
+        if (runs > 1 && runs <= 12) ++machine.clock.now.second;
         ASSERT_LT(runs, 100);
     };
     Click(IDC_cmdEffacerCD);
@@ -209,7 +211,7 @@ TEST_F(EraseWindowTest, AnErrorAtTheStartIsReportedOnceAndTheWaitCanBeLeft) {
     EXPECT_EQ(runs, 3);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     ExpectBox(0, TextId::EraseFailed, TextId::DiscErasing, box::Critical);
-    EXPECT_FALSE(machine.app.hasWriterError);
+    EXPECT_FALSE(machine.app.writerFlags->hasWriterError);
     EXPECT_FALSE(form.IsLoaded());
     EXPECT_FALSE(host.isErasing);
     EXPECT_EQ(host.refreshes, 1);
@@ -248,7 +250,7 @@ TEST_F(EraseWindowTest, AnErrorDuringTheEraseIsReportedToo) {
 
 TEST_F(EraseWindowTest, AnErrorThatWasShownBeforeDoesNotCountAgainstTheErase) {
     Open();
-    machine.app.hasWriterError = true;
+    machine.app.writerFlags->hasWriterError = true;
     messages.play = [this] { Writer().PlayToEnd(); };
     Click(IDC_cmdEffacerCD);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);

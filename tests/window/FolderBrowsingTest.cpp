@@ -27,7 +27,7 @@ TEST_F(FolderBrowsing, FolderThatCannotBeOpenedGivesTheHighlightBackToTheOpenOne
 }
 
 TEST_F(FolderBrowsing, WithoutAnOpenFolderNothingIsAdded) {
-    machine.system.SetEnvironment(L"UserProfile", L"C:\\Nobody");
+    machine.environment.Set(L"UserProfile", L"C:\\Nobody");
     Open();
     ASSERT_TRUE(Lines(IDC_dlbSelectRep).empty());
     Click(IDC_cmdAjouterRep);

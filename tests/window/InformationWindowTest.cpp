@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "FormDriver.h"
 #include "KeyboardReach.h"
+#include "core/LanguageValues.h"
 #include "discutil/DiscHost.h"
 #include "discutil/forms/frmInfoDisque.h"
 #include "resources/TextId.h"
@@ -80,7 +81,7 @@ TEST_F(InformationWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached
                                             {IDC_lblLabelStatut, TextId::DiscStatusCaption},
                                             {IDC_lblMoAGraver, TextId::SizeCaption}};
     for (const int language : {0, 10000}) {
-        machine.app.lngLangue = language;
+        machine.app.language->lngLangue = language;
         Open(Medium::Cd);
         EXPECT_EQ(form.Title(), machine.app.Text(TextId::DiscInformationTitle));
         for (const auto& [control, text] : captions) EXPECT_EQ(Text(control), machine.app.Text(text)) << control;
@@ -114,8 +115,8 @@ TEST_F(InformationWindowTest, AutoPlayStaysAwayFromDiscsOnly) {
 }
 
 TEST_F(InformationWindowTest, RefreshReadsAgain) {
-    machine.app.lngLangue = 10000;
-    machine.system.decimalSeparator = L".";
+    machine.app.language->lngLangue = 10000;
+    machine.locale.decimalSeparator = L".";
     Open(Medium::Dvd);
     Dvd().status = DiscStatus::Open;
     Dvd().usedBytes = 1000 * Megabyte;
@@ -152,7 +153,7 @@ TEST_F(InformationWindowTest, ADiskThatCannotBeReadStillShowsWhatIsKnownOfIt) {
 }
 
 TEST_F(InformationWindowTest, AnExternalDiskIsNamedSo) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open(Medium::ExternalDisk);
     ExpectShown(L"External disk", L"Disconnected", L"", L"Required :  1,000");
 }

@@ -37,7 +37,7 @@ class MainWindowTest : public testing::Test, protected FormDriver {
                                                  }}) {
         machine.drives.Add(L"C:\\", DriveType::Fixed, L"", {12345678, 2e9});
         machine.usb.busTypes[L"C:"] = 11;
-        machine.system.clockSpeed = 200;
+        machine.clock.speed = 200;
     }
 
     void Start() {
@@ -45,7 +45,7 @@ class MainWindowTest : public testing::Test, protected FormDriver {
         form.Show();
     }
     void StartInEnglish() {
-        machine.system.userLanguageName = L"English";
+        machine.locale.languageName = L"English";
         Start();
     }
     void AddRemovable(const wchar_t* root) { machine.drives.Add(root, DriveType::Removable); }
@@ -57,7 +57,7 @@ class MainWindowTest : public testing::Test, protected FormDriver {
     void AddCdWriter() { machine.discWriters.cdDrives.push_back({L"CD (G:)", {}}); }
     void AddDvdWriter() {
         machine.discWriters.dvdDrives.push_back({L"DVD (H:)", {}});
-        machine.system.SetProfileString(L"c:\\Valcoreaux\\Backup\\Backup.ini", L"DVD", L"Disponible", L"oui");
+        machine.settings.Set(L"c:\\Valcoreaux\\Backup\\Backup.ini", L"DVD", L"Disponible", L"oui");
     }
     void AddEverything() {
         AddCdWriter();

@@ -1,9 +1,10 @@
 #include "MainWindowBench.h"
+#include "core/StartUpValues.h"
 
 namespace {
 
 TEST_F(MainWindowTest, LanguageCodeThatIsNoNumberIsReportedAndStartUpGoesOnInFrench) {
-    machine.system.SetProfileString(L"C:\\Valcoreaux\\Accueil\\accueil.ini", L"ACCUEIL-DEFAULTS", L"Lang", L"français");
+    machine.settings.Set(L"C:\\Valcoreaux\\Accueil\\accueil.ini", L"ACCUEIL-DEFAULTS", L"Lang", L"français");
     StartInEnglish();
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
     EXPECT_TRUE(machine.messageBoxes.shown[0].text.starts_with(
@@ -27,7 +28,7 @@ TEST_F(MainWindowTest, AProgramDriveThatCannotBeMeasuredIsNoReasonForAMessage) {
     machine.drives.At(L"C:\\")->canRead = false;
     Start();
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
-    EXPECT_EQ(machine.app.dblEspaceDisponible, 0);
+    EXPECT_EQ(machine.app.startUp->dblEspaceDisponible, 0);
     EXPECT_FALSE(ui::IsHourglassShown());
     EXPECT_TRUE(IsEnabled(IDC_cmdBackup));
 }

@@ -116,7 +116,7 @@ TEST_F(MainWindowTest, DvdOnNt6StaysDisabledWithoutTheSettingsFile) {
 }
 
 TEST_F(MainWindowTest, DvdBeforeNt6IsOfferedWithoutTheSettingsFile) {
-    machine.system.version = {2, 5, 1};
+    machine.operatingSystem.version = {2, 5, 1};
     machine.discWriters.dvdDrives.push_back({L"DVD (H:)", {}});
     Start();
     EXPECT_TRUE(IsEnabled(IDC_optDVD));
@@ -173,7 +173,7 @@ TEST_F(MainWindowTest, FailedEnumerationOffersNoExternalDiskAndAsksNothing) {
 }
 
 TEST_F(MainWindowTest, BeforeNt6TheBusAloneDecidesOnExternalDisks) {
-    machine.system.version = {2, 5, 1};
+    machine.operatingSystem.version = {2, 5, 1};
     AddExternal(L"J:");
     machine.usb.serviceNames.clear();
     Start();

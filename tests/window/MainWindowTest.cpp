@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "KeyboardReach.h"
 #include "MainWindowBench.h"
+#include "core/StartUpValues.h"
 
 namespace {
 
@@ -93,11 +94,11 @@ TEST_F(MainWindowTest, StartUpTakesItsStepsInOrder) {
         EXPECT_TRUE(IsVisible(IDC_pgbInit));
         EXPECT_TRUE(ui::IsHourglassShown());
         EXPECT_EQ(Text(IDC_optCD), L"&CD-R/RW");
-        EXPECT_EQ(machine.app.strRepRacine, L"C:\\Valcoreaux");
+        EXPECT_EQ(machine.app.startUp->strRepRacine, L"C:\\Valcoreaux");
         for (const int id : {IDC_optBackup, IDC_optRestaure, IDC_cmdBackup, IDC_cmdSortie, IDC_cboDrive,
                              IDC_cboDisqueExterne, IDC_optDisqueAmovible, IDC_optDisqueExterne})
             EXPECT_FALSE(IsEnabled(id)) << id;
-        EXPECT_EQ(machine.app.dblEspaceDisponible, 0);
+        EXPECT_EQ(machine.app.startUp->dblEspaceDisponible, 0);
     };
     Start();
     EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
@@ -107,7 +108,7 @@ TEST_F(MainWindowTest, StartUpTakesItsStepsInOrder) {
     for (const int id : {IDC_optBackup, IDC_optRestaure, IDC_cmdBackup, IDC_cmdSortie, IDC_cmdAide})
         EXPECT_TRUE(IsEnabled(id)) << id;
     EXPECT_TRUE(IsChecked(IDC_optBackup));
-    EXPECT_EQ(machine.app.dblEspaceDisponible, 12345678);
+    EXPECT_EQ(machine.app.startUp->dblEspaceDisponible, 12345678);
     EXPECT_EQ(machine.drives.touched.size(), 52u);
 }
 

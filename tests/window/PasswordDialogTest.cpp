@@ -3,6 +3,8 @@
 #include "FormDriver.h"
 #include "KeyboardReach.h"
 #include "archive/forms/frmMotPasse.h"
+#include "core/ArchiveValues.h"
+#include "core/LanguageValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 #include "shell/forms/FormMessageLoop.h"
@@ -34,13 +36,13 @@ void CALLBACK CloseTheDialog(HWND, UINT, UINT_PTR, DWORD) {
 class PasswordDialog : public testing::Test, protected FormDriver {
   protected:
     void Open(PasswordMode mode) {
-        machine.app.passwordMode = mode;
+        form.Ask(mode);
         form.Create();
         form.Show();
         ui::RunPendingMessages();
     }
     void OpenInEnglish(PasswordMode mode) {
-        machine.app.lngLangue = 10000;
+        machine.app.language->lngLangue = 10000;
         Open(mode);
     }
 
@@ -108,7 +110,7 @@ TEST_F(PasswordDialog, EnglishCaptions) {
 TEST_F(PasswordDialog, EveryCaptionFitsInBothLanguagesAndModes) {
     for (const int language : {0, 10000}) {
         for (const PasswordMode mode : {PasswordMode::Creation, PasswordMode::Entry}) {
-            machine.app.lngLangue = language;
+            machine.app.language->lngLangue = language;
             Open(mode);
             EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>());
             EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
@@ -221,8 +223,7 @@ TEST_F(PasswordDialog, EnterInTheConfirmationAccepts) {
     Type(IDC_txtConfirmation, GoodPassword);
     Press(IDC_txtConfirmation, VK_RETURN);
     EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(machine.app.passwordResult, 1);
-    EXPECT_EQ(machine.app.backupPassword, GoodPassword);
+    EXPECT_EQ(form.Answer(), GoodPassword);
 }
 
 TEST_F(PasswordDialog, EnterInEntryModeAccepts) {
@@ -230,15 +231,14 @@ TEST_F(PasswordDialog, EnterInEntryModeAccepts) {
     Type(IDC_txtMotPasse, L"x");
     Press(IDC_txtMotPasse, VK_RETURN);
     EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(machine.app.backupPassword, L"x");
+    EXPECT_EQ(form.Answer(), L"x");
 }
 
 TEST_F(PasswordDialog, EscapeCancels) {
     Open(PasswordMode::Creation);
-    machine.app.passwordResult = 1;
     Press(IDC_txtMotPasse, VK_ESCAPE);
     EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(machine.app.passwordResult, 0);
+    EXPECT_FALSE(form.Answer().has_value());
 }
 
 TEST_F(PasswordDialog, CrossCancelsEvenRightAfterOk) {
@@ -248,8 +248,7 @@ TEST_F(PasswordDialog, CrossCancelsEvenRightAfterOk) {
     PostMessageW(form.Handle(), WM_CLOSE, 0, 0);
     Click(IDC_cmdOK);
     EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(machine.app.passwordResult, 0);
-    EXPECT_EQ(machine.app.backupPassword, L"");
+    EXPECT_FALSE(form.Answer().has_value());
 }
 
 TEST_F(PasswordDialog, StaysWhileAMessageIsOpenOverIt) {
@@ -277,7 +276,7 @@ TEST_F(PasswordDialog, WeakPasswordIsRefusedAndTheHelpOpens) {
     EXPECT_EQ(Text(IDC_txtConfirmation), L"");
     EXPECT_TRUE(IsVisible(IDC_cmdAideMin));
     EXPECT_TRUE(HasFocus(IDC_txtMotPasse));
-    EXPECT_EQ(machine.app.passwordResult, 0);
+    EXPECT_FALSE(form.Answer().has_value());
 }
 
 TEST_F(PasswordDialog, EmptyConfirmationIsRefusedAndAskedForAgain) {
@@ -290,7 +289,7 @@ TEST_F(PasswordDialog, EmptyConfirmationIsRefusedAndAskedForAgain) {
     EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Information);
     EXPECT_EQ(Text(IDC_txtMotPasse), GoodPassword);
     EXPECT_TRUE(HasFocus(IDC_txtConfirmation));
-    EXPECT_EQ(machine.app.passwordResult, 0);
+    EXPECT_FALSE(form.Answer().has_value());
     EXPECT_TRUE(form.IsLoaded());
 }
 
@@ -309,25 +308,22 @@ TEST_F(PasswordDialog, ConfirmationMayDifferByBlanksAroundAndThePasswordKeepsIts
     Type(IDC_txtConfirmation, L"Abcdefg1");
     Click(IDC_cmdOK);
     EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(machine.app.backupPassword, L" Abcdefg1  ");
+    EXPECT_EQ(form.Answer(), L" Abcdefg1  ");
 }
 
 TEST_F(PasswordDialog, EntryModeChecksNothing) {
     Open(PasswordMode::Entry);
     Click(IDC_cmdOK);
     EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(machine.app.passwordResult, 1);
-    EXPECT_EQ(machine.app.backupPassword, L"");
+    EXPECT_EQ(form.Answer(), L"");
 }
 
 TEST_F(PasswordDialog, AskingForgetsTheFormerPasswordAndSaysNoWhenCancelled) {
-    machine.app.backupPassword = L"former";
-    machine.app.passwordResult = 1;
+    machine.app.archive->backupPassword = L"former";
     const UINT_PTR closing = SetTimer(nullptr, 0, 20, CloseTheDialog);
     EXPECT_FALSE(modGestionMotPasse::DemanderMotPasse(machine.app, nullptr, PasswordMode::Entry));
     KillTimer(nullptr, closing);
-    EXPECT_EQ(machine.app.backupPassword, L"");
-    EXPECT_EQ(machine.app.passwordMode, PasswordMode::Entry);
+    EXPECT_EQ(machine.app.archive->backupPassword, L"");
 }
 
 TEST_F(PasswordDialog, LeavesNothingBehind) {

@@ -1,5 +1,7 @@
 // A medium that goes and comes back, and one that takes another's place, also while the password is asked for.
 #include "RestoreWindowBench.h"
+#include "core/ArchiveValues.h"
+#include "core/StartUpValues.h"
 #include "resources/TextId.h"
 
 namespace {
@@ -150,7 +152,7 @@ TEST_F(MediumComesAndGoes, AnotherMediumUnderThePasswordIsShownAndNotRestored) {
     Click(IDC_cmdLancerRestauration);
     ExpectNothingWasRun();
     EXPECT_EQ(Cell(0, 0), L"C:\\other.txt");
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(machine.power.awakeHolds, 0);
 }
 
 TEST_F(MediumComesAndGoes, AnotherMediumThatCameUnheardUnderThePasswordIsNotRestoredEither) {
@@ -225,9 +227,9 @@ TEST_F(MediumComesAndGoes, MediumThatWentUnheardBeforeTheLaunchAsksForNoPassword
 TEST_F(MediumComesAndGoes, WorkSpaceIsCheckedForTheArchiveThatWouldBeOpened) {
     AddThreeItems();
     OpenDriveE();
-    machine.app.dblEspaceDisponible = 10;
+    machine.app.startUp->dblEspaceDisponible = 10;
     // What another window measured last is of no account.
-    machine.app.archiveSizeBytes = 1;
+    machine.app.archive->archiveSizeBytes = 1;
     machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 10);
     Click(IDC_cmdLancerRestauration);
     ExpectNothingWasRun();

@@ -1,4 +1,5 @@
 #include "RestoreWindowBench.h"
+#include "core/StartUpValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 
@@ -6,7 +7,7 @@ namespace {
 
 TEST_F(RestoreWindow, TooLittleWorkSpaceStopsBeforeThePassword) {
     AddTwoItems();
-    machine.app.dblEspaceDisponible = 7;
+    machine.app.startUp->dblEspaceDisponible = 7;
     OpenFirstDrive();
     Click(IDC_cmdLancerRestauration);
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
@@ -19,7 +20,7 @@ TEST_F(RestoreWindow, TooLittleWorkSpaceStopsBeforeThePassword) {
 
 TEST_F(RestoreWindow, OneByteMoreOfWorkSpaceIsEnough) {
     AddTwoItems();
-    machine.app.dblEspaceDisponible = 8;
+    machine.app.startUp->dblEspaceDisponible = 8;
     OpenFirstDrive();
     Click(IDC_cmdLancerRestauration);
     EXPECT_EQ(dialogs.seen, 1u);
@@ -43,8 +44,8 @@ TEST_F(RestoreWindow, TickedItemsAreRestoredInOrderAndTheProgramEnds) {
     EXPECT_FALSE(form.IsLoaded());
     EXPECT_TRUE(mainWindow.FullExit());
     EXPECT_FALSE(machine.files.FolderExists(WorkFolder));
-    EXPECT_EQ(machine.system.awakeHoldsTaken, 1);
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(machine.power.awakeHoldsTaken, 1);
+    EXPECT_EQ(machine.power.awakeHolds, 0);
 }
 
 TEST_F(RestoreWindow, UntickedRowIsLeftAlone) {
@@ -109,7 +110,7 @@ TEST_F(RestoreWindow, CancelledPasswordLeavesTheWindowAsItWas) {
     EXPECT_TRUE(IsEnabled(IDC_cmdLancerRestauration));
     EXPECT_TRUE(machine.processes.commandLines.empty());
     EXPECT_FALSE(mainWindow.FullExit());
-    EXPECT_EQ(machine.system.awakeHolds, 0);
+    EXPECT_EQ(machine.power.awakeHolds, 0);
 }
 
 TEST_F(RestoreWindow, EveryOtherExitCodeCountsAsOpened) {

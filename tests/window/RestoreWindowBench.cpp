@@ -1,6 +1,7 @@
 #include "RestoreWindowBench.h"
 
 #include "archive/forms/frmMotPasse.h"
+#include "core/StartUpValues.h"
 
 #include <utility>
 
@@ -34,7 +35,7 @@ RestoreWindow::RestoreWindow() {
     machine.files.AddFolder(L"C:\\Valcoreaux\\Backup");
     machine.drives.Add(L"C:\\", DriveType::Fixed);
     machine.usb.busTypes[L"C:"] = 11;
-    machine.app.dblEspaceDisponible = 1e9;
+    machine.app.startUp->dblEspaceDisponible = 1e9;
     script = &dialogs;
     timer_ = SetTimer(nullptr, 0, 10, LookForDialog);
 }

@@ -1,5 +1,8 @@
 // What the restore window shows, at which size, and the labels under which its procedures report.
 #include "RestoreWindowBench.h"
+#include "core/LanguageValues.h"
+#include "core/StartUpValues.h"
+#include "core/UserValues.h"
 #include "resources/TextId.h"
 
 namespace {
@@ -40,7 +43,7 @@ TEST_F(RestoreWindowShown, PlaceholderRowsAreNotCutInEitherLanguage) {
     machine.drives.Add(L"D:\\", DriveType::CdRom).canRead = false;
     machine.drives.Add(L"E:\\", DriveType::Removable);
     for (const int language : {0, 10000}) {
-        machine.app.lngLangue = language;
+        machine.app.language->lngLangue = language;
         Open();
         for (const int drive : {0, 1}) {
             SelectDrive(drive);
@@ -114,7 +117,7 @@ TEST_F(RestoreWindowShown, WindowFitsTheScreensThatAgentsHave) {
 }
 
 TEST_F(RestoreWindowShown, MailStoreIsLookedForOnceTheMarkerWasReplaced) {
-    machine.app.strProfilUtilisateur = L"C:\\Users\\jean.pst";
+    machine.app.user->strProfilUtilisateur = L"C:\\Users\\jean.pst";
     AddBackup(L"E:\\", "**UserProfile**\\lettre.doc,32,Zip0001\r\nC:\\Data\\b.doc,32,Zip0002\r\n");
     OpenFirstDrive();
     EXPECT_EQ(Cell(0, 0), L"c:\\ValcoreauxTechno\\OutlookBK\\lettre.doc");
@@ -138,7 +141,7 @@ TEST_F(RestoreWindowShown, MenuAndItsCommandReadInBothLanguages) {
     EXPECT_EQ(MenuText(GetMenu(form.Handle())), L"&Rafraîchir");
     EXPECT_EQ(MenuText(GetSubMenu(GetMenu(form.Handle()), 0)), L"&Rafraîchir\tF5");
     form.Unload();
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open();
     EXPECT_EQ(MenuText(GetMenu(form.Handle())), L"&Refresh");
     EXPECT_EQ(MenuText(GetSubMenu(GetMenu(form.Handle()), 0)), L"&Refresh\tF5");
@@ -164,7 +167,7 @@ TEST_F(RestoreWindowShown, LaunchThatFailsIsReportedAndGivesTheWindowBack) {
     AddTwoItems();
     OpenFirstDrive();
     machine.strings.outOfMemoryAt = 168;
-    machine.app.dblEspaceDisponible = 1;
+    machine.app.startUp->dblEspaceDisponible = 1;
     Click(IDC_cmdLancerRestauration);
     ExpectOneReport(L"cmdLancerRestauration_Click");
     EXPECT_TRUE(IsEnabled(IDC_cmdLancerRestauration));

@@ -2,6 +2,8 @@
 #include "Footprint.h"
 #include "KeyboardReach.h"
 #include "RestoreWindowBench.h"
+#include "core/ArchiveValues.h"
+#include "core/LanguageValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 
@@ -20,7 +22,7 @@ TEST_F(RestoreWindow, FrenchCaptions) {
 }
 
 TEST_F(RestoreWindow, EnglishCaptions) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open();
     EXPECT_EQ(form.Title(), L"Restore of files");
     EXPECT_EQ(Text(IDC_cmdLancerRestauration), L"&Start the restore");
@@ -31,7 +33,7 @@ TEST_F(RestoreWindow, EnglishCaptions) {
 
 TEST_F(RestoreWindow, EveryCaptionFitsInBothLanguages) {
     for (const int language : {0, 10000}) {
-        machine.app.lngLangue = language;
+        machine.app.language->lngLangue = language;
         Open();
         EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>());
         EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
@@ -127,7 +129,7 @@ TEST_F(RestoreWindow, ChosenMediumIsListedAndTicked) {
     EXPECT_TRUE(IsTicked(1));
     for (const int id : {IDC_cmdLancerRestauration, IDC_cmdToutSelectionner, IDC_cmdToutDeselectionner})
         EXPECT_TRUE(IsEnabled(id)) << id;
-    EXPECT_EQ(machine.app.archiveSizeBytes, 7);
+    EXPECT_EQ(machine.app.archive->archiveSizeBytes, 7);
 }
 
 TEST_F(RestoreWindow, ClickWithoutASelectionTakesTheFirstDrive) {

@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "FormDriver.h"
 #include "HostForm.h"
+#include "core/LanguageValues.h"
 #include "selection/forms/ctlScan.h"
 #include "support/FakeMachine.h"
 
@@ -31,7 +32,7 @@ TEST_F(ScanControlTest, LabelReadsInFrench) {
 }
 
 TEST_F(ScanControlTest, LabelReadsInEnglish) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open();
     EXPECT_EQ(Text(IDC_lblScan), L"Scan of the IDE / SCSI / USB / IEEE1394 buses in progress");
     EXPECT_EQ(ClippedCaptions(scan.Handle()), std::vector<std::string>{});

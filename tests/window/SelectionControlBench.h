@@ -26,8 +26,8 @@ class SelectionControlTest : public testing::Test, protected FormDriver {
         machine.drives.Add(L"D:\\", DriveType::Fixed, L"Données");
         machine.drives.Add(L"F:\\", DriveType::CdRom, std::nullopt);
         machine.files.FailWith(L"F:\\", ErrorNumber::DiskNotReady);
-        machine.system.SetEnvironment(L"UserProfile", L"C:\\Users\\agent");
-        machine.system.SetEnvironment(L"Windir", L"C:\\windows");
+        machine.environment.Set(L"UserProfile", L"C:\\Users\\agent");
+        machine.environment.Set(L"Windir", L"C:\\windows");
         for (const wchar_t* name : {L"c.txt", L"a.txt", L"b.txt"})
             machine.files.AddSizedFile(std::wstring(L"C:\\Users\\agent\\Documents\\") + name, 100);
         machine.files.AddFolder(L"C:\\Users\\agent\\Documents\\Ventes");

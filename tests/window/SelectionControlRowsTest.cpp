@@ -1,4 +1,5 @@
 #include "SelectionControlBench.h"
+#include "core/LanguageValues.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ TEST_F(SelectionControlTest, AddsTheFolderAndMovesToTheOneAbove) {
 }
 
 TEST_F(SelectionControlTest, KindsReadInTheUsersLanguage) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open();
     Drop({L"D:\\Data", L"D:\\Data\\x.dat"});
     EXPECT_EQ(Rows(), (Texts{L"1|D:\\Data\\*.*|Directory|", L"2|D:\\Data\\x.dat|File|"}));

@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "KeyboardReach.h"
 #include "SelectionControlBench.h"
+#include "core/LanguageValues.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ TEST_F(SelectionControlTest, FrenchCaptions) {
 }
 
 TEST_F(SelectionControlTest, EnglishCaptions) {
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open();
     EXPECT_EQ(Text(IDC_frmFileView), L"Files and folders ");
     EXPECT_EQ(Text(IDC_cmdAjouterFichier), L"Add selected &files");
@@ -45,7 +46,7 @@ TEST_F(SelectionControlTest, EveryCaptionFitsInBothLanguages) {
     EXPECT_EQ(OverlappingControls(control->Handle()), std::vector<std::string>{});
     control.reset();
     parent.Unload();
-    machine.app.lngLangue = 10000;
+    machine.app.language->lngLangue = 10000;
     Open();
     EXPECT_EQ(ClippedCaptions(control->Handle()), std::vector<std::string>{});
 }
@@ -82,7 +83,7 @@ TEST_F(SelectionControlTest, StartsInTheUsersDocuments) {
 }
 
 TEST_F(SelectionControlTest, StaysOnTheProgramsDriveWithoutDocuments) {
-    machine.system.SetEnvironment(L"UserProfile", L"C:\\Nobody");
+    machine.environment.Set(L"UserProfile", L"C:\\Nobody");
     machine.files.AddFolder(L"C:\\Valcoreaux\\Backup");
     Open();
     EXPECT_EQ(Drive(), L"c: [Système]");
@@ -178,9 +179,9 @@ TEST_F(SelectionControlTest, ExplorerIsStartedFromTheWindowsFolder) {
 TEST_F(SelectionControlTest, SystemVersionSaysWhetherItIsVista) {
     Open();
     EXPECT_TRUE(control->IsWinVista());
-    machine.system.version = {2, 5, 2};
+    machine.operatingSystem.version = {2, 5, 2};
     EXPECT_FALSE(control->IsWinVista());
-    machine.system.version = {1, 6, 0};
+    machine.operatingSystem.version = {1, 6, 0};
     EXPECT_FALSE(control->IsWinVista());
 }
 

@@ -1,6 +1,8 @@
 #include "archive/forms/frmMotPasse.h"
 
 #include "archive/modGestionMotPasse.h"
+#include "core/ArchiveValues.h"
+#include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 
@@ -53,6 +55,17 @@ std::wstring WithoutBlanksAround(const std::wstring& text) {
 
 frmMotPasse::frmMotPasse(Application& app) : ApplicationForm(app, IDD_frmMotPasse, L"frmMotPasse") {}
 
+void frmMotPasse::Ask(PasswordMode mode) {
+    Forget();
+    mode_ = mode;
+    isAccepted_ = false;
+}
+
+void frmMotPasse::Forget() {
+    if (answer_) modGestionMotPasse::Forget(*answer_);
+    answer_.reset();
+}
+
 void frmMotPasse::OnLoad() {
     SetCancelButton(IDC_cmdCancel);
     SetFrame(IDC_frameAide, {IDC_lblTitreLabel, IDC_lblCritere, IDC_lblAlphaNum});
@@ -67,7 +80,7 @@ void frmMotPasse::OnLoad() {
 
 bool frmMotPasse::OnClosing() {
     // The cross may come between the check of a password and its keeping: nothing was accepted then.
-    app_.passwordResult = 0;
+    isAccepted_ = false;
     return true;
 }
 
@@ -142,28 +155,28 @@ void frmMotPasse::cmdOK_Click() {
     Guarded(L"cmdOK_Click, module frmMotPasse", [this] {
         if (IsCreation()) {
             CheckNewPassword();
-            app_.machine.messageLoop.RunPending();
+            app_.machine.messageLoop->RunPending();
             if (!IsLoaded()) return;
         } else {
-            app_.passwordResult = 1;
+            isAccepted_ = true;
         }
-        if (app_.passwordResult != 1) return;
-        app_.backupPassword = txtMotPasse.Text();
+        if (!isAccepted_) return;
+        answer_ = txtMotPasse.Text();
         Unload();
     });
 }
 
 void frmMotPasse::CheckNewPassword() {
     if (VerifierComplexiteMotPasse()) {
-        app_.passwordResult = 1;
+        isAccepted_ = true;
         if (!txtConfirmation.IsVisible() || IsConfirmed()) return;
-        app_.passwordResult = 0;
+        isAccepted_ = false;
         app_.ShowMessage(TextId::PasswordsDiffer, TextId::PasswordsDifferTitle, box::Information);
         txtConfirmation.SetText(L"");
         txtConfirmation.SetFocus();
         return;
     }
-    app_.passwordResult = 0;
+    isAccepted_ = false;
     app_.ShowMessage(TextId::PasswordRefused, TextId::PasswordRefusedTitle, box::Information);
     txtMotPasse.SetText(L"");
     txtConfirmation.SetText(L"");
@@ -174,7 +187,7 @@ void frmMotPasse::CheckNewPassword() {
 bool frmMotPasse::VerifierComplexiteMotPasse() {
     return Guarded(L"VerifierComplexiteMotPasse, module frmMotPasse", [this] {
         std::wstring password = txtMotPasse.Text();
-        const bool isComplex = modGestionMotPasse::VerifierComplexiteMotPasse(password, app_.accountName);
+        const bool isComplex = modGestionMotPasse::VerifierComplexiteMotPasse(password, app_.user->accountName);
         modGestionMotPasse::Forget(password);
         return isComplex;
     });
@@ -187,7 +200,7 @@ bool frmMotPasse::IsConfirmed() {
 
 void frmMotPasse::cmdCancel_Click() {
     Guarded(L"cmdCancel_Click, module frmMotPasse", [this] {
-        app_.passwordResult = 0;
+        isAccepted_ = false;
         Unload();
     });
 }
@@ -198,7 +211,7 @@ void frmMotPasse::txtMotPasse_KeyPress() {
             txtConfirmation.SetFocus();
         else
             cmdOK_Click();
-        app_.machine.messageLoop.RunPending();
+        app_.machine.messageLoop->RunPending();
     });
 }
 
@@ -238,10 +251,12 @@ void frmMotPasse::ShowHelp(bool isShown, int topTwips) {
 
 bool modGestionMotPasse::DemanderMotPasse(Application& app, ui::Form* owner, PasswordMode mode) {
     return Guarded(app, L"DemanderMotPasse, module modGestionMotPasse", [&] {
-        app.passwordResult = 0;
-        Forget(app.backupPassword);
-        app.passwordMode = mode;
-        frmMotPasse(app).ShowModal(owner);
-        return app.passwordResult > 0;
+        std::wstring& password = app.archive->backupPassword;
+        Forget(password);
+        frmMotPasse dialog(app);
+        dialog.Ask(mode);
+        dialog.ShowModal(owner);
+        if (dialog.Answer()) password = *dialog.Answer();
+        return dialog.Answer().has_value();
     });
 }

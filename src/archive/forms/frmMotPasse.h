@@ -3,11 +3,23 @@
 #include "archive/forms/frmMotPasseIds.h"
 #include "shell/forms/ApplicationForm.h"
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
+enum class PasswordMode : std::int16_t { Creation = 1, Entry = 2 };
+
 /// Asks for the backup password: twice and by the policy when a backup is made, once and unchecked when one is
 /// restored.
 class frmMotPasse final : public ApplicationForm {
   public:
     explicit frmMotPasse(Application& app);
+    ~frmMotPasse() override { Forget(); }
+
+    /// What the dialog is to ask when it is shown next; a former answer is forgotten.
+    void Ask(PasswordMode mode);
+    /// The password that was accepted; nothing when none was. It is overwritten with the dialog.
+    const std::optional<std::wstring>& Answer() const { return answer_; }
 
   protected:
     void OnLoad() override;
@@ -15,11 +27,12 @@ class frmMotPasse final : public ApplicationForm {
     void OnUnload() override;
 
   private:
+    void Forget();
     void Form_Load();
     void InitCaptionsMotPasse();
     void LayOutForCreation();
     void LayOutForEntry();
-    bool IsCreation() const { return app_.passwordMode == PasswordMode::Creation; }
+    bool IsCreation() const { return mode_ == PasswordMode::Creation; }
 
     void cmdOK_Click();
     void CheckNewPassword();
@@ -45,6 +58,11 @@ class frmMotPasse final : public ApplicationForm {
     ui::Label lblTitreLabel{*this, IDC_lblTitreLabel};
     ui::Label lblCritere{*this, IDC_lblCritere};
     ui::Label lblAlphaNum{*this, IDC_lblAlphaNum};
+
+    PasswordMode mode_ = PasswordMode::Creation;
+    /// What the last check said. It may change while messages run, before the password is kept.
+    bool isAccepted_ = false;
+    std::optional<std::wstring> answer_;
 };
 
 namespace modGestionMotPasse {

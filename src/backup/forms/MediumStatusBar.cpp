@@ -1,7 +1,7 @@
 #include "backup/forms/MediumStatusBar.h"
 
 #include "core/NumberFormat.h"
-#include "platform/System.h"
+#include "platform/Clock.h"
 #include "resources/TextId.h"
 
 #include <array>
@@ -29,7 +29,7 @@ void MediumStatusBar::ShowReport(const MediumReport& report) {
 }
 
 void MediumStatusBar::ShowTime(const Application& app) {
-    const LocalTime now = app.machine.system.Now();
+    const LocalTime now = app.machine.clock->Now();
     const std::wstring time = FormatNumber(now.hour, L"00", L"") + L":" + FormatNumber(now.minute, L"00", L"");
     const int panel = static_cast<int>(Panel::Time);
     // It comes each second: what stands there already is not painted again.

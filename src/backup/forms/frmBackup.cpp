@@ -3,9 +3,12 @@
 #include "backup/DriveEntries.h"
 #include "backup/VolumeLabel.h"
 #include "core/NumberFormat.h"
+#include "core/SpaceValues.h"
+#include "core/StartUpValues.h"
 #include "discutil/forms/frmEffacerCDRW.h"
 #include "discutil/forms/frmInfoDisque.h"
 #include "platform/Drives.h"
+#include "platform/Locale.h"
 #include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "shell/DiskDetection.h"
@@ -63,8 +66,8 @@ void frmBackup::OnLoad() {
     ConnectControls();
     clock_.Start(ClockMilliseconds);
     // Before the selection is loaded, because its predefined sets count at once.
-    app_.requiredSpace = {};
-    app_.availableSpace = {};
+    app_.space->requiredSpace = {};
+    app_.space->availableSpace = {};
     HostSelection();
 }
 
@@ -104,7 +107,7 @@ void frmBackup::OnUnload() {
     Guarded(L"Form_Unload, module frmBackupCD", [this] {
         // A writer that is still at work lets messages run until it has stopped, which takes a drive up to minutes.
         Enable(false);
-        app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+        app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
         discs_.ReleaseWriter();
         state_.awake.reset();
         eraseWindow_ = nullptr;
@@ -113,7 +116,7 @@ void frmBackup::OnUnload() {
     clock_.Stop();
     ctlScan_.Unload();
     ctlSelectionFichiers_.Unload();
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
 }
 
 void frmBackup::InitCaptions() {
@@ -126,7 +129,7 @@ void frmBackup::InitCaptions() {
 }
 
 void frmBackup::SetUp() {
-    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     InitCaptions();
     ShowTitle();
     stBarDataWriter.ShowTime(app_);
@@ -135,7 +138,7 @@ void frmBackup::SetUp() {
     } else {
         SetUpDisks();
     }
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
 }
 
 void frmBackup::ShowTitle() {
@@ -172,9 +175,9 @@ void frmBackup::SetUpDiscs() {
 void frmBackup::LoadSpeedCombo() {
     Guarded(L"ChargerComboVitesse, module frmBackupCD", [this] {
         ActiverControles(false);
-        app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+        app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
         lists_.FillSpeeds();
-        app_.machine.messageLoop.SetPointer(Pointer::Default);
+        app_.machine.messageLoop->SetPointer(Pointer::Default);
         ActiverControles(true);
     });
 }
@@ -229,10 +232,10 @@ void frmBackup::RemoveControls() {
 
 std::wstring frmBackup::GetEspaceTotalUSB() {
     return Guarded(L"GetEspaceTotalUSB, module frmBackupCD", [this] {
-        const double totalBytes = app_.machine.drives.Space(DrivePart(cmbGraveur.SelectedText())).totalBytes;
-        app_.availableSpace = Currency::FromDouble(totalBytes);
+        const double totalBytes = app_.machine.drives->Space(DrivePart(cmbGraveur.SelectedText())).totalBytes;
+        app_.space->availableSpace = Currency::FromDouble(totalBytes);
         return FormatNumber(std::nearbyint(totalBytes * 1000) / 1000, L"# ### ###",
-                            app_.machine.system.DecimalSeparator());
+                            app_.machine.locale->DecimalSeparator());
     });
 }
 
@@ -297,7 +300,7 @@ void frmBackup::cmdPrecedent_Click() {
     Guarded(L"cmdPrecedent_Click, module frmBackupCD", [this] {
         if (state_.phase.IsRunning()) return;
         parent_->SetFullExit(false);
-        app_.requiredSpace = {};
+        app_.space->requiredSpace = {};
         Unload();
     });
 }

@@ -11,6 +11,7 @@
 #include "backup/forms/SpaceLabel.h"
 #include "backup/forms/WriterLists.h"
 #include "backup/forms/frmBackupIds.h"
+#include "platform/Power.h"
 #include "resources/TextId.h"
 #include "selection/forms/ctlScan.h"
 #include "selection/forms/ctlSelectionFichiers.h"

@@ -2,6 +2,9 @@
 #include "backup/forms/frmBackup.h"
 
 #include "backup/StartCondition.h"
+#include "core/SpaceValues.h"
+#include "core/StartUpValues.h"
+#include "platform/Power.h"
 #include "resources/TextId.h"
 #include "shell/forms/RunHold.h"
 
@@ -15,11 +18,11 @@ void frmBackup::AfficherProgression(bool isBusy) {
     // The control that had the focus is hidden or disabled now: without one the keyboard would reach nothing. Of those
     // that can be used afterwards the list is the one that does no harm.
     if (IsActive()) isBusy ? progress_.cmdStopWrite.SetFocus() : ctlSelectionFichiers_.FocusList();
-    app_.machine.messageLoop.RunPending();
+    app_.machine.messageLoop->RunPending();
 }
 
 std::unique_ptr<Hold> frmBackup::HoldMachine() {
-    return std::make_unique<RunHold>(app_.machine.system.KeepAwake(), *this, Text(TextId::BackupRuns));
+    return std::make_unique<RunHold>(app_.machine.power->KeepAwake(), *this, Text(TextId::BackupRuns));
 }
 
 void frmBackup::ActiverControles(bool isEnabled) {
@@ -46,19 +49,19 @@ void frmBackup::AfficherEspaces() {
 
 void frmBackup::AfficherEspaceRequis() {
     Guarded(L"AfficherEspaceRequis, module frmBackupCD", [this] {
-        lblEspaceRequis.ShowBytes(app_, app_.requiredSpace.ToDouble());
+        lblEspaceRequis.ShowBytes(app_, app_.space->requiredSpace.ToDouble());
         lblEspaceRequis.SetRed(SpacesOf(app_).IsMediumFull());
         MajBoutonLancer();
     });
 }
 
 void frmBackup::AfficherEspaceDispo() {
-    lblEspaceDispo.ShowBytes(app_, app_.availableSpace.ToDouble());
+    lblEspaceDispo.ShowBytes(app_, app_.space->availableSpace.ToDouble());
 }
 
 void frmBackup::AfficherEspaceTravail() {
     Guarded(L"AfficherEspaceTravail, module frmBackupCD",
-            [this] { lblEspaceTravail.ShowBytes(app_, app_.dblEspaceDisponible); });
+            [this] { lblEspaceTravail.ShowBytes(app_, app_.startUp->dblEspaceDisponible); });
 }
 
 void frmBackup::ShowPanels(const MediumReport& report) {

@@ -1,9 +1,10 @@
 #include "discutil/forms/frmEffacerCDRW.h"
 
+#include "core/WriterFlags.h"
 #include "discutil/EraseWatchdog.h"
+#include "platform/Clock.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
-#include "platform/System.h"
 #include "resources/TextId.h"
 #include "ui/SessionEndHold.h"
 
@@ -103,16 +104,16 @@ bool frmEffacerCDRW::IsFullEraseConfirmed() {
 void frmEffacerCDRW::StartErase() {
     DiscWriter* writer = parent_->Writer();
     if (writer == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
-    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     // An error that was shown before does not count against the erase.
-    app_.hasWriterError = false;
+    app_.writerFlags->hasWriterError = false;
     writer->Erase(optEffacementRapide.IsChecked());
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
 }
 
 void frmEffacerCDRW::ReportWriterError() {
-    if (!app_.hasWriterError) return;
-    app_.hasWriterError = false;
+    if (!app_.writerFlags->hasWriterError) return;
+    app_.writerFlags->hasWriterError = false;
     hasFailed_ = true;
     app_.ShowMessage(TextId::EraseFailed, TextId::DiscErasing, box::Critical);
     if (IsLoaded()) cmdFermer.Enable(true);
@@ -122,11 +123,11 @@ void frmEffacerCDRW::ReportWriterError() {
 void frmEffacerCDRW::WaitForEnd() {
     EraseWatchdog watchdog;
     while (IsLoaded() && pgbEffacement.Value() < WholeBar) {
-        app_.machine.messageLoop.RunPending();
+        app_.machine.messageLoop->RunPending();
         ReportWriterError();
-        if (watchdog.IsStalled(static_cast<std::int16_t>(pgbEffacement.Value()), app_.machine.system.Now()))
+        if (watchdog.IsStalled(static_cast<std::int16_t>(pgbEffacement.Value()), app_.machine.clock->Now()))
             pgbEffacement.SetValue(WholeBar);
-        app_.machine.system.Sleep(PauseMilliseconds);
+        app_.machine.clock->Sleep(PauseMilliseconds);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/System.h"
+#include "platform/Power.h"
 
 /// Keeps the computer from going to sleep. It belongs to the thread that made it and must end on it.
 class AwakeHold final : public Hold {

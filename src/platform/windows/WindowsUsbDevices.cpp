@@ -70,7 +70,7 @@ std::unique_ptr<StorageDevice> WindowsUsbDevices::Open(const std::wstring& drive
     return std::make_unique<WindowsStorageDevice>(std::move(device));
 }
 
-std::vector<std::wstring> WindowsUsbDevices::ServiceNames() {
+std::vector<std::wstring> WindowsUsbDevices::ServiceNames() const {
     std::vector<std::wstring> names;
     const UniqueHandle<DeviceListTraits> devices(
         SetupDiGetClassDevsA(nullptr, nullptr, nullptr, DIGCF_PRESENT | DIGCF_ALLCLASSES));

@@ -5,5 +5,5 @@
 class WindowsUsbDevices : public UsbDevices {
   public:
     std::unique_ptr<StorageDevice> Open(const std::wstring& drive) override;
-    std::vector<std::wstring> ServiceNames() override;
+    std::vector<std::wstring> ServiceNames() const override;
 };

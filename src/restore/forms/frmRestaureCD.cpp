@@ -2,6 +2,8 @@
 
 #include "archive/MediumPair.h"
 #include "archive/WorkFolder.h"
+#include "core/ArchiveValues.h"
+#include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 #include "restore/DriveLines.h"
@@ -205,7 +207,7 @@ void frmRestaureCD::MAJListeFich() {
     ShowMedium(LookAtChosenMedium());
 }
 
-InsertedMedium frmRestaureCD::LookAtChosenMedium() const {
+InsertedMedium frmRestaureCD::LookAtChosenMedium() {
     const std::wstring root = SelectedRoot();
     FinishExchangeIfPossible(app_, root);
     return LookAtMedium(app_, root);
@@ -235,10 +237,10 @@ void frmRestaureCD::FillRows(const InsertedMedium& medium) {
         break;
     }
     if (medium.failure) throw *medium.failure;
-    app_.archiveSizeBytes = static_cast<std::int64_t>(medium.print.archiveSizeBytes);
+    app_.archive->archiveSizeBytes = static_cast<std::int64_t>(medium.print.archiveSizeBytes);
     std::vector<ControlFileRecord> records;
     try {
-        ReadControlFile(medium.controlFile, app_.strProfilUtilisateur, records);
+        ReadControlFile(medium.controlFile, app_.user->strProfilUtilisateur, records);
     } catch (const RuntimeError&) {
         // What is damaged is told when all is listed that can still be restored.
         rows_.Add(app_, std::move(records));

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/System.h"
 #include "restore/InsertedMedium.h"
 #include "restore/RestoreRows.h"
 #include "restore/TickMemory.h"
@@ -74,7 +73,7 @@ class frmRestaureCD final : public ApplicationForm {
     void RefreshLists();
     bool BringListsUpToDate();
     void FollowMedium(InsertedMedium medium);
-    InsertedMedium LookAtChosenMedium() const;
+    InsertedMedium LookAtChosenMedium();
     void ShowMedium(InsertedMedium medium);
     void FillRows(const InsertedMedium& medium);
     void ShowNoMedium();

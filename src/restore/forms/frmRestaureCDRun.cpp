@@ -5,8 +5,9 @@
 #include "archive/clsListe.h"
 #include "archive/forms/frmMotPasse.h"
 #include "archive/modGestionRestaure.h"
+#include "core/StartUpValues.h"
 #include "platform/MessageBoxes.h"
-#include "platform/System.h"
+#include "platform/Power.h"
 #include "resources/TextId.h"
 #include "ui/SessionEndHold.h"
 
@@ -17,11 +18,11 @@ void frmRestaureCD::cmdLancerRestauration_Click() {
         const InsertedMedium::Print medium = shownMedium_;
         chosenRoot_ = medium.root;
         if (!IsStillThere(medium)) return;
-        if (static_cast<double>(medium.archiveSizeBytes) >= app_.dblEspaceDisponible) {
+        if (static_cast<double>(medium.archiveSizeBytes) >= app_.startUp->dblEspaceDisponible) {
             app_.ShowMessage(TextId::RestoreWorkSpaceTooSmall, TextId::CapacityReachedTitle, box::Critical);
             return;
         }
-        const std::unique_ptr<Hold> awake = app_.machine.system.KeepAwake();
+        const std::unique_ptr<Hold> awake = app_.machine.power->KeepAwake();
         if (OpenArchive(medium)) Restore();
     });
     if (!IsLoaded() || !std::exchange(isRestoring_, false)) return;
@@ -83,7 +84,7 @@ void frmRestaureCD::CopierFichRepert(int index) {
         modGestionRestaure::UnZipIntermediaire(app_, ExtractionPath(record.restorePath), record.innerArchive);
         rows_.MarkRestored(index);
         lvFichiersRepertoires.RedrawRow(index);
-        app_.machine.messageLoop.RunPending();
+        app_.machine.messageLoop->RunPending();
     });
 }
 
@@ -92,6 +93,6 @@ void frmRestaureCD::BloquerBoutons(bool bEnable) {
         for (const int controlId : {IDC_cmdLancerRestauration, IDC_cmdFermer, IDC_cmdToutDeselectionner,
                                     IDC_cmdToutSelectionner, IDC_lvFichiersRepertoires, IDC_lstDrive})
             ui::Control(*this, controlId).Enable(bEnable);
-        app_.machine.messageLoop.RunPending();
+        app_.machine.messageLoop->RunPending();
     });
 }

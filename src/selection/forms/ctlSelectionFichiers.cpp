@@ -1,8 +1,9 @@
 #include "selection/forms/ctlSelectionFichiers.h"
 
+#include "platform/Environment.h"
 #include "platform/Files.h"
+#include "platform/OperatingSystem.h"
 #include "platform/Processes.h"
-#include "platform/System.h"
 #include "platform/Text.h"
 #include "resources/TextId.h"
 
@@ -32,7 +33,7 @@ constexpr int ScrollBarWidthTwips = 360;
 
 ctlSelectionFichiers::ctlSelectionFichiers(Application& app, SelectionEvents& host)
     : ApplicationForm(app, IDD_ctlSelectionFichiers, L"frmBackupCD"), host_(host), list_(NewList()),
-      browser_(app.machine.files) {}
+      browser_(*app.machine.files) {}
 
 std::unique_ptr<SelectionList> ctlSelectionFichiers::NewList() {
     SelectionView& view = *this;
@@ -108,7 +109,7 @@ void ctlSelectionFichiers::SetEnabled(bool isEnabled) {
 }
 
 bool ctlSelectionFichiers::IsWinVista() const {
-    return app_.machine.system.Version().IsVistaOrLater();
+    return app_.machine.operatingSystem->Version().IsVistaOrLater();
 }
 
 void ctlSelectionFichiers::dlbSelectLecteur_Change() {
@@ -136,7 +137,7 @@ void ctlSelectionFichiers::dlbSelectRep_Change() {
 
 void ctlSelectionFichiers::OpenStartFolder() {
     const auto start = StartFolder(app_);
-    if (start || app_.machine.files.FolderExists(app_.ProgramFolder()))
+    if (start || app_.machine.files->FolderExists(app_.ProgramFolder()))
         OpenFolder(start.value_or(app_.ProgramFolder()));
     ShowDrive();
 }
@@ -179,7 +180,7 @@ void ctlSelectionFichiers::RemoveSelectedRow() {
 
 void ctlSelectionFichiers::cmdOuvrirExplorer_Click() {
     Guarded(L"cmdOuvrirExplorer_Click, module frmBackupCD", [this] {
-        app_.machine.processes.Start(app_.machine.system.Environment(L"Windir").value_or(L"") + L"\\explorer.exe");
+        app_.machine.processes->Start(app_.machine.environment->Variable(L"Windir").value_or(L"") + L"\\explorer.exe");
     });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Currency.h"
 #include "selection/FolderBrowser.h"
 #include "selection/SelectionList.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"

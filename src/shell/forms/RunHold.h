@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/System.h"
+#include "platform/Power.h"
 #include "ui/SessionEndHold.h"
 
 #include <memory>

@@ -1,5 +1,7 @@
 #include "shell/forms/frmMain.h"
 
+#include "core/StartUpValues.h"
+#include "core/UsbAnswer.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
@@ -72,7 +74,7 @@ bool frmMain::OnClosing() {
 }
 
 void frmMain::OnUnload() {
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
 }
 
 void frmMain::Form_Load() {
@@ -80,18 +82,18 @@ void frmMain::Form_Load() {
     if (isComplete || !IsLoaded()) return;
     // A start-up that failed stays as far as it got; what is left to the user is to leave.
     cmdSortie.Enable(true);
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
 }
 
 /// True when every step was taken; false when the window was closed meanwhile.
 bool frmMain::LoadStepByStep() {
-    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     DisableChoices();
     pgbInit.SetRange(0, LoadingSteps);
     pgbInit.SetValue(0);
     pgbInit.Show(true);
-    app_.machine.messageLoop.RunPending();
-    app_.strRepRacine = ParentFolder(app_.ProgramFolder());
+    app_.machine.messageLoop->RunPending();
+    app_.startUp->strRepRacine = ParentFolder(app_.ProgramFolder());
 
     InitLangue();
     if (!Progress()) return false;
@@ -111,8 +113,8 @@ bool frmMain::LoadStepByStep() {
     optBackup.SetFocus();
     ShowMedia();
     SelectFirstMedium();
-    app_.dblEspaceDisponible = MeasureWorkDrive(app_);
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.startUp->dblEspaceDisponible = MeasureWorkDrive(app_);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
     return true;
 }
 
@@ -130,7 +132,7 @@ void frmMain::DisableChoices() {
 /// Shows that one more step is done. False when the window was closed.
 bool frmMain::Progress() {
     pgbInit.SetValue(pgbInit.Value() + 1);
-    app_.machine.messageLoop.RunPending();
+    app_.machine.messageLoop->RunPending();
     return IsLoaded();
 }
 
@@ -246,20 +248,20 @@ void frmMain::optBackup_Click() {
 }
 
 void frmMain::DetectAgain() {
-    const std::int16_t answerBefore = app_.intReponseUSB;
+    const std::int16_t answerBefore = app_.usbAnswer->intReponseUSB;
     for (const Medium medium : AllMedia) {
         Detect(medium);
         if (!IsLoaded()) return;
     }
     // The external disks, the last, bring the question; a "no" takes the removable ones away as well.
-    if (app_.intReponseUSB == box::AnswerNo && answerBefore != box::AnswerNo) Detect(Medium::RemovableDisk);
+    if (app_.usbAnswer->intReponseUSB == box::AnswerNo && answerBefore != box::AnswerNo) Detect(Medium::RemovableDisk);
 }
 
 void frmMain::optRestaure_Click() {
     Guarded(L"optRestaure_Click, module frmMain", [this] {
         if (!optRestaure.IsChecked()) return;
         // A click that waits for the detection was meant for a backup.
-        if (std::exchange(isBackupClickHeld_, false)) app_.machine.messageLoop.SetPointer(Pointer::Default);
+        if (std::exchange(isBackupClickHeld_, false)) app_.machine.messageLoop->SetPointer(Pointer::Default);
         MajTexteBouton();
         frmAction.SetWidth(ActionWidthForRestoreTwips);
         frmMedium.Show(false);
@@ -272,20 +274,20 @@ void frmMain::Medium_Click(const wchar_t* procedure) {
 
 void frmMain::cmdBackup_Click() {
     if (!IsLoaded() || isOpening_) return;
-    app_.machine.messageLoop.SetPointer(Pointer::Hourglass);
+    app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     // The detection lets messages run; it holds the writers, so the click waits for its end.
     isBackupClickHeld_ = isDetecting_;
     if (isDetecting_) return;
     isOpening_ = true;
     Guarded(L"cmdBackup_Click, module frmMain", [this] { OpenChosenWindow(); });
     isOpening_ = false;
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
     if (fullExit_) EndProgram();
 }
 
 void frmMain::OpenChosenWindow() {
     if (optBackup.IsChecked()) OpenBackup();
-    app_.machine.messageLoop.SetPointer(Pointer::Default);
+    app_.machine.messageLoop->SetPointer(Pointer::Default);
     if (optRestaure.IsChecked()) openers_.showRestore(*this);
 }
 

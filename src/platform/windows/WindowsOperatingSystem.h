@@ -1,0 +1,8 @@
+#pragma once
+
+#include "platform/OperatingSystem.h"
+
+class WindowsOperatingSystem : public OperatingSystem {
+  public:
+    OsVersion Version() const override;
+};

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "platform/Power.h"
+
+class WindowsPower : public Power {
+  public:
+    std::unique_ptr<Hold> KeepAwake() override;
+};
