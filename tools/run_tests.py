@@ -64,10 +64,10 @@ def filter_option(filters):
     return [f"--gtest_filter={google_filter(filters)}"] if filters else []
 
 
-def native_tests(filters):
-    report = Report("unit, native")
-    result = BUILD / "native" / "unit-report.json"
-    google_test(report, [BUILD / "native" / "bin" / "unit_tests", f"--gtest_output=json:{result}",
+def native_tests(filters, name="unit, native", program="unit_tests"):
+    report = Report(name)
+    result = BUILD / "native" / f"{program}-report.json"
+    google_test(report, [BUILD / "native" / "bin" / program, f"--gtest_output=json:{result}",
                          *filter_option(filters)], result, cwd=PROJECT)
     return report.close()
 
@@ -168,7 +168,8 @@ def parts(choice):
     filters = choice.filters
     if choice.layer == "unit":
         rules = [partial(python_tests, "source", PROJECT / "tests" / "source")]
-        return ([] if filters else rules) + [partial(native_tests, filters)]
+        return ([] if filters else rules) + [partial(native_tests, filters),
+                                             partial(native_tests, filters, "unit, low memory", "low_memory_tests")]
     if choice.layer == "windows-unit":
         return [partial(windows_tests, "unit, Windows", "unit_tests", filters, with_display=False)]
     if choice.layer == "window":

@@ -98,7 +98,7 @@ def needs(wanted):
 
     for choice in wanted:
         if choice.layer == "unit":
-            build("native", "unit_tests")
+            build("native", "low_memory_tests", "unit_tests")
         elif choice.layer == "windows-unit":
             build("windows", "unit_tests")
         elif choice.layer == "window":

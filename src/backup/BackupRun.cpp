@@ -25,17 +25,29 @@ BackupRun::BackupRun(Application& app, BackupState& state, BackupView& view, Bac
 void BackupRun::Launch() {
     if (!IsStepAllowed(state_.phase.Now(), RunPhase::Preparing) || discs_.IsBusy()) return;
     state_.phase.Enter(RunPhase::Preparing);
-    const bool isComplete = Guarded(app_, L"cmdLancer_Click, module frmBackupCD", [this] {
-        if (IsDisc(state_.miTypeMedia)) {
-            RunToDisc();
-        } else {
-            RunToDisk();
-        }
-        return true;
-    });
+    try {
+        const bool isComplete = Guarded(app_, L"cmdLancer_Click, module frmBackupCD", [this] {
+            if (IsDisc(state_.miTypeMedia)) {
+                RunToDisc();
+            } else {
+                RunToDisk();
+            }
+            return true;
+        });
+        if (!state_.phase.IsAt(RunPhase::Writing)) state_.awake.reset();
+        // A run that broke off leaves nothing behind that would take the window out of its busy mode.
+        if (!isComplete) ReturnToIdle();
+    } catch (...) {
+        // Not even the report could be made. A window that stays busy could not be closed.
+        LeaveRun();
+        ReturnToIdle();
+        throw;
+    }
+    LeaveRun();
+}
+
+void BackupRun::LeaveRun() {
     if (!state_.phase.IsAt(RunPhase::Writing)) state_.awake.reset();
-    // A run that broke off leaves nothing behind that would take the window out of its busy mode.
-    if (!isComplete) ReturnToIdle();
     if (state_.phase.IsRunning()) state_.phase.Enter(RunPhase::Idle);
 }
 

@@ -25,6 +25,7 @@ class BackupRun {
     void CopyToDisk();
     void EndCopy(bool isCopied);
     void StartWriting();
+    void LeaveRun();
     void ReturnToIdle();
 
     Application& app_;

@@ -2,15 +2,29 @@
 
 #include "platform/RuntimeError.h"
 
-#include <algorithm>
-#include <vector>
+#include <cstdint>
+#include <initializer_list>
 
 namespace {
 
 using enum RunPhase;
 
+/// Some phases. Takes no memory: a run that has met the end of it must still find out of its phase.
+class PhaseSet {
+  public:
+    constexpr PhaseSet(std::initializer_list<RunPhase> phases) {
+        for (const RunPhase phase : phases) bits_ |= Bit(phase);
+    }
+    constexpr bool Has(RunPhase phase) const { return (bits_ & Bit(phase)) != 0; }
+
+  private:
+    static constexpr std::uint32_t Bit(RunPhase phase) { return std::uint32_t{1} << static_cast<unsigned>(phase); }
+
+    std::uint32_t bits_ = 0;
+};
+
 /// What may follow a phase, closing apart.
-std::vector<RunPhase> NextOf(RunPhase phase) {
+PhaseSet NextOf(RunPhase phase) {
     switch (phase) {
     case Opening:
         return {Idle};
@@ -47,8 +61,7 @@ std::vector<RunPhase> NextOf(RunPhase phase) {
 
 bool IsStepAllowed(RunPhase from, RunPhase to) {
     if (to == Closed) return true;
-    const std::vector<RunPhase> next = NextOf(from);
-    return std::find(next.begin(), next.end(), to) != next.end();
+    return NextOf(from).Has(to);
 }
 
 bool IsOperationInProgress(RunPhase phase) {

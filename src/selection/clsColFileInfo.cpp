@@ -22,7 +22,13 @@ std::shared_ptr<clsFileInfo> clsColFileInfo::Add(const std::wstring& sKey, std::
         record->lngType = sType;
         record->strNom = sKey;
         records_.push_back(record);
-        if (!sKey.empty()) index_.emplace(HashOf(UpperCase(sKey)), record);
+        try {
+            if (!sKey.empty()) index_.emplace(HashOf(UpperCase(sKey)), record);
+        } catch (...) {
+            // A record without its key could be neither found nor removed.
+            records_.pop_back();
+            throw;
+        }
         return record;
     });
 }

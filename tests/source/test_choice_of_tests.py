@@ -34,8 +34,8 @@ class ChoiceTest(unittest.TestCase):
                 choices(words)
 
     def test_native_unit_tests_build_nothing_for_windows(self):
-        self.assertEqual(built("unit"), ["build native unit_tests"])
-        self.assertEqual(built("unit", "BackupRunTest.*"), ["build native unit_tests"])
+        self.assertEqual(built("unit"), ["build native low_memory_tests unit_tests"])
+        self.assertEqual(built("unit", "BackupRunTest.*"), ["build native low_memory_tests unit_tests"])
 
     def test_a_window_test_builds_the_program_that_has_it(self):
         self.assertEqual(window_programs(["RestoreWindow.*"]), ["window_tests"])

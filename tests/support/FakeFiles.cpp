@@ -48,9 +48,9 @@ void FakeFiles::AddFolder(const std::wstring& path) {
     while (!trimmed.empty() && trimmed.back() == L'\\') trimmed.pop_back();
     if (trimmed.empty()) return;
     AddFolder(FolderOf(trimmed));
-    Entry& entry = entries_[KeyOf(trimmed)];
-    if (entry.path.empty()) entry.path = trimmed;
-    entry.isFolder = true;
+    Entry entry;
+    entry.path = trimmed;
+    entries_.try_emplace(KeyOf(trimmed), std::move(entry)).first->second.isFolder = true;
 }
 
 void FakeFiles::AddFile(const std::wstring& path, std::string content) {
@@ -229,7 +229,7 @@ std::unique_ptr<OutputFile> FakeFiles::Create(const std::wstring& path) {
 }
 
 void FakeFiles::Copy(const std::wstring& source, const std::wstring& target) {
-    const Entry copied = FileAt(source);
+    Entry copied = FileAt(source);
     if (copied.isFolder) throw RuntimeError(ErrorNumber::PermissionDenied);
     CheckFailure(target);
     RequireFolderAbove(target);
@@ -238,9 +238,8 @@ void FakeFiles::Copy(const std::wstring& source, const std::wstring& target) {
     // The old file gives its space back only when the new one is whole.
     TakeSpace(target, 0, copied.sizeBytes);
     if (old) TakeSpace(target, old->sizeBytes, 0);
-    Entry& entry = entries_[KeyOf(target)];
-    entry = copied;
-    entry.path = target;
+    copied.path = target;
+    entries_.insert_or_assign(KeyOf(target), std::move(copied));
 }
 
 void FakeFiles::Flush(const std::wstring& path) {
@@ -254,8 +253,10 @@ void FakeFiles::Rename(const std::wstring& source, const std::wstring& target) {
     RequireFolderAbove(target);
     if (At(target)) throw RuntimeError(ErrorNumber::PathFileAccessError);
     renamed.path = target;
-    entries_.erase(KeyOf(source));
-    entries_[KeyOf(target)] = std::move(renamed);
+    // As on a disk, the file has one of its names at every instant.
+    const std::wstring oldKey = KeyOf(source);
+    entries_.insert_or_assign(KeyOf(target), std::move(renamed));
+    entries_.erase(oldKey);
 }
 
 void FakeFiles::RequireDeletable(const std::wstring& path) const {

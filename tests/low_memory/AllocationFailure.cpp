@@ -1,0 +1,68 @@
+#include "low_memory/AllocationFailure.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+bool isArmed = false;
+long allocations = 0;
+long first = 0;
+long last = 0;
+
+void* Allocate(std::size_t size) {
+    if (isArmed && ++allocations >= first && allocations <= last) throw std::bad_alloc();
+    void* memory = std::malloc(size != 0 ? size : 1);
+    if (memory == nullptr) throw std::bad_alloc();
+    return memory;
+}
+
+} // namespace
+
+AllocationFailure::AllocationFailure(long at, long count) {
+    allocations = 0;
+    first = at;
+    last = at + count - 1;
+    isArmed = true;
+}
+
+AllocationFailure::~AllocationFailure() {
+    isArmed = false;
+}
+
+bool AllocationFailure::HasHappened() const {
+    return allocations >= first;
+}
+
+OutsideTheProgram::OutsideTheProgram() : wasArmed_(isArmed) {
+    isArmed = false;
+}
+
+OutsideTheProgram::~OutsideTheProgram() {
+    isArmed = wasArmed_;
+}
+
+void* operator new(std::size_t size) {
+    return Allocate(size);
+}
+
+void* operator new[](std::size_t size) {
+    return Allocate(size);
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
