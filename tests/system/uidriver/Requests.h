@@ -19,6 +19,7 @@ void AddWindowRequests(RequestTable& table);
 void AddListRequests(RequestTable& table);
 void AddMessageBoxRequests(RequestTable& table);
 void AddDriveRequests(RequestTable& table);
+void AddFileRequests(RequestTable& table);
 
 /// The number in a field, decimal or 0x; throws RequestError for anything else or a missing field.
 std::int64_t NumberAt(const Row& fields, std::size_t index);

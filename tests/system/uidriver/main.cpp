@@ -53,6 +53,7 @@ int wmain() {
     uidriver::AddListRequests(table);
     uidriver::AddMessageBoxRequests(table);
     uidriver::AddDriveRequests(table);
+    uidriver::AddFileRequests(table);
     for (std::string line; std::getline(std::cin, line);) {
         std::cout << uidriver::Answer(table, line) << std::flush;
     }

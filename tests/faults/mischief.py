@@ -1,0 +1,139 @@
+"""What goes wrong on a workstation: the steps of which the faults are made."""
+
+import os
+import resource
+import shutil
+import signal
+import time
+from pathlib import Path
+
+from driver import Driver, NotSeen
+from workstation import BINARIES
+
+HITS_AT = 2048
+
+
+class Mischief:
+    """Steps for a scene that has `station`, `root`, `plan` and `program`."""
+
+    was_killed = False
+    _keeper = None
+
+    def rule(self, text=""):
+        """Puts a rule of the preloaded library in force; without one, none is. Gives nothing."""
+        data = (text or "-").encode()
+        # The first byte comes last: until then no rule is read.
+        self.plan[0:1] = b"-"
+        self.plan[1:HITS_AT] = data[1:] + bytes(HITS_AT - len(data))
+        self.plan[HITS_AT:HITS_AT + 8] = bytes(8)
+        self.plan[0:1] = data[:1]
+
+    def hits(self):
+        """How many calls have met the rule."""
+        return int.from_bytes(self.plan[HITS_AT:HITS_AT + 8], "little")
+
+    def fail_writes(self, part, error, after_bytes=0):
+        self.rule(f"write {error} 0 {after_bytes} {part}")
+
+    def fail_reads(self, part, error, after_bytes=0):
+        self.rule(f"read {error} 0 {after_bytes} {part}")
+
+    def slow(self, operation, part, milliseconds):
+        self.rule(f"{operation} 0 {milliseconds} 0 {part}")
+
+    def fill(self, folder, free_bytes):
+        """Fills a small file system so far that a file of so many bytes still fits, in whole pages."""
+        filler = folder / "remplissage.bin"
+        room = os.statvfs(folder).f_bavail * os.statvfs(folder).f_frsize
+        if room > free_bytes:
+            with open(filler, "wb") as file:
+                os.posix_fallocate(file.fileno(), 0, room - free_bytes)
+        self.fillers = [*getattr(self, "fillers", []), filler]
+
+    def pull_out(self):
+        self.station.pull_out("e")
+
+    def protect(self):
+        """The write-protect switch of the disk: no entry of its root can be made, renamed or deleted."""
+        self.root.chmod(0o555)
+        self.addCleanup(self.root.chmod, 0o755)
+
+    def hold_file(self, path):
+        """Another program has the file open and shares it with nobody, until this scene ends or lets go."""
+        if not self._keeper:
+            self._keeper = Driver(self.station)
+            self.addCleanup(self.let_go)
+        self._keeper.call("hold", self.station.windows_path(path))
+
+    def let_go(self):
+        if self._keeper:
+            self._keeper.stop()
+            self._keeper = None
+
+    def replace_archiver(self, word, number=0):
+        """From now on the archiver behaves as the word says; see archiver/FaultyArchiver.cpp."""
+        folder = self.program_folder()
+        if not (folder / "7Za.real.exe").exists():
+            (folder / "7Za.exe").rename(folder / "7Za.real.exe")
+            shutil.copy2(BINARIES / "faulty_archiver.exe", folder / "7Za.exe")
+        (folder / "7Za.fault").write_text(f"{word} {number}\n", encoding="ascii")
+
+    def give_archiver_back(self):
+        folder = self.program_folder()
+        for name in ("7Za.fault", "7Za.exe") if (folder / "7Za.real.exe").exists() else ():
+            (folder / name).unlink(missing_ok=True)
+        shutil.copy2(BINARIES / "7Za.exe", folder / "7Za.exe")
+        (folder / "7Za.real.exe").unlink(missing_ok=True)
+
+    def give_archiver_back_later(self):
+        """The next runs of the archiver work as they should; the one that runs now goes on as it is."""
+        (self.program_folder() / "7Za.fault").write_text("work 0\n", encoding="ascii")
+
+    def processes(self, *names):
+        """Process ids of the Windows programs of these names that run on this workstation."""
+        found = []
+        for process in Path("/proc").iterdir():
+            try:
+                if not process.name.isdigit() or self.prefix_mark() not in (process / "environ").read_bytes():
+                    continue
+                command = (process / "cmdline").read_bytes().split(b"\0")[0].decode(errors="replace")
+            except OSError:
+                continue
+            if command.replace("/", "\\").rsplit("\\", 1)[-1].lower() in names:
+                found.append(int(process.name))
+        return found
+
+    def prefix_mark(self):
+        return f"WINEPREFIX={self.station.prefix}\0".encode()
+
+    def kill_archiver(self, seconds=20):
+        """Ends the archiver as soon as one runs."""
+        self.wait_for(lambda: self.processes("7za.exe", "7za", "7za.real.exe"), "an archiver", seconds)
+        for process in self.processes("7za.exe", "7za", "7za.real.exe"):
+            _kill(process)
+
+    def kill_program(self):
+        """The program and its archiver end at once, as in a power cut."""
+        self.was_killed = True
+        for process in self.processes("backup.exe", "7za.exe", "7za", "7za.real.exe"):
+            _kill(process)
+
+    def limit(self, kind, number):
+        """Sets a limit of the running program, of the kinds of the module resource."""
+        for process in self.processes("backup.exe"):
+            resource.prlimit(process, kind, (number, number))
+
+    def wait_for(self, condition, description, seconds=60):
+        deadline = time.monotonic() + seconds
+        while not (value := condition()):
+            if time.monotonic() > deadline:
+                raise NotSeen(f"waited {seconds} s for {description}")
+            time.sleep(0.002)
+        return value
+
+
+def _kill(process):
+    try:
+        os.kill(process, signal.SIGKILL)
+    except ProcessLookupError:
+        pass
