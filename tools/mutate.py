@@ -54,8 +54,11 @@ class Mutant:
         return f"{self.file}:{number}: {self.mutation.kind}\n    - {before}\n    + {after}"
 
     def is_listed(self, entry):
-        _, before, after = self.mutation.lines(self.source)
-        return (entry["file"], entry["line"], entry["becomes"]) == (self.file, before, after)
+        """Whether an entry means this mutant; where the line stands more than once, it names the one before it."""
+        number, before, after = self.mutation.lines(self.source)
+        above = self.source.split("\n")[number - 2].strip() if number > 1 else ""
+        return (entry["file"], entry["line"], entry["becomes"]) == (self.file, before, after) and \
+            entry.get("below", above) == above
 
 
 def room_of(file):

@@ -130,7 +130,7 @@ class Reader:
             value = int(whole[1].replace("'", ""), 0 if whole[1][:2] in ("0x", "0X") else 10)
             self._add("constant", token.start, token.end, f"{0 if value == 1 else value + 1}{whole[2]}")
         elif re.fullmatch(r"[\d.]+", token.text):
-            self._add("constant", token.start, token.end, str(float(token.text) + 1))
+            self._add("constant", token.start, token.end, str(2 * float(token.text) + 1))
 
     def _swap_branches(self, question):
         """Of a ? b : c."""

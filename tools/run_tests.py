@@ -139,17 +139,30 @@ def python_tests(name, folder, filters=()):
 
 
 def fuzz_tests(choice):
-    """A run of each fuzzer, or of those named, for some seconds."""
+    """A run of each fuzzer, or of those named, for some seconds or for so many inputs."""
     report = Report("fuzz")
+    inputs = choice.inputs()
+    limits = [f"-max_total_time={choice.seconds()}"] if inputs is None else [f"-runs={inputs}", "-print_coverage=1"]
     targets = [target for target in sorted((BUILD / "fuzz" / "bin").glob("*Fuzzer"))
                if not choice.names() or target.name in choice.names()]
     with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
-        for name, code, text in pool.map(run_fuzzer, targets, [choice.seconds()] * len(targets)):
+        for name, code, text in pool.map(run_fuzzer, targets, [limits] * len(targets)):
             report.count("failed" if code else "passed", f"{name} ended with {code}", text)
+            if inputs is not None:
+                print(f"{name}: {reached(text)}")
     return report.close()
 
 
-def run_fuzzer(target, seconds):
+def reached(said):
+    """How many inputs a fuzzer tried and what they reached, by its own last words."""
+    found = re.findall(r"^#(\d+)\s+DONE\s+cov: (\d+) ft: (\d+) corp: (\d+)", said, re.MULTILINE)
+    functions = len(re.findall(r"^COVERED_FUNC", said, re.MULTILINE))
+    missed = len(re.findall(r"^UNCOVERED_FUNC: .* (?:/|\.\./)\S*src/", said, re.MULTILINE))
+    return "{} inputs, {} edges, {} features, corpus {}".format(*found[-1]) + \
+        f", {functions} functions reached, {missed} of src not" if found else "no end"
+
+
+def run_fuzzer(target, limits):
     """Starts from the inputs that once broke the reader and from what earlier runs found."""
     kept = PROJECT / "tests" / "fuzz" / "corpus" / target.name
     found = BUILD / "fuzz" / "corpus" / target.name
@@ -157,10 +170,11 @@ def run_fuzzer(target, seconds):
     log = LOGS / f"{target.name}.log"
     corpora = [str(folder) for folder in (found, kept) if folder.is_dir()]
     with open(log, "wb") as output:
-        code = subprocess.run([target, f"-max_total_time={seconds}", "-timeout=10", "-print_final_stats=1",
+        code = subprocess.run([target, *limits, "-timeout=10", "-print_final_stats=1",
                                f"-artifact_prefix={BUILD / 'fuzz'}/{target.name}-", *corpora],
                               stdout=output, stderr=subprocess.STDOUT, check=False).returncode
-    return target.name, code, log.read_text(encoding="utf-8", errors="replace")[-3000:]
+    said = log.read_text(encoding="utf-8", errors="replace")
+    return target.name, code, said if "-print_coverage=1" in limits else said[-3000:]
 
 
 def parts(choice):

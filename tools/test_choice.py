@@ -12,7 +12,8 @@ DEFAULT_LAYERS = LAYERS[:-1]
 # The two programs of the layer "window", each with the folder of its tests.
 WINDOW_PROGRAMS = {"window_tests": PROJECT / "tests" / "window", "disc_tests": PROJECT / "tests" / "virtual_burner"}
 SYSTEM_TARGETS = ("Backup", "BackupCheck", "uidriver", "disc_console", "VirtualBurner", "faulty_archiver")
-DEFAULT_FUZZ_SECONDS = 8
+DEFAULT_FUZZ_SECONDS = 5
+INPUTS = "inputs"
 
 USAGE = """usage: ./test [LAYER [WHAT...]]...
   ./test                                 every layer but lint
@@ -22,6 +23,7 @@ USAGE = """usage: ./test [LAYER [WHAT...]]...
   ./test window RestoreWindow.Escape*    one test of a window, under Wine
   ./test system test_main_job            system tests by module, class or test
   ./test fuzz ControlFileFuzzer 30       one fuzzer for 30 seconds
+  ./test fuzz 10000000 inputs            every fuzzer for so many inputs, and what of the code they reached
   ./test lint src/backup/BackupRun.cpp   clang-tidy over one file
 Without WHAT, a layer runs whole; unit begins with the rules that every source keeps to."""
 
@@ -36,12 +38,19 @@ class Choice:
     layer: str
     filters: list = field(default_factory=list)
 
-    def seconds(self):
+    def _number(self):
         numbers = [int(word) for word in self.filters if word.isdigit()]
-        return numbers[-1] if numbers else DEFAULT_FUZZ_SECONDS
+        return numbers[-1] if numbers else None
+
+    def inputs(self):
+        """How many inputs each fuzzer is to try; nothing when it runs for a time."""
+        return self._number() if INPUTS in self.filters else None
+
+    def seconds(self):
+        return self._number() or DEFAULT_FUZZ_SECONDS
 
     def names(self):
-        return [word for word in self.filters if not word.isdigit()]
+        return [word for word in self.filters if not word.isdigit() and word != INPUTS]
 
 
 def choices(words):

@@ -108,6 +108,7 @@ void BackupRun::RunToDisc() {
     if (!PreparerArchive() || state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     app_.machine.messageLoop->RunPending();
+    if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     view_.AfficherProgression(true);
     if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     if (!discs_.IsDiscAccepted()) {

@@ -6,7 +6,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent.parent / "tools"))
 
-from test_choice import DEFAULT_LAYERS, Usage, choices, google_filter, matches, needs, window_programs  # noqa: E402
+from test_choice import DEFAULT_FUZZ_SECONDS, DEFAULT_LAYERS, Usage, choices, google_filter, matches, needs, window_programs  # noqa: E402
 
 
 def built(*words):
@@ -27,6 +27,11 @@ class ChoiceTest(unittest.TestCase):
         unit, fuzz = choices(["unit", "BackupRunTest.*", "fuzz", "ControlFileFuzzer", "30"])
         self.assertEqual(unit.filters, ["BackupRunTest.*"])
         self.assertEqual((fuzz.names(), fuzz.seconds()), (["ControlFileFuzzer"], 30))
+
+    def test_fuzzers_run_for_a_time_or_for_so_many_inputs(self):
+        named, counted = choices(["fuzz", "ControlFileFuzzer"])[0], choices(["fuzz", "10000000", "inputs"])[0]
+        self.assertEqual((named.inputs(), named.seconds()), (None, DEFAULT_FUZZ_SECONDS))
+        self.assertEqual((counted.inputs(), counted.names()), (10000000, []))
 
     def test_a_word_before_any_layer_or_an_option_is_refused(self):
         for words in (["BackupRunTest.*"], ["unit", "all", "-v"], ["unit", "--gtest_filter=x"], ["-v"]):
