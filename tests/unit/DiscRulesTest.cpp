@@ -229,6 +229,22 @@ TEST(DiscSpeeds, ADriveThatNamesNoneHasTheCustomaryOnes) {
     EXPECT_EQ(DiscSpeeds(DiscFamily::Cd, {0}).Fastest(), 52);
 }
 
+TEST(DiscSpeeds, TheCustomaryOnesAreThoseOnDrivesAndDiscs) {
+    for (const double speed : {1, 2, 4, 8, 10, 12, 16, 20, 24, 32, 40, 48, 52})
+        EXPECT_EQ(DiscSpeeds(DiscFamily::Cd).Nearest(speed), speed);
+    for (const double speed : {1.0, 2.0, 2.4, 4.0, 6.0, 8.0, 12.0, 16.0, 18.0, 20.0})
+        EXPECT_EQ(DiscSpeeds(DiscFamily::Dvd).Nearest(speed), speed);
+}
+
+TEST(DiscLabel, LettersLoseTheirAccentsAndSignsOfNamesStay) {
+    EXPECT_EQ(AcceptableDiscLabel(L"\u00C0\u00D6\u00D8\u00DD"), L"AOOY");
+    EXPECT_EQ(AcceptableDiscLabel(L"\u00E0\u00F6\u00F8\u00FF"), L"aooy");
+    EXPECT_EQ(AcceptableDiscLabel(L"\u0152\u0153"), L"Oo");
+    EXPECT_EQ(AcceptableDiscLabel(L"AZaz09._"), L"AZaz09._");
+    EXPECT_EQ(AcceptableDiscLabel(L"a@b[c`d{e/f:g"), L"a_b_c_d_e_f_g");
+    EXPECT_EQ(AcceptableDiscLabel(L"a\u00D7b\u00BFc\u0100"), L"a_b_c");
+}
+
 TEST(DiscLabel, DefaultDatesBecomeAcceptable) {
     EXPECT_EQ(AcceptableDiscLabel(L"21 nov., 2026"), L"21_nov._2026");
     EXPECT_EQ(AcceptableDiscLabel(L"Nov 21, 2026"), L"Nov_21_2026");

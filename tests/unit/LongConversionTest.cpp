@@ -57,6 +57,13 @@ TEST(LongConversion, DigitsMayBeGrouped) {
     EXPECT_EQ(FailureOf(L",5"), 13);
 }
 
+TEST(LongConversion, HexadecimalDigitsGoFromZeroToFInBothCases) {
+    EXPECT_EQ(ToLong(L"&H0a", L"."), 10);
+    EXPECT_EQ(ToLong(L"&haF9", L"."), 0xAF9);
+    EXPECT_EQ(ToLong(L"&HAf", L"."), 0xAF);
+    for (const wchar_t* text : {L"&Hg", L"&HG", L"&H`", L"&H@", L"&H:", L"&H/"}) EXPECT_EQ(FailureOf(text), 13);
+}
+
 TEST(LongConversion, ExponentScales) {
     EXPECT_EQ(ToLong(L"2.0001E4", L"."), 20001);
     EXPECT_EQ(ToLong(L"1e-2", L"."), 0);

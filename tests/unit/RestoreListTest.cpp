@@ -158,6 +158,17 @@ TEST(RestoreRows, LastTickTakenAwayLeavesNone) {
     EXPECT_FALSE(rows.IsAnyTicked());
 }
 
+TEST(RestoreRows, RowThatNoBackupWritesCountsOnlyWhileItIsTicked) {
+    FakeMachine machine;
+    RestoreRows rows;
+    rows.Add(machine.app, {{L"C:\\a", L"32", L"Zip0001"}, {L"C:\\..\\b", L"32", L"Zip0002", false}});
+    EXPECT_FALSE(rows.IsAnyTickedUnfit());
+    rows.Toggle(0);
+    EXPECT_FALSE(rows.IsAnyTickedUnfit());
+    rows.Toggle(1);
+    EXPECT_TRUE(rows.IsAnyTickedUnfit());
+}
+
 TEST(RestoreRows, NoBackupIsSaidTwiceAndCannotBeTicked) {
     RestoreRows rows;
     rows.ShowNoBackup(L"rien");
