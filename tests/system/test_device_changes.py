@@ -18,6 +18,7 @@ class DeviceChangeTest(SystemTest):
         root = self.disk(letter, label=label)
         (root / LIST_NAME).write_bytes("".join(line + "\r\n" for line in lines).encode("cp1252"))
         (root / ARCHIVE_NAME).write_bytes(b"archive")
+        return root
 
     def open_window(self, program):
         main = program.main_window()
@@ -105,6 +106,48 @@ class DeviceChangeTest(SystemTest):
         self.wait_rows(restore, 2)
         self.assertFalse(restore.control("cmdLancerRestauration").enabled)
         self.assertIsNone(program.find_message_box())
+        self.assert_usable_to_the_end(program, restore)
+
+    def test_another_medium_that_comes_while_the_password_is_asked_for_is_shown_and_not_restored(self):
+        root = self.medium("e", [r"C:\Donnees\a.txt,32,Zip0001"], "PREMIER")
+        program = self.start()
+        restore = self.open_restore(program)
+        self.wait_rows(restore, 1)
+        restore.press("cmdLancerRestauration")
+        program.window("frmMotPasse")
+        self.go(program, restore, "e")
+        (root / LIST_NAME).write_bytes(b"C:\\Donnees\\b.txt,32,Zip0001\r\nC:\\Donnees\\c.txt,32,Zip0002\r\n")
+        self.come(program, restore, "e")
+        self.give_password(program)
+        restore = program.window("frmRestaureCD")
+        restore.wait_enabled("lstDrive")
+        self.wait_rows(restore, 2)
+        self.assertEqual([row.texts[0] for row in restore.rows("lvFichiersRepertoires")],
+                         [r"C:\Donnees\b.txt", r"C:\Donnees\c.txt"])
+        self.assertIsNone(program.find_message_box())
+        self.assertFalse(self.station.path(r"C:\Donnees").exists())
+        self.assert_usable_to_the_end(program, restore)
+
+    def test_a_disk_that_blinks_while_the_password_is_asked_for_is_restored_with_its_ticks(self):
+        self.disk("e", label="CLIGNOTE")
+        paths = [self.document(f"f{number}.txt", b"sauvegarde") for number in range(2)]
+        self.back_up(*paths)
+        for path in paths:
+            self.station.path(path).write_bytes(b"plus recent")
+        program = self.start()
+        restore = self.open_restore(program)
+        self.wait_rows(restore, 2)
+        self.untick_first(restore)
+        restore.press("cmdLancerRestauration")
+        program.window("frmMotPasse")
+        self.go(program, restore, "e")
+        self.come(program, restore, "e")
+        self.give_password(program)
+        program.answer(IDOK, 60)
+        self.assertEqual(program.wait_exit(), 0)
+        self.assertEqual([self.station.path(path).read_bytes() for path in paths], [b"plus recent", b"sauvegarde"])
+
+    def assert_usable_to_the_end(self, program, restore):
         restore.press("cmdFermer")
         program.main_window().press("cmdSortie")
         self.assertEqual(program.wait_exit(), 0)

@@ -271,6 +271,23 @@ TEST_F(EraseWindowTest, TheWindowStaysWhileAnEraseRuns) {
     EXPECT_EQ(runs, 2);
 }
 
+TEST_F(EraseWindowTest, TheSessionDoesNotEndDuringAnErase) {
+    Open();
+    const auto maySessionEnd = [this] { return SendMessageW(form.Handle(), WM_QUERYENDSESSION, 0, 0) != FALSE; };
+    EXPECT_TRUE(maySessionEnd());
+    int looks = 0;
+    messages.play = [&] {
+        ++looks;
+        EXPECT_FALSE(maySessionEnd());
+        Writer().PlayToEnd();
+    };
+    bool couldEndAtTheMessage = false;
+    machine.messageBoxes.whileShown = [&](const FakeMessageBoxes::Box&) { couldEndAtTheMessage = maySessionEnd(); };
+    Click(IDC_cmdEffacerCD);
+    EXPECT_EQ(looks, 1);
+    EXPECT_TRUE(couldEndAtTheMessage) << "the disc is erased by then";
+}
+
 TEST_F(EraseWindowTest, CloseAndEscapeCloseIt) {
     Open();
     Click(IDC_cmdFermer);

@@ -100,6 +100,23 @@ TEST_F(RestoreWindow, WrongPasswordIsSaidAndAskedForAgainInAnEmptyWorkFolder) {
     EXPECT_EQ(InnerExtractions().size(), 2u);
 }
 
+TEST_F(RestoreWindow, TheWorkFolderIsEmptyByTheTimeAWrongPasswordIsSaid) {
+    AddTwoItems();
+    OpenFirstDrive();
+    dialogs.passwords = {L"one"};
+    machine.processes.exitCodes = {2};
+    machine.processes.effect = [&](const std::wstring&) {
+        machine.files.AddFile(std::wstring(WorkFolder) + L"\\Zip0001.zip");
+    };
+    machine.messageBoxes.whileShown = [&](const FakeMessageBoxes::Box& shown) {
+        EXPECT_EQ(shown.text, machine.app.Text(TextId::WrongPassword));
+        EXPECT_TRUE(machine.files.FolderExists(WorkFolder));
+        EXPECT_TRUE(machine.files.Contents(WorkFolder).files.empty());
+    };
+    Click(IDC_cmdLancerRestauration);
+    EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
+}
+
 TEST_F(RestoreWindow, CancelledPasswordLeavesTheWindowAsItWas) {
     AddTwoItems();
     OpenFirstDrive();
