@@ -10,6 +10,7 @@
 #include "shell/WriterDetection.h"
 #include "support/FakeMachine.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -40,9 +41,8 @@ void ReadProfile(FakeSettingsFiles& settings, const std::wstring& file, std::wst
         const std::size_t sign = line.find(L'=');
         if (line.starts_with(L';') || line.starts_with(L'[') || sign == std::wstring::npos) continue;
         const std::wstring key = Trimmed(line.substr(0, sign));
-        if (settings.ProfileString(file, section, key).empty())
-            settings.SetProfileString(file, section, key,
-                                      Unquoted(Trimmed(line.substr(sign + 1))).substr(0, LongestValue));
+        if (settings.Value(file, section, key).empty())
+            settings.Set(file, section, key, Unquoted(Trimmed(line.substr(sign + 1))).substr(0, LongestValue));
     }
 }
 
