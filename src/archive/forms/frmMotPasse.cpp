@@ -7,6 +7,7 @@
 #include "resources/TextId.h"
 
 #include <array>
+#include <memory>
 
 namespace {
 
@@ -253,10 +254,10 @@ bool modGestionMotPasse::DemanderMotPasse(Application& app, ui::Form* owner, Pas
     return Guarded(app, L"DemanderMotPasse, module modGestionMotPasse", [&] {
         std::wstring& password = app.archive->backupPassword;
         Forget(password);
-        frmMotPasse dialog(app);
-        dialog.Ask(mode);
-        dialog.ShowModal(owner);
-        if (dialog.Answer()) password = *dialog.Answer();
-        return dialog.Answer().has_value();
+        const auto dialog = std::make_unique<frmMotPasse>(app);
+        dialog->Ask(mode);
+        dialog->ShowModal(owner);
+        if (dialog->Answer()) password = *dialog->Answer();
+        return dialog->Answer().has_value();
     });
 }
