@@ -39,10 +39,9 @@ bool IsTaken(DWORD error) {
 
 class WindowsInputFile final : public InputFile {
   public:
-    explicit WindowsInputFile(const std::wstring& path)
-        : file_(CreateFileW(LongPath(path).c_str(), GENERIC_READ,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {
+    explicit WindowsInputFile(const std::wstring& longPath)
+        : file_(CreateFileW(longPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                            nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {
         if (!file_) ThrowLastError();
         LARGE_INTEGER size = {};
         if (!GetFileSizeEx(file_.Get(), &size)) ThrowLastError();
@@ -110,7 +109,8 @@ WindowsFileStore::WindowsFileStore() {
 }
 
 std::unique_ptr<InputFile> WindowsFileStore::Open(const std::wstring& path) const {
-    return std::make_unique<WindowsInputFile>(path);
+    const std::wstring longPath = LongPath(path);
+    return std::make_unique<WindowsInputFile>(longPath);
 }
 
 std::optional<StoredEntry> WindowsFileStore::Look(const std::wstring& path) const {
@@ -150,7 +150,9 @@ std::unique_ptr<NewFile> WindowsFileStore::CreateNew(const std::wstring& path) {
 }
 
 bool WindowsFileStore::Rename(const std::wstring& path, const std::wstring& newPath) {
-    if (MoveFileExW(LongPath(path).c_str(), LongPath(newPath).c_str(), 0)) return true;
+    const std::wstring longPath = LongPath(path);
+    const std::wstring newLongPath = LongPath(newPath);
+    if (MoveFileExW(longPath.c_str(), newLongPath.c_str(), 0)) return true;
     const DWORD error = GetLastError();
     if (IsTaken(error)) return false;
     ThrowSystemError(error);
@@ -166,7 +168,8 @@ void WindowsFileStore::MakeFolder(const std::wstring& path) {
 }
 
 void WindowsFileStore::Delete(const std::wstring& path) {
-    if (!DeleteFileW(LongPath(path).c_str())) ThrowLastError();
+    const std::wstring longPath = LongPath(path);
+    if (!DeleteFileW(longPath.c_str())) ThrowLastError();
 }
 
 void WindowsFileStore::Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes) {
@@ -184,7 +187,8 @@ void WindowsFileStore::Mark(const std::wstring& path, const FileTimes& times, st
 
 std::uint64_t WindowsFileStore::FreeBytes(const std::wstring& folder) const {
     ULARGE_INTEGER freeBytes = {};
-    if (!GetDiskFreeSpaceExW(LongPath(folder).c_str(), &freeBytes, nullptr, nullptr)) ThrowLastError();
+    const std::wstring longPath = LongPath(folder);
+    if (!GetDiskFreeSpaceExW(longPath.c_str(), &freeBytes, nullptr, nullptr)) ThrowLastError();
     return freeBytes.QuadPart;
 }
 
