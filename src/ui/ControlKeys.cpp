@@ -6,10 +6,11 @@ namespace ui {
 
 void ControlKeys::On(WPARAM key, std::function<void()> handler) {
     handlers_[key] = std::move(handler);
-    subclass_.Attach(form_.ControlHandle(controlId_), [this](const WindowMessage& message) { return Handle(message); });
+    subclass_.Attach(form_.ControlHandle(controlId_),
+                     [this](const WindowMessage& message) { return TakeKeys(message); });
 }
 
-LRESULT ControlKeys::Handle(const WindowMessage& message) {
+LRESULT ControlKeys::TakeKeys(const WindowMessage& message) {
     if (message.id == WM_GETDLGCODE) {
         const auto* asked = reinterpret_cast<const MSG*>(message.lParam);
         const bool isTaken = asked != nullptr && asked->message == WM_KEYDOWN && handlers_.contains(asked->wParam);

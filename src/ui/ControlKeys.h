@@ -20,7 +20,7 @@ class ControlKeys {
     void On(WPARAM key, std::function<void()> handler);
 
   private:
-    LRESULT Handle(const WindowMessage& message);
+    LRESULT TakeKeys(const WindowMessage& message);
 
     Form& form_;
     int controlId_;

@@ -81,7 +81,7 @@ void Control::Refresh() {
 }
 
 void Option::Select(int firstId, int lastId) {
-    CheckRadioButton(Owner().Handle(), firstId, lastId, Id());
+    CheckRadioButton(ParentForm().Handle(), firstId, lastId, Id());
 }
 
 void Option::Clear() {
@@ -91,7 +91,7 @@ void Option::Clear() {
 }
 
 void TextBox::OnEnter(std::function<void()> handler) {
-    enterKey_.Attach(Handle(), [&form = Owner(), handler = std::move(handler)](const WindowMessage& message) {
+    enterKey_.Attach(Handle(), [&form = ParentForm(), handler = std::move(handler)](const WindowMessage& message) {
         return TakeEnter(message, form, handler);
     });
 }

@@ -34,7 +34,7 @@ class Control {
     void Refresh();
 
   protected:
-    Form& Owner() const { return form_; }
+    Form& ParentForm() const { return form_; }
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
   private:
@@ -45,16 +45,16 @@ class Control {
 class Label : public Control {
   public:
     using Control::Control;
-    void SetColor(COLORREF color) { Owner().SetTextColor(Id(), color); }
+    void SetColor(COLORREF color) { ParentForm().SetTextColor(Id(), color); }
     /// The colour that the system's scheme has for text.
-    void ResetColor() { Owner().ResetTextColor(Id()); }
-    COLORREF Color() const { return Owner().TextColor(Id()); }
+    void ResetColor() { ParentForm().ResetTextColor(Id()); }
+    COLORREF Color() const { return ParentForm().TextColor(Id()); }
 };
 
 class Button : public Control {
   public:
     using Control::Control;
-    void OnClick(std::function<void()> handler) { Owner().On(Id(), BN_CLICKED, std::move(handler)); }
+    void OnClick(std::function<void()> handler) { ParentForm().On(Id(), BN_CLICKED, std::move(handler)); }
     void Click() { Send(BM_CLICK); }
 };
 
@@ -106,7 +106,7 @@ class ComboBox : public Control {
     std::wstring SelectedText() const { return Item(Selected()); }
     /// Selects without raising a click.
     void Select(int row) { Send(CB_SETCURSEL, static_cast<WPARAM>(row)); }
-    void OnSelect(std::function<void()> handler) { Owner().On(Id(), CBN_SELCHANGE, std::move(handler)); }
+    void OnSelect(std::function<void()> handler) { ParentForm().On(Id(), CBN_SELCHANGE, std::move(handler)); }
 };
 
 /// A list box. Rows count from 0; -1 is no row.
@@ -123,8 +123,8 @@ class ListBox : public Control {
     void Select(int row) { Send(LB_SETCURSEL, static_cast<WPARAM>(row)); }
     /// The selected rows of a list in which several can be selected, ascending.
     std::vector<int> SelectedRows() const;
-    void OnSelect(std::function<void()> handler) { Owner().On(Id(), LBN_SELCHANGE, std::move(handler)); }
-    void OnDoubleClick(std::function<void()> handler) { Owner().On(Id(), LBN_DBLCLK, std::move(handler)); }
+    void OnSelect(std::function<void()> handler) { ParentForm().On(Id(), LBN_SELCHANGE, std::move(handler)); }
+    void OnDoubleClick(std::function<void()> handler) { ParentForm().On(Id(), LBN_DBLCLK, std::move(handler)); }
 };
 
 /// A progress bar. What it shows may lag a little behind its value, because a themed bar takes a millisecond or two to

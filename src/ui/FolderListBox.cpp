@@ -33,7 +33,8 @@ void FolderListBox::Attach() {
     const int iconHeight = GetSystemMetrics(SM_CYSMICON);
     Send(LB_SETITEMHEIGHT, 0, std::max(iconHeight, static_cast<int>(Send(LB_GETITEMHEIGHT))));
     listSubclass_.Attach(Handle(), [this](const WindowMessage& message) { return HandleListMessage(message); });
-    formSubclass_.Attach(Owner().Handle(), [this](const WindowMessage& message) { return HandleFormMessage(message); });
+    formSubclass_.Attach(ParentForm().Handle(),
+                         [this](const WindowMessage& message) { return HandleFormMessage(message); });
 }
 
 void FolderListBox::SetLines(std::vector<FolderLine> lines, int selected) {

@@ -121,8 +121,11 @@ class Form {
   private:
     friend class SessionEndHold;
 
+    /// Has the oldest of the posted tasks run.
+    static constexpr UINT RunPostedMessage = WM_APP + 1;
+
     static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR TakeMessage(UINT message, WPARAM wParam, LPARAM lParam);
     /// Parts the window from this object, which no message reaches any more; gives the window.
     HWND Disconnect();
     void SetInnerSize(std::optional<int> widthTwips, std::optional<int> heightTwips);

@@ -21,7 +21,7 @@ void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
         font.lfWeight = FW_BOLD;
         boldFont_.Reset(CreateFontIndirectW(&font));
     }
-    Form& form = Owner();
+    Form& form = ParentForm();
     form.OnNotify(Id(), LVN_GETDISPINFOW,
                   [this](NMHDR& header) { return FillItem(reinterpret_cast<NMLVDISPINFOW&>(header)); });
     form.OnNotify(Id(), NM_CUSTOMDRAW,
@@ -236,7 +236,7 @@ void ListView::TakeDrop(HDROP drop) {
     }
     DragFinish(drop);
     // A program that drops waits for this message; a message box belongs after it.
-    Owner().Post([this, paths = std::move(paths)] {
+    ParentForm().Post([this, paths = std::move(paths)] {
         if (onDrop_) onDrop_(paths);
     });
 }

@@ -18,5 +18,5 @@ class MediumStatusBar : public ui::StatusBar {
 
   private:
     // The bar's own tips show only where a text is cut.
-    ui::ToolTips toolTips_{Owner()};
+    ui::ToolTips toolTips_{ParentForm()};
 };
