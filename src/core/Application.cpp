@@ -23,11 +23,11 @@ std::wstring Application::Text(TextId id) const {
     return machine.strings->Load(language->lngLangue + static_cast<int>(id));
 }
 
-std::int16_t Application::ShowMessage(TextId id, TextId titleId, std::uint32_t style) {
+int Application::ShowMessage(TextId id, TextId titleId, std::uint32_t style) {
     return ShowMessage(Text(id), titleId, style);
 }
 
-std::int16_t Application::ShowMessage(const std::wstring& text, TextId titleId, std::uint32_t style) {
+int Application::ShowMessage(const std::wstring& text, TextId titleId, std::uint32_t style) {
     return machine.messageBoxes->Show(text, titleId == TextId::None ? std::wstring(DefaultTitle) : Text(titleId),
                                       style);
 }

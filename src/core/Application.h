@@ -40,9 +40,9 @@ class Application {
     std::wstring Text(TextId id) const;
 
     /// Shows text `id` in a modal box titled `titleId`, or "Backup" when that is None; gives the button pressed.
-    std::int16_t ShowMessage(TextId id, TextId titleId, std::uint32_t style);
+    int ShowMessage(TextId id, TextId titleId, std::uint32_t style);
     /// The same for a text that was put together.
-    std::int16_t ShowMessage(const std::wstring& text, TextId titleId, std::uint32_t style);
+    int ShowMessage(const std::wstring& text, TextId titleId, std::uint32_t style);
 
     /// The program's own folder, without a trailing backslash unless it is a root.
     const std::wstring& ProgramFolder() const { return programFolder_; }

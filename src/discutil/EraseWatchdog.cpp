@@ -6,12 +6,12 @@
 
 namespace {
 
-constexpr std::int16_t StallingPercent = 99;
+constexpr int StallingPercent = 99;
 constexpr std::int64_t PatienceUnits = 10;
 
 } // namespace
 
-bool EraseWatchdog::IsStalled(std::int16_t percent, const LocalTime& now) {
+bool EraseWatchdog::IsStalled(int percent, const LocalTime& now) {
     const std::int64_t stamp = Stamp(now);
     const bool isStalled = percent == StallingPercent && percent == lastPercent_ && stamp - lastStamp_ >= PatienceUnits;
     if (percent != lastPercent_) {

@@ -9,11 +9,11 @@
 class EraseWatchdog {
   public:
     /// Takes note of the progress seen now; true when the erase is to be taken as finished.
-    bool IsStalled(std::int16_t percent, const LocalTime& now);
+    bool IsStalled(int percent, const LocalTime& now);
 
     static std::int64_t Stamp(const LocalTime& time);
 
   private:
-    std::int16_t lastPercent_ = 0;
+    int lastPercent_ = 0;
     std::int64_t lastStamp_ = 0;
 };

@@ -13,8 +13,8 @@ constexpr std::uint32_t Exclamation = 48;
 constexpr std::uint32_t Information = 64;
 constexpr std::uint32_t DefaultButton2 = 256;
 
-constexpr std::int16_t AnswerYes = 6;
-constexpr std::int16_t AnswerNo = 7;
+constexpr int AnswerYes = 6;
+constexpr int AnswerNo = 7;
 } // namespace box
 
 /// Modal message boxes.
@@ -22,5 +22,5 @@ class MessageBoxes {
   public:
     virtual ~MessageBoxes() = default;
     /// Shows a box over the active window and returns the button pressed.
-    virtual std::int16_t Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) = 0;
+    virtual int Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) = 0;
 };

@@ -31,7 +31,7 @@ std::array<std::int32_t, 32> PowersOfTwo() {
     return powers;
 }
 
-std::int32_t AskForUsb(Application& app) {
+int AskForUsb(Application& app) {
     if (app.language->lngLangue == 0) {
         return app.machine.messageBoxes->Show(
             L"Un périphérique de masse USB (disque externe et/ou disque amovible) a été détecté.  Désirez-vous "

@@ -6,6 +6,9 @@
 #include "archive/modGestionRestaure.h"
 #include "backup/ArchiveSteps.h"
 #include "backup/BackupRun.h"
+#include "core/ArchiveValues.h"
+#include "core/SpaceValues.h"
+#include "core/UserValues.h"
 #include "low_memory/AllocationFailure.h"
 #include "platform/Text.h"
 #include "restore/TickMemory.h"
@@ -98,7 +101,7 @@ struct LowMemoryBench {
 
     LowMemoryBench() {
         machine.files.AddFile(L"C:\\Valcoreaux\\Backup\\7Za.exe");
-        machine.system.SetEnvironment(L"Temp", L"C:\\Temp");
+        machine.environment.Set(L"Temp", L"C:\\Temp");
         machine.files.AddFolder(L"C:\\Temp");
         machine.files.AddFile(L"C:\\Docs\\a.txt", "one");
         machine.files.AddFile(L"C:\\Docs\\Lettres\\b.txt", "two");
@@ -110,8 +113,8 @@ struct LowMemoryBench {
         state.miTypeMedia = Medium::RemovableDisk;
         state.mstrDrive = L"E:\\";
         view.drive = L"(E:\\) Disque amovible";
-        machine.app.backupPassword = L"Valcoreaux1";
-        machine.app.availableSpace = Currency::FromDouble(1e6);
+        machine.app.archive->backupPassword = L"Valcoreaux1";
+        machine.app.space->availableSpace = Currency::FromDouble(1e6);
         state.phase.Enter(RunPhase::Idle);
     }
 
@@ -194,7 +197,7 @@ TEST(LowMemory, ASelectionStaysInStepAndTheNextOneIsTaken) {
         // Where a step failed and was told, a row may be without its item or an item without its row.
         if (bench.machine.messageBoxes.shown.empty() && isHandled) {
             EXPECT_EQ(list.RowCount(), list.ArrayFichier()->Count());
-            EXPECT_EQ(bench.machine.app.requiredSpace, bench.selection.SumOfItems());
+            EXPECT_EQ(bench.machine.app.space->requiredSpace, bench.selection.SumOfItems());
         }
         list.EffacerTouteListe();
         list.AddDropped({L"C:\\Docs\\a.txt", L"C:\\Docs\\Lettres"});
@@ -236,7 +239,7 @@ TEST(LowMemory, ALoadGoesOnWithWhatItHasAndTheNextOneIsWhole) {
             hasHappened = failure.HasHappened();
         }
         SelectionBench next(machine);
-        machine.app.requiredSpace = Currency();
+        machine.app.space->requiredSpace = Currency();
         next.list.LoadSets();
         EXPECT_EQ(next.list.RowCount(), 3);
         EXPECT_EQ(DetectRemovableDisks(machine.app).roots.size(), 1u);
@@ -256,7 +259,7 @@ TEST(LowMemory, ARestoreLeavesTheMediumAloneAndTheNextOneSeesIt) {
             const InsertedMedium medium = LookAtMedium(machine.app, L"E:\\");
             if (medium.failure) throw RuntimeError(*medium.failure);
             std::vector<ControlFileRecord> records;
-            ReadControlFile(medium.controlFile, machine.app.strProfilUtilisateur, records);
+            ReadControlFile(medium.controlFile, machine.app.user->strProfilUtilisateur, records);
             rows.Add(machine.app, std::move(records));
             rows.TickAll(true);
             ticks.Keep(medium.print, rows);

@@ -17,9 +17,9 @@ class FakeMessageBoxes : public MessageBoxes {
 
     std::vector<Box> shown;
     /// Answers of the next boxes; then 1 (OK), or 6 (yes) where the box asks.
-    std::deque<std::int16_t> answers;
+    std::deque<int> answers;
     /// Called while a box is open.
     std::function<void(const Box&)> whileShown;
 
-    std::int16_t Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) override;
+    int Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) override;
 };

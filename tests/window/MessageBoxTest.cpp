@@ -44,11 +44,11 @@ void CALLBACK LookForBox(HWND, UINT, UINT_PTR, DWORD) {
     EnumThreadWindows(GetCurrentThreadId(), AnswerBox, 0);
 }
 
-std::int16_t ShowAndAnswer(WORD button, std::uint32_t style) {
+int ShowAndAnswer(WORD button, std::uint32_t style) {
     seen = {};
     answer = button;
     const UINT_PTR timer = SetTimer(nullptr, 0, 10, LookForBox);
-    const std::int16_t result = WindowsMessageBoxes().Show(L"First line.\nSecond line.", L"Titre é", style);
+    const int result = WindowsMessageBoxes().Show(L"First line.\nSecond line.", L"Titre é", style);
     KillTimer(nullptr, timer);
     return result;
 }

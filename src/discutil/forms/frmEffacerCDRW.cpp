@@ -125,8 +125,7 @@ void frmEffacerCDRW::WaitForEnd() {
     while (IsLoaded() && pgbEffacement.Value() < WholeBar) {
         app_.machine.messageLoop->RunPending();
         ReportWriterError();
-        if (watchdog.IsStalled(static_cast<std::int16_t>(pgbEffacement.Value()), app_.machine.clock->Now()))
-            pgbEffacement.SetValue(WholeBar);
+        if (watchdog.IsStalled(pgbEffacement.Value(), app_.machine.clock->Now())) pgbEffacement.SetValue(WholeBar);
         app_.machine.clock->Sleep(PauseMilliseconds);
     }
 }

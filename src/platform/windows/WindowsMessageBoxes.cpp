@@ -31,11 +31,11 @@ HWND OwnerOfBox() {
 
 } // namespace
 
-std::int16_t WindowsMessageBoxes::Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) {
+int WindowsMessageBoxes::Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) {
     const HWND owner = OwnerOfBox();
     const bool wasEnabled = owner != nullptr && IsWindowEnabled(owner);
     const int answer = MessageBoxW(owner, text.c_str(), title.c_str(), style);
     // A window that waits for another one must not come to life with the end of a box.
     if (owner != nullptr && !wasEnabled) EnableWindow(owner, FALSE);
-    return static_cast<std::int16_t>(answer);
+    return answer;
 }

@@ -4,5 +4,5 @@
 
 class WindowsMessageBoxes : public MessageBoxes {
   public:
-    std::int16_t Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) override;
+    int Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) override;
 };

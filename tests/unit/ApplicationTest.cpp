@@ -1,0 +1,31 @@
+#include "core/Application.h"
+
+#include "core/ArchiveValues.h"
+#include "platform/Files.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+#include <utility>
+
+namespace {
+
+using ConstantApplication = const Application&;
+
+TEST(Application, AConstantOneLetsValuesBeReadOnly) {
+    using Value = decltype((std::declval<ConstantApplication>().archive->archiveSizeBytes));
+    EXPECT_TRUE((std::is_same_v<Value, const std::int64_t&>));
+}
+
+TEST(Application, AConstantOneLetsPortsBeAskedOnly) {
+    EXPECT_TRUE((std::is_same_v<decltype(*std::declval<ConstantApplication>().machine.files), const Files&>));
+    EXPECT_TRUE(
+        (std::is_same_v<decltype(std::declval<ConstantApplication>().machine.files.operator->()), const Files*>));
+}
+
+TEST(Application, AConstantWayToAPortGivesNoOtherOne) {
+    EXPECT_FALSE((std::is_constructible_v<Port<Files>, const Port<Files>&>));
+    EXPECT_FALSE((std::is_constructible_v<Machine, const Machine&>));
+}
+
+} // namespace
