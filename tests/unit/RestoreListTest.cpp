@@ -1,6 +1,6 @@
+#include "archive/DriveLines.h"
 #include "core/LanguageValues.h"
 #include "core/UsbAnswer.h"
-#include "restore/DriveLines.h"
 #include "restore/InsertedMedium.h"
 #include "restore/RestoreRows.h"
 #include "support/FakeMachine.h"

@@ -1,12 +1,12 @@
 #include "restore/forms/frmRestaureCD.h"
 
+#include "archive/DriveLines.h"
 #include "archive/MediumPair.h"
 #include "archive/WorkFolder.h"
 #include "core/ArchiveValues.h"
 #include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
-#include "restore/DriveLines.h"
 #include "ui/Menu.h"
 
 #include <algorithm>

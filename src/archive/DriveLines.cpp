@@ -1,4 +1,4 @@
-#include "restore/DriveLines.h"
+#include "archive/DriveLines.h"
 
 #include "archive/modGestionRestaure.h"
 #include "core/Medium.h"

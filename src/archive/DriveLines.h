@@ -8,7 +8,7 @@
 
 enum class RestoreDrive { CdRom, Removable, External };
 
-/// What the restore window's list says about one drive.
+/// What a list of drives with backups says about one of them.
 struct DriveFacts {
     std::wstring root; ///< such as "E:\"
     RestoreDrive kind = RestoreDrive::Removable;
