@@ -13,7 +13,7 @@ bool IsFault(FileFinding::What what) {
 }
 
 template<typename Amount>
-std::uint64_t Sum(const std::vector<ItemReport>& items, Amount amount) {
+std::uint64_t Sum(const std::deque<ItemReport>& items, Amount amount) {
     std::uint64_t sum = 0;
     for (const ItemReport& item : items) sum += amount(item);
     return sum;
@@ -73,6 +73,7 @@ int BackupReport::ExitCode() const {
     case Verdict::NoRoom:
     case Verdict::NotWritable:
     case Verdict::Stopped:
+    case Verdict::NotChecked:
         break;
     }
     return 4;

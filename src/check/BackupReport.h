@@ -4,6 +4,7 @@
 #include "check/BackupWalk.h"
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,8 +45,9 @@ struct FileFinding {
 };
 
 struct ItemReport {
-    int number = 0;    ///< of the row; 0 when no row names it
-    std::wstring path; ///< where it was saved from; empty without a row
+    std::size_t place = 0; ///< among all items of the backup: the rows in their order, then what no row names
+    int number = 0;        ///< of the row; 0 when no row names it
+    std::wstring path;     ///< where it was saved from; empty without a row
     std::wstring archive;
     bool isFolder = false;
     unsigned problems = 0;
@@ -72,6 +74,7 @@ enum class Verdict {
     NoRoom,
     NotWritable,
     Stopped,
+    NotChecked, ///< only what the list says was read
 };
 
 /// All that a check or a recovery has found.
@@ -87,7 +90,7 @@ struct BackupReport {
     bool isOpenedByFirstWord = false;
     bool isEncrypted = false;
     WalkOutcome walk;
-    std::vector<ItemReport> items;
+    std::deque<ItemReport> items;        ///< each stays where it is in memory, also when the report is moved
     std::optional<std::wstring> failure; ///< why the work ended
     std::uint64_t neededBytes = 0;       ///< at least, for a recovery without room
     std::uint64_t freeBytes = 0;

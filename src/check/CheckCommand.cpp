@@ -1,5 +1,6 @@
 #include "check/CheckCommand.h"
 
+#include "check/ReportFile.h"
 #include "platform/CodePages.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -89,30 +90,6 @@ std::string ReadSmallFile(const FileStore& files, const std::wstring& path) {
     return bytes;
 }
 
-std::string AsText(const BackupReport& report, const Texts& texts) {
-    std::string bytes(Utf8Mark);
-    for (const std::wstring& line : ReportLines(report, texts)) bytes += ToUtf8(line) + "\r\n";
-    return bytes;
-}
-
-/// Beside the file that it may replace first, so that a report is never half there.
-void WriteReport(FileStore& files, const std::wstring& path, const std::string& bytes) {
-    const std::wstring full = files.FullPath(path);
-    const std::wstring fresh = full + L".new";
-    if (files.Look(fresh)) files.Delete(fresh);
-    const auto file = files.CreateNew(fresh);
-    if (!file) throw RuntimeError(ErrorNumber::PathFileAccessError);
-    file->Write(bytes);
-    file->Close();
-    const auto old = files.Look(full);
-    if (old && !old->isFolder) files.Delete(full);
-    if (!files.Rename(fresh, full)) throw RuntimeError(ErrorNumber::PathFileAccessError);
-}
-
-bool IsTextReport(const std::wstring& path) {
-    return UpperCase(path).ends_with(L".TXT");
-}
-
 void ShowLines(Console& console, const std::wstring& text) {
     std::size_t from = 0;
     for (std::size_t end = text.find(L'\n'); end != std::wstring::npos; end = text.find(L'\n', from)) {
@@ -120,13 +97,6 @@ void ShowLines(Console& console, const std::wstring& text) {
         from = end + 1;
     }
     console.Line(text.substr(from));
-}
-
-/// Writes the report beside what it is about, and never over it.
-bool IsPartOfBackup(const FileStore& files, const BackupReport& report, const std::wstring& path) {
-    const std::wstring full = UpperCase(files.FullPath(path));
-    const BackupPlace place = PlaceOf(files, report.archive);
-    return full == UpperCase(report.archive) || (!place.list.empty() && full == UpperCase(place.list));
 }
 
 } // namespace
@@ -179,13 +149,13 @@ int RunCommand(FileStore& files, Console& console, const Texts& texts, const std
             return CannotReadOrWrite;
         }
     }
-    const BackupReport report = RunCheck(files, command.request, {});
+    CheckHooks hooks;
+    hooks.isStopped = [&console] { return console.IsStopAsked(); };
+    const BackupReport report = RunCheck(files, command.request, hooks);
     for (const std::wstring& line : ReportLines(report, texts)) console.Line(line);
     if (!command.reportFile) return report.ExitCode();
     try {
-        if (IsPartOfBackup(files, report, *command.reportFile)) throw RuntimeError(ErrorNumber::PermissionDenied);
-        const bool isText = IsTextReport(*command.reportFile);
-        WriteReport(files, *command.reportFile, isText ? AsText(report, texts) : ReportJson(report));
+        WriteReport(files, report, *command.reportFile, texts);
     } catch (const RuntimeError& error) {
         console.Line(Filled(texts(TextId::CheckReportNotWritten), {error.Description()}));
         return CannotReadOrWrite;

@@ -68,7 +68,12 @@ class CheckWork {
         report_.archiveBytes = archive_->SizeBytes();
         std::vector<ListedItem> rows;
         if (report_.hasList) rows = ReadRows(place.list);
-        if (FindPassphrase() && HasRoom()) Walk(std::move(rows));
+        if (request_.isListOnly) {
+            report_.verdict = Verdict::NotChecked;
+            Inspection(std::move(rows), report_, {}, {}, hooks_.onItem);
+        } else if (FindPassphrase() && HasRoom()) {
+            Walk(std::move(rows));
+        }
     }
 
     bool IsFile(const std::wstring& path) const {
@@ -126,9 +131,9 @@ class CheckWork {
     void Walk(std::vector<ListedItem> rows) {
         std::vector<FileTaker*> takers;
         if (recovery_) takers.push_back(recovery_.get());
-        Comparison comparison(files_);
+        Comparison comparison(files_, [this] { StopIfAsked(); });
         if (request_.isComparison) takers.push_back(&comparison);
-        Inspection inspection(std::move(rows), report_, takers, request_.wanted);
+        Inspection inspection(std::move(rows), report_, takers, request_.wanted, hooks_.onItem);
         report_.walk = WalkBackup(*archive_, passphrase_, inspection, [this](std::size_t bytes) {
             StopIfAsked();
             done_ += bytes;
@@ -164,6 +169,11 @@ BackupPlace PlaceOf(const FileStore& files, const std::wstring& place) {
     const std::wstring folder = WithBackslash(entry->isFolder ? path : path.substr(0, path.find_last_of(L'\\') + 1));
     const bool isList = !entry->isFolder && UpperCase(entry->name) == UpperCase(ControlFileName);
     return {folder, entry->isFolder || isList ? folder + ArchiveName : path, folder + ControlFileName};
+}
+
+bool IsOnMedium(const std::wstring& place, const std::wstring& folder) {
+    const bool isRoot = place.size() == 3 && place.ends_with(L":\\");
+    return isRoot && UpperCase(folder).starts_with(UpperCase(place.substr(0, 2)));
 }
 
 BackupReport RunCheck(FileStore& files, const CheckRequest& request, const CheckHooks& hooks) {

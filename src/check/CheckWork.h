@@ -13,6 +13,7 @@ struct CheckRequest {
     std::optional<std::wstring> target; ///< of a recovery; nothing: a check
     std::set<std::wstring> wanted;      ///< names of inner archives; empty: all
     std::wstring profileFolder;
+    bool isListOnly = false; ///< the rows of the list are read, and nothing else
 };
 
 /// How the work is followed and ended. Called on the thread that works.
@@ -20,6 +21,8 @@ struct CheckHooks {
     std::function<bool()> isStopped;
     std::function<void(std::uint64_t doneBytes, std::uint64_t totalBytes)> onProgress;
     std::function<void()> onPasswordAccepted;
+    /// An item that is new, and again once it is settled: it does not change any more then.
+    std::function<void(const ItemReport& item, bool isSettled)> onItem;
 };
 
 /// Where a backup lies that is named by its drive, its folder or its archive.
@@ -28,6 +31,10 @@ struct BackupPlace {
     std::wstring archive;
     std::wstring list;
 };
+
+/// Whether a folder lies on the medium of a backup that is named by its drive: nothing is written there.
+bool IsOnMedium(const std::wstring& place, const std::wstring& folder);
+
 BackupPlace PlaceOf(const FileStore& files, const std::wstring& place);
 
 /// Checks a backup, or recovers it: reads all of it once and writes nothing but into the target folder. Whatever is

@@ -88,6 +88,7 @@ void Comparison::FindAbsent(const std::wstring& folder, const std::wstring& name
     using What = FileFinding::What;
     if (std::count(name.begin(), name.end(), L'/') > DeepestFolder) return;
     for (const StoredEntry& entry : files_.List(folder)) {
+        onStep_();
         const std::wstring entryName = name + L"/" + entry.name;
         if (entry.isFolder) {
             if (entry.isLink) continue;

@@ -2,13 +2,15 @@
 
 #include "check/Inspection.h"
 
+#include <functional>
 #include <memory>
 
 /// Holds the files of a backup against those of this computer, and finds what the backup lacks. Files that cannot be
 /// opened here are passed over.
 class Comparison final : public FileTaker {
   public:
-    explicit Comparison(const FileStore& files) : files_(files) {}
+    /// `onStep` is called now and then while folders are looked through; what it throws comes out.
+    Comparison(const FileStore& files, std::function<void()> onStep) : files_(files), onStep_(std::move(onStep)) {}
 
     void BeginItem(ItemReport& item, const ZipEntry& entry) override;
     void BeginFile(const ZipEntry& file) override;
@@ -21,6 +23,7 @@ class Comparison final : public FileTaker {
     void FindAbsent(const std::wstring& folder, const std::wstring& name);
 
     const FileStore& files_;
+    std::function<void()> onStep_;
     ItemReport* item_ = nullptr;
     std::uint64_t savedAt_ = 0;
     std::set<std::wstring> saved_;

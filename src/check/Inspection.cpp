@@ -22,23 +22,35 @@ std::wstring FolderBefore(const std::wstring& path) {
 } // namespace
 
 Inspection::Inspection(std::vector<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
-                       const std::set<std::wstring>& wanted)
-    : report_(report), takers_(std::move(takers)), wanted_(wanted) {
+                       const std::set<std::wstring>& wanted, OnItemKnown onItemKnown)
+    : report_(report), takers_(std::move(takers)), onItemKnown_(std::move(onItemKnown)) {
+    for (const std::wstring& name : wanted) wanted_.insert(UpperCase(name));
     for (ListedItem& row : rows) {
-        if (!wanted_.empty() && !wanted_.contains(row.archive)) continue;
+        const std::size_t place = nextPlace_++;
+        if (!IsWanted(row.archive)) continue;
         rowOf_.try_emplace(UpperCase(row.archive), report_.items.size());
         ItemReport item;
+        item.place = place;
         item.number = row.number;
         item.path = std::move(row.path);
         item.archive = std::move(row.archive);
         item.isFolder = row.isFolder;
         item.problems = row.problems;
         report_.items.push_back(std::move(item));
+        Tell(report_.items.back(), false);
     }
 }
 
 bool Inspection::Wants(const std::wstring& name) {
-    return wanted_.empty() || wanted_.contains(BareName(name));
+    return IsWanted(BareName(name));
+}
+
+bool Inspection::IsWanted(const std::wstring& archive) const {
+    return wanted_.empty() || wanted_.contains(UpperCase(archive));
+}
+
+void Inspection::Tell(const ItemReport& item, bool isSettled) const {
+    if (onItemKnown_) onItemKnown_(item, isSettled);
 }
 
 void Inspection::OnItem(const ZipEntry& item) {
@@ -50,7 +62,9 @@ void Inspection::OnItem(const ZipEntry& item) {
     } else {
         report_.items.emplace_back();
         item_ = &report_.items.back();
+        item_->place = nextPlace_++;
         item_->archive = name;
+        Tell(*item_, false);
     }
     topName_.clear();
     hasOneTop_ = true;
@@ -91,6 +105,7 @@ void Inspection::OnItemEnd(const ItemOutcome& outcome) {
     item_->outcome = outcome;
     item_->verdict = VerdictOf(outcome);
     for (FileTaker* taker : takers_) taker->EndItem();
+    Tell(*item_, true);
     item_ = nullptr;
 }
 
@@ -123,6 +138,8 @@ bool Inspection::IsWhatRowNames() const {
 
 void Inspection::Finish() {
     for (ItemReport& item : report_.items) {
-        if (item.verdict == ItemVerdict::NotChecked) item.verdict = ItemVerdict::Missing;
+        if (item.verdict != ItemVerdict::NotChecked) continue;
+        item.verdict = ItemVerdict::Missing;
+        Tell(item, true);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "check/BackupReport.h"
 
+#include <functional>
 #include <map>
 #include <set>
 
@@ -20,10 +21,13 @@ class FileTaker {
 /// Holds what the walk meets against the backup's list, and writes it into the report.
 class Inspection final : public WalkListener {
   public:
+    /// Called with an item that is new in the report, and again once it is settled.
+    using OnItemKnown = std::function<void(const ItemReport& item, bool isSettled)>;
+
     /// Rows come first in the report, in their order; inner archives that no row names follow. Borrows all of it;
     /// `takers` get every file in turn. With `wanted`, other items are passed over and left out of the report.
     Inspection(std::vector<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
-               const std::set<std::wstring>& wanted = {});
+               const std::set<std::wstring>& wanted = {}, OnItemKnown onItemKnown = {});
 
     void OnItem(const ZipEntry& item) override;
     void OnFile(const ZipEntry& file) override;
@@ -39,10 +43,14 @@ class Inspection final : public WalkListener {
   private:
     ItemVerdict VerdictOf(const ItemOutcome& outcome) const;
     bool IsWhatRowNames() const;
+    bool IsWanted(const std::wstring& archive) const;
+    void Tell(const ItemReport& item, bool isSettled) const;
 
     BackupReport& report_;
     std::vector<FileTaker*> takers_;
-    std::set<std::wstring> wanted_;
+    std::set<std::wstring> wanted_; ///< in upper case
+    OnItemKnown onItemKnown_;
+    std::size_t nextPlace_ = 0;
     std::map<std::wstring, std::size_t> rowOf_;
     ItemReport* item_ = nullptr;
     std::wstring file_;

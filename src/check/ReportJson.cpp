@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr std::array<const char*, 11> Verdicts = {
+constexpr std::array<const char*, 12> Verdicts = {
     "good",        "faulty",     "empty",  "wrongPassword", "passwordMissing", "noBackup",
-    "olderFormat", "unreadable", "noRoom", "notWritable",   "stopped"};
+    "olderFormat", "unreadable", "noRoom", "notWritable",   "stopped",         "notChecked"};
 constexpr std::array<const char*, 11> ItemVerdicts = {"whole",     "damaged",          "damagedWhenSaved", "cut",
                                                       "empty",     "directoryDamaged", "locked",           "missing",
                                                       "notListed", "otherBackup",      "notChecked"};

@@ -27,6 +27,7 @@ TextId Behind(TextId first, Place place) {
 }
 
 TextId TextOf(const BackupReport& report) {
+    if (report.verdict == Verdict::NotChecked) return TextId::CheckNotCheckedYet;
     if (report.verdict == Verdict::Good && report.isRecovery) return TextId::CheckGoodRecovery;
     if (report.verdict == Verdict::Faulty && report.FaultyItems() == 0) return TextId::CheckFaultyAround;
     if (report.verdict == Verdict::Faulty && report.isRecovery) return TextId::CheckFaultyRecovery;
@@ -37,19 +38,6 @@ TextId TextOf(const BackupReport& report) {
 void AddReason(const std::string& reason, const Texts& texts, std::vector<std::wstring>& lines) {
     if (reason.empty()) return;
     lines.push_back(L"    " + Filled(texts(TextId::CheckSupport), {std::wstring(reason.begin(), reason.end())}));
-}
-
-void AddItem(const ItemReport& item, const Texts& texts, std::vector<std::wstring>& lines) {
-    const std::wstring name = item.number == 0
-                                  ? Filled(texts(TextId::CheckItemWithoutRow), {item.archive})
-                                  : Filled(texts(TextId::CheckItemLine),
-                                           {Amount(static_cast<std::uint64_t>(item.number)), item.path, item.archive});
-    lines.push_back(name + L" " + ItemSentence(item, texts));
-    AddReason(item.outcome.reason, texts, lines);
-    for (const std::wstring& problem : ProblemSentences(item, texts)) lines.push_back(L"    " + problem);
-    for (const FileFinding& finding : item.findings) lines.push_back(L"    " + FindingSentence(finding, texts));
-    if (item.moreFindings > 0)
-        lines.push_back(L"    " + Filled(texts(TextId::CheckMoreFindings), {Amount(item.moreFindings)}));
 }
 
 } // namespace
@@ -118,12 +106,22 @@ std::wstring FindingSentence(const FileFinding& finding, const Texts& texts) {
                   {finding.file, Amount(finding.at), finding.other});
 }
 
-std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& texts) {
-    std::vector<std::wstring> lines;
-    lines.push_back(Filled(texts(TextId::CheckBackupAt), {report.archive, Amount(report.archiveBytes)}));
-    if (!report.target.empty()) lines.push_back(Filled(texts(TextId::CheckRecoverTo), {report.target}));
-    for (const ItemReport& item : report.items) AddItem(item, texts, lines);
-    for (const std::wstring& remark : Remarks(report, texts)) lines.push_back(remark);
+std::vector<std::wstring> ItemLines(const ItemReport& item, const Texts& texts) {
+    const std::wstring name = item.number == 0
+                                  ? Filled(texts(TextId::CheckItemWithoutRow), {item.archive})
+                                  : Filled(texts(TextId::CheckItemLine),
+                                           {Amount(static_cast<std::uint64_t>(item.number)), item.path, item.archive});
+    std::vector<std::wstring> lines = {name + L" " + ItemSentence(item, texts)};
+    AddReason(item.outcome.reason, texts, lines);
+    for (const std::wstring& problem : ProblemSentences(item, texts)) lines.push_back(L"    " + problem);
+    for (const FileFinding& finding : item.findings) lines.push_back(L"    " + FindingSentence(finding, texts));
+    if (item.moreFindings > 0)
+        lines.push_back(L"    " + Filled(texts(TextId::CheckMoreFindings), {Amount(item.moreFindings)}));
+    return lines;
+}
+
+std::vector<std::wstring> SummaryLines(const BackupReport& report, const Texts& texts) {
+    std::vector<std::wstring> lines = Remarks(report, texts);
     AddReason(report.walk.reason, texts, lines);
     if (!report.items.empty())
         lines.push_back(Filled(texts(TextId::CheckTotals),
@@ -132,5 +130,16 @@ std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& t
         lines.push_back(
             Filled(texts(TextId::CheckRecovered), {Amount(report.RecoveredFiles()), Amount(report.PresentFiles())}));
     lines.push_back(VerdictSentence(report, texts));
+    return lines;
+}
+
+std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& texts) {
+    std::vector<std::wstring> lines;
+    lines.push_back(Filled(texts(TextId::CheckBackupAt), {report.archive, Amount(report.archiveBytes)}));
+    if (!report.target.empty()) lines.push_back(Filled(texts(TextId::CheckRecoverTo), {report.target}));
+    for (const ItemReport& item : report.items) {
+        for (std::wstring& line : ItemLines(item, texts)) lines.push_back(std::move(line));
+    }
+    for (std::wstring& line : SummaryLines(report, texts)) lines.push_back(std::move(line));
     return lines;
 }

@@ -23,6 +23,10 @@ std::wstring ItemSentence(const ItemReport& item, const Texts& texts);
 std::vector<std::wstring> ProblemSentences(const ItemReport& item, const Texts& texts);
 std::wstring FindingSentence(const FileFinding& finding, const Texts& texts);
 
+/// All that is to be told of an item.
+std::vector<std::wstring> ItemLines(const ItemReport& item, const Texts& texts);
+/// What is to be told of the backup as a whole, the verdict last.
+std::vector<std::wstring> SummaryLines(const BackupReport& report, const Texts& texts);
 /// The report as lines of plain text, for people.
 std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& texts);
 /// The report as JSON in UTF-8, for programs; docs/backup-check.schema.json describes it.

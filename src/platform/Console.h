@@ -12,4 +12,6 @@ class Console {
     /// The first line of standard input, or all of it when no line ends, as bytes in the system's ANSI code page. What
     /// is typed is not shown. Throws 62 when there is no input, and what reading meets.
     virtual std::string Input() = 0;
+    /// Whether the user has asked for the end of the work: Ctrl+C, or the console closed.
+    virtual bool IsStopAsked() const = 0;
 };

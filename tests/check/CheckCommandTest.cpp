@@ -14,8 +14,10 @@ class FakeConsole final : public Console {
   public:
     void Line(const std::wstring& text) override { lines.push_back(text); }
     std::string Input() override { return input; }
+    bool IsStopAsked() const override { return isStopAsked; }
     std::vector<std::wstring> lines;
     std::string input;
+    bool isStopAsked = false;
 };
 
 std::wstring NumberAsText(TextId id) {
@@ -88,4 +90,15 @@ TEST(CheckCommand, APasswordFileThatIsNotThereAndAReportOverTheBackupEndWithFour
     EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/password-file", L"D:\\no"}, {}), 4);
     EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/report", L"E:\\OKRBACKUP.ZIP"}, {}), 4);
     EXPECT_EQ(RunCommand(files, console, NumberAsText, {}, {}), 5);
+}
+
+TEST(CheckCommand, AWorkThatIsBrokenOffFromTheConsoleIsReportedAsStopped) {
+    FakeFileStore files;
+    files.Add(L"E:\\OKRBACKUP.ZIP", BuildBackup({{{"a.txt", "premier"}}}, "Valcoreaux1"));
+    FakeConsole console;
+    console.input = "Valcoreaux1";
+    console.isStopAsked = true;
+    const Words words = {L"/check", L"E:\\", L"/password-file", L"-", L"/report", L"D:\\r.json"};
+    EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 4);
+    EXPECT_NE(files.BytesOf(L"D:\\r.json").value_or("").find("\"verdict\":\"stopped\""), std::string::npos);
 }

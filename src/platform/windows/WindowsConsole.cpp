@@ -7,6 +7,8 @@
 
 #include <windows.h>
 
+#include <atomic>
+
 namespace {
 
 constexpr std::size_t LongestInput = 65536;
@@ -69,9 +71,22 @@ std::string ReadTyped(HANDLE input) {
     return ToAnsi({typed, length});
 }
 
+/// The system calls the handler without anything of ours, on a thread of its own.
+std::atomic<bool> isStopAsked{false};
+/// How long Windows lets a program live on whose console was closed.
+constexpr DWORD LongestEndMilliseconds = 5000;
+
+BOOL WINAPI TakeControlEvent(DWORD event) {
+    isStopAsked = true;
+    // With the end of this call the program would end in the middle of a file.
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) Sleep(LongestEndMilliseconds);
+    return TRUE;
+}
+
 } // namespace
 
 WindowsConsole::WindowsConsole() {
+    SetConsoleCtrlHandler(TakeControlEvent, TRUE);
     output_ = GetStdHandle(STD_OUTPUT_HANDLE);
     if (!IsUsable(output_)) {
         output_ = nullptr;
@@ -79,6 +94,10 @@ WindowsConsole::WindowsConsole() {
         if (attached_) output_ = attached_.Get();
     }
     isOutputConsole_ = output_ != nullptr && IsConsole(output_);
+}
+
+bool WindowsConsole::IsStopAsked() const {
+    return isStopAsked;
 }
 
 void WindowsConsole::Line(const std::wstring& text) {

@@ -12,6 +12,7 @@ class WindowsConsole final : public Console {
     bool HasOutput() const { return output_ != nullptr; }
     void Line(const std::wstring& text) override;
     std::string Input() override;
+    bool IsStopAsked() const override;
 
   private:
     UniqueFile attached_;
