@@ -1,45 +1,19 @@
+#include "ProcessSetUp.h"
 #include "Workstation.h"
 #include "archive/forms/frmMotPasse.h"
 #include "backup/HandOver.h"
 #include "backup/forms/frmBackup.h"
-#include "platform/windows/QuietErrors.h"
 #include "platform/windows/SingleInstance.h"
-#include "platform/windows/SystemLibrary.h"
 #include "restore/forms/frmRestaureCD.h"
 #include "shell/StartUp.h"
 #include "shell/forms/frmMain.h"
 #include "ui/MessagePump.h"
-
-#include <objbase.h>
 
 #include <optional>
 #include <string>
 #include <utility>
 
 namespace {
-
-/// What Windows has to know before the first window.
-class ProcessSetUp {
-  public:
-    ProcessSetUp() {
-        LoadLibrariesFromSystemOnly();
-        // The window does not repaint while an archive is built; it is at work all the same.
-        DisableProcessWindowsGhosting();
-        SuppressDiskBoxes();
-        INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
-        InitCommonControlsEx(&classes);
-        // The shell opens documents through COM.
-        hasCom_ = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
-    }
-    ~ProcessSetUp() {
-        if (hasCom_) CoUninitialize();
-    }
-    ProcessSetUp(const ProcessSetUp&) = delete;
-    ProcessSetUp& operator=(const ProcessSetUp&) = delete;
-
-  private:
-    bool hasCom_ = false;
-};
 
 /// Shows a backup window over the main window until it is closed.
 void ShowBackup(Application& app, frmMain& parent, Medium medium, const std::optional<std::wstring>& drive) {

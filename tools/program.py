@@ -188,6 +188,7 @@ FORMS = {
     "frmMotPasse": ("frmMotPasse", "txtMotPasse"),
     "frmInfoDisque": ("frmInfoDisque", "cmdRafraichir"),
     "frmEffacerCDRW": ("frmEffacerCDRW", "cmdEffacerCD"),
+    "CheckWindow": ("CheckWindow", "Items"),
 }
 NESTED_FORMS = {"frmBackup": ("ctlSelectionFichiers", "ctlScan")}
 

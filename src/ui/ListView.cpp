@@ -52,10 +52,11 @@ void ListView::Attach(const ListViewRows& rows, bool hasTicks) {
     });
 }
 
-void ListView::AddColumn(const std::wstring& title, int widthTwips) {
+void ListView::AddColumn(const std::wstring& title, int widthTwips, bool isNumber) {
     LVCOLUMNW column{};
     std::wstring text = title;
-    column.mask = LVCF_TEXT | LVCF_WIDTH;
+    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+    column.fmt = isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
     column.pszText = text.data();
     column.cx = PixelsFromTwips(widthTwips, Handle());
     Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(columnCount_++), reinterpret_cast<LPARAM>(&column));
@@ -112,6 +113,37 @@ void ListView::FillWidth(int column) {
         if (other != column) rest -= ColumnWidth(other);
     }
     if (rest > 0) SetColumnWidth(column, rest);
+}
+
+void ListView::SetIcons(HIMAGELIST icons) {
+    Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(icons));
+}
+
+void ListView::ShowOrder(int column, bool isDescending) {
+    HWND header = ListView_GetHeader(Handle());
+    for (int other = 0; other < columnCount_; ++other) {
+        HDITEMW item{};
+        item.mask = HDI_FORMAT;
+        Header_GetItem(header, other, &item);
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (other == column) item.fmt |= isDescending ? HDF_SORTDOWN : HDF_SORTUP;
+        Header_SetItem(header, other, &item);
+    }
+}
+
+void ListView::OnColumn(std::function<void(int)> handler) {
+    Owner().OnNotify(Id(), LVN_COLUMNCLICK, [handler = std::move(handler)](NMHDR& header) -> LRESULT {
+        handler(reinterpret_cast<NMLISTVIEW&>(header).iSubItem);
+        return 0;
+    });
+}
+
+void ListView::OnSelect(std::function<void()> handler) {
+    Owner().OnNotify(Id(), LVN_ITEMCHANGED, [handler = std::move(handler)](NMHDR& header) -> LRESULT {
+        const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
+        if (((change.uOldState ^ change.uNewState) & LVIS_SELECTED) != 0) handler();
+        return 0;
+    });
 }
 
 void ListView::WidenFor(int column, const std::wstring& text) {
@@ -191,6 +223,10 @@ LRESULT ListView::FillItem(NMLVDISPINFOW& info) const {
     if ((item.mask & LVIF_TEXT) != 0) {
         cellText_ = rows_->Cell(item.iItem, item.iSubItem);
         lstrcpynW(item.pszText, cellText_.c_str(), item.cchTextMax);
+    }
+    if ((item.mask & LVIF_IMAGE) != 0) {
+        const int icon = rows_->Icon(item.iItem);
+        item.iImage = icon >= 0 ? icon : I_IMAGENONE;
     }
     if ((item.mask & LVIF_STATE) != 0 && hasTicks_) {
         item.stateMask |= LVIS_STATEIMAGEMASK;

@@ -23,11 +23,19 @@ class ListView : public Control {
 
     /// Connects the view with its rows, which must outlive it, once the form is loaded.
     void Attach(const ListViewRows& rows, bool hasTicks);
-    void AddColumn(const std::wstring& title, int widthTwips);
+    void AddColumn(const std::wstring& title, int widthTwips, bool isNumber = false);
     /// Adds a column for the program alone: it has no width, and no drag or double click gives it one.
     void AddHiddenColumn();
     /// Gives a column all the width that the others leave.
     void FillWidth(int column);
+    /// The icons that the rows name, which must outlive the view. Its style shares them.
+    void SetIcons(HIMAGELIST icons);
+    /// Shows in the header which column the rows are ordered by.
+    void ShowOrder(int column, bool isDescending);
+    /// A column's header was clicked.
+    void OnColumn(std::function<void(int column)> handler);
+    /// Another row was selected, or none.
+    void OnSelect(std::function<void()> handler);
     /// Makes a column wide enough for a text, where it is not.
     void WidenFor(int column, const std::wstring& text);
     /// Asks for the number of rows again and repaints; selection and place are kept where they can be.

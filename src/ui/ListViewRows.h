@@ -19,6 +19,8 @@ class ListViewRows {
     virtual std::wstring Cell(int row, int column) const = 0;
     virtual RowStyle Style(int) const { return {}; }
     virtual bool IsTicked(int) const { return false; }
+    /// The icon at the beginning of the row; -1: none.
+    virtual int Icon(int) const { return -1; }
     virtual std::wstring ToolTip(int) const { return {}; }
 };
 

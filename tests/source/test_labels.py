@@ -10,6 +10,9 @@ HEAD = re.compile(r"^(?:\S.*\s)?[*&]?([\w]+)::([\w]+)\(", re.MULTILINE)
 
 # The unit as the label has it, and the procedures that report under it.
 LABELS = {
+    "module CheckWindow":
+        "BrowseClicked CancelClicked CheckClicked Follow ListPlaces Load PlaceClicked RecoverClicked "
+        "SaveReportClicked",
     "Class clsColFileInfo":
         "Add Remove",
     "Class clsCopie":

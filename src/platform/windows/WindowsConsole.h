@@ -8,8 +8,6 @@
 class WindowsConsole final : public Console {
   public:
     WindowsConsole();
-    /// Whether lines are shown anywhere.
-    bool HasOutput() const { return output_ != nullptr; }
     void Line(const std::wstring& text) override;
     std::string Input() override;
     bool IsStopAsked() const override;

@@ -167,6 +167,16 @@ Rows Drop(const Row& fields) {
     return {};
 }
 
+// browse WINDOW PATH: the system's dialog for folders goes to a path, as when a person opens one folder after another
+Rows BrowseTo(const Row& fields) {
+    const HWND dialog = WindowAt(fields, 1);
+    const std::wstring path = fields.at(2) + L'\0';
+    RemoteBlock block(dialog, path.size() * sizeof(wchar_t));
+    block.Write(0, path.data(), path.size() * sizeof(wchar_t));
+    Send(dialog, BFFM_SETSELECTIONW, TRUE, block.Address());
+    return {};
+}
+
 } // namespace
 
 void AddWindowRequests(RequestTable& table) {
@@ -183,6 +193,7 @@ void AddWindowRequests(RequestTable& table) {
     table[L"send"] = SendPlain;
     table[L"focus"] = Focus;
     table[L"drop"] = Drop;
+    table[L"browse"] = BrowseTo;
 }
 
 } // namespace uidriver

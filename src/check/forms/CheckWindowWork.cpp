@@ -1,0 +1,176 @@
+// What the check window does while it works, and at the end of it.
+#include "check/forms/CheckWindow.h"
+#include "core/UserValues.h"
+#include "platform/MessageBoxes.h"
+#include "resources/TextId.h"
+
+#include <utility>
+
+namespace {
+
+/// A read from a bad disc may take longer. Its thread is left to end by itself then.
+constexpr std::chrono::milliseconds LongestCancel{800};
+
+std::uint32_t StyleOf(VerdictSign sign) {
+    switch (sign) {
+    case VerdictSign::Good:
+        return box::Information;
+    case VerdictSign::Bad:
+        return box::Critical;
+    default:
+        return box::Exclamation;
+    }
+}
+
+} // namespace
+
+void CheckWindow::Begin(Work work, CheckRequest request) {
+    request.place = place_;
+    request.profileFolder = app_.user->strProfilUtilisateur;
+    if (work != Work::Listing) request.password = password_.Text();
+    std::erase_if(tasks_, [](const BackgroundTask& task) { return task.HasEnded(); });
+    isPart_ = !request.wanted.empty();
+    hasNewRows_ = false;
+    job_ = std::make_unique<CheckJob>(ways_.files, std::move(request));
+    tasks_.push_back(job_->Task());
+    work_ = work;
+    cancelledAt_.reset();
+    follow_.Start(FollowMilliseconds);
+    EnableControls();
+    if (!IsBusy()) return;
+    report_.reset();
+    saveReport_.Enable(false);
+    pace_ = {};
+    startedAt_ = std::chrono::steady_clock::now();
+    awake_ = app_.machine.power->KeepAwake();
+    session_.emplace(*this, Text(work == Work::Recovering ? TextId::RecoveryRuns : TextId::CheckRuns));
+    progress_.SetValue(0);
+    progressText_.SetText(L"");
+    ShowVerdict(VerdictSign::None, Text(TextId::CheckPasswordTried));
+    ShowDetails();
+    cancel_.SetFocus();
+}
+
+void CheckWindow::Follow() {
+    Guarded(L"Follow, module CheckWindow", [this] {
+        if (listedDrives_ && placesTask_.HasEnded()) ShowPlaces(*std::exchange(listedDrives_, nullptr));
+        if (job_) FollowJob();
+        if (work_ == Work::Saving && savingTask_.HasEnded()) EndSaving();
+        if (!job_ && !listedDrives_ && work_ == Work::None) follow_.Stop();
+    });
+}
+
+void CheckWindow::FollowJob() {
+    const bool hasEnded = job_->HasEnded();
+    TakeRows();
+    if (hasEnded) {
+        EndJob();
+    } else if (cancelledAt_ && std::chrono::steady_clock::now() - *cancelledAt_ > LongestCancel) {
+        GiveUpJob();
+    } else if (IsBusy() && !cancelledAt_) {
+        ShowProgress();
+    }
+}
+
+void CheckWindow::TakeRows() {
+    const std::vector<CheckJob::KnownItem> known = job_->TakeItems();
+    if (known.empty()) return;
+    if (!std::exchange(hasNewRows_, true)) {
+        if (isPart_) {
+            rows_.BeginTicked();
+        } else {
+            rows_.BeginAll();
+        }
+    }
+    const auto contents = job_->Contents();
+    for (const CheckJob::KnownItem& item : known) rows_.Take(item, contents);
+    items_.RowsChanged();
+    items_.FillWidth(static_cast<int>(CheckColumn::Path));
+    const int row = items_.Selected();
+    if (row >= 0 && row < rows_.Count() && rows_.Settled(row) != shownItem_) ShowDetails();
+}
+
+void CheckWindow::ShowProgress() {
+    const CheckJob::Progress now = job_->Now();
+    if (!now.isPasswordAccepted) return;
+    ShowVerdict(VerdictSign::None, Text(work_ == Work::Recovering ? TextId::CheckRecovering : TextId::CheckReading));
+    if (now.totalBytes == 0) return;
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - startedAt_;
+    pace_.Note(elapsed.count(), now.doneBytes);
+    progress_.SetValue(
+        static_cast<int>(static_cast<double>(now.doneBytes) / static_cast<double>(now.totalBytes) * ProgressRange));
+    progressText_.SetText(ProgressWords(words_, now, pace_));
+}
+
+void CheckWindow::CancelClicked() {
+    Guarded(L"CancelClicked, module CheckWindow", [this] {
+        if (!job_ || cancelledAt_) return;
+        job_->Stop();
+        cancelledAt_ = std::chrono::steady_clock::now();
+        ShowVerdict(VerdictSign::None, Text(TextId::StoppingRun));
+        EnableControls();
+    });
+}
+
+void CheckWindow::EndJob() {
+    const std::shared_ptr<const BackupReport> report = job_->Report();
+    const bool isListing = work_ == Work::Listing;
+    if (isListing) {
+        hasArchive_ = report->verdict == Verdict::NotChecked;
+    } else {
+        report_ = report;
+        if (report->verdict == Verdict::Good || report->verdict == Verdict::Faulty) progress_.SetValue(ProgressRange);
+        progressText_.SetText(L"");
+    }
+    BackToIdle();
+    ShowVerdict(SignOf(*report), VerdictSentence(*report, texts_));
+    ShowDetails();
+    if (!isListing && report->verdict != Verdict::Stopped && !isAsking_) Post([this] { TellOutcome(); });
+}
+
+/// The thread is busy with something that nobody can end. What it finds is of no use any more.
+void CheckWindow::GiveUpJob() {
+    BackToIdle();
+    ShowVerdict(VerdictSign::Warning, Text(TextId::CheckStopped));
+}
+
+void CheckWindow::BackToIdle() {
+    const bool hadFocus = cancel_.HasFocus() || cancelledAt_;
+    job_.reset();
+    work_ = Work::None;
+    cancelledAt_.reset();
+    awake_.reset();
+    session_.reset();
+    const int row = items_.Selected();
+    items_.Select(rows_.SortAgain(row < rows_.Count() ? row : -1));
+    items_.Redraw();
+    EnableControls();
+    if (hadFocus) items_.SetFocus();
+}
+
+void CheckWindow::TellOutcome() {
+    if (!report_) return;
+    const std::shared_ptr<const BackupReport> report = report_;
+    std::wstring text = VerdictSentence(*report, texts_);
+    for (const std::wstring& remark : Remarks(*report, texts_)) text += L"\n\n" + remark;
+    app_.ShowMessage(text, TextId::CheckTitle, StyleOf(SignOf(*report)));
+    const bool isPassword = report->verdict == Verdict::WrongPassword || report->verdict == Verdict::PasswordMissing;
+    if (isPassword && IsLoaded()) password_.SetFocus();
+}
+
+void CheckWindow::EndSaving() {
+    work_ = Work::None;
+    EnableControls();
+    const std::optional<std::wstring> failure = *savingFailure_;
+    const std::wstring text = failure ? Filled(Text(TextId::CheckReportNotWritten), {*failure})
+                                      : Filled(Text(TextId::CheckReportSaved), {savedPath_});
+    Post([this, text, isSaved = !failure] {
+        app_.ShowMessage(text, TextId::CheckTitle, isSaved ? box::Information : box::Critical);
+    });
+}
+
+void CheckWindow::ShowVerdict(VerdictSign sign, const std::wstring& text) {
+    sign_.SetIcon(sign == VerdictSign::None ? nullptr : icons_.Icon(static_cast<int>(sign)));
+    sign_.Show(sign != VerdictSign::None);
+    if (verdict_.Text() != text) verdict_.SetText(text);
+}

@@ -1,0 +1,61 @@
+#include "ui/PathDialogs.h"
+
+#include <commdlg.h>
+#include <shlobj.h>
+
+#include <array>
+#include <memory>
+
+namespace ui {
+
+namespace {
+
+constexpr std::size_t LongestPath = 32768;
+
+struct FreeTaskMemory {
+    void operator()(void* memory) const { CoTaskMemFree(memory); }
+};
+
+std::optional<std::wstring> Browse(Form& owner, const std::wstring& instruction, UINT flags) {
+    std::array<wchar_t, MAX_PATH> path{};
+    BROWSEINFOW browse{};
+    browse.hwndOwner = owner.Handle();
+    browse.lpszTitle = instruction.c_str();
+    browse.pszDisplayName = path.data();
+    browse.ulFlags = BIF_NEWDIALOGSTYLE | BIF_EDITBOX | flags;
+    const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(SHBrowseForFolderW(&browse));
+    if (!chosen || !SHGetPathFromIDListW(chosen.get(), path.data())) return std::nullopt;
+    return std::wstring(path.data());
+}
+
+} // namespace
+
+std::optional<std::wstring> ChooseFolder(Form& owner, const std::wstring& instruction) {
+    return Browse(owner, instruction, BIF_RETURNONLYFSDIRS);
+}
+
+std::optional<std::wstring> ChooseFolderOrFile(Form& owner, const std::wstring& instruction) {
+    return Browse(owner, instruction, BIF_BROWSEINCLUDEFILES | BIF_NONEWFOLDERBUTTON);
+}
+
+std::optional<std::wstring> ChooseNewFile(Form& owner, const std::wstring& name, const std::vector<FileKind>& kinds) {
+    std::wstring filter;
+    for (const FileKind& kind : kinds) {
+        const std::wstring pattern = L"*." + kind.ending;
+        filter += kind.name + L" (" + pattern + L")" + L'\0' + pattern + L'\0';
+    }
+    std::vector<wchar_t> path(LongestPath);
+    name.copy(path.data(), path.size() - 1);
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner.Handle();
+    dialog.lpstrFilter = filter.c_str();
+    dialog.lpstrFile = path.data();
+    dialog.nMaxFile = static_cast<DWORD>(path.size());
+    dialog.lpstrDefExt = kinds.empty() ? nullptr : kinds.front().ending.c_str();
+    dialog.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    if (!GetSaveFileNameW(&dialog)) return std::nullopt;
+    return std::wstring(path.data());
+}
+
+} // namespace ui
