@@ -237,6 +237,8 @@ class Workstation:
         target.mkdir(parents=True, exist_ok=True)
         for name in ("Backup.exe", "7Za.exe"):
             shutil.copy2(BINARIES / name, target / name)
+        if (BINARIES / "BackupCheck.exe").exists():
+            shutil.copy2(BINARIES / "BackupCheck.exe", target / "BackupCheck.exe")
         # The program finds its help documents in this folder wherever it lies itself, and does without them.
         help_folder = self.path(INSTALL_FOLDER)
         for document in HELP_DOCUMENTS:
