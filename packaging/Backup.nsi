@@ -81,15 +81,19 @@ ShowUninstDetails nevershow
 !define ENGLISH_NAME "Backup"
 !define FRENCH_NAME "Copies de sécurité"
 !insertmacro Text ProductName "${ENGLISH_NAME}" "${FRENCH_NAME}"
+!define ENGLISH_CHECK_NAME "Check a backup"
+!define FRENCH_CHECK_NAME "Vérifier une copie de sécurité"
+!insertmacro Text CheckName "${ENGLISH_CHECK_NAME}" "${FRENCH_CHECK_NAME}"
 !insertmacro Text WelcomeText \
   "Backup ${VERSION} will be installed in$\r$\nC:\Valcoreaux\Backup$\r$\n$\r$\nSettings and list files that were changed on this \
 computer are kept.$\r$\n$\r$\nQuestions: Ardel Support Desk, 1-800-555-0142." \
   "Le logiciel Copies de sécurité ${VERSION} sera installé dans$\r$\nC:\Valcoreaux\Backup$\r$\n$\r$\nLes paramètres et les \
 listes de fichiers modifiés sur ce poste sont conservés.$\r$\n$\r$\nQuestions : Ardel-Services, 1-800-555-0199."
 !insertmacro Text FinishText \
-  "Backup ${VERSION} is installed. Open it from the desktop or from the Start menu; its Help button opens the user's guide." \
-  "Copies de sécurité ${VERSION} est installé. Ouvrez-le à partir du bureau ou du menu Démarrer; son bouton Aide ouvre le \
-guide de l'utilisateur."
+  "Backup ${VERSION} is installed. Open it from the desktop or from the Start menu, where you also find Check a backup; its Help \
+button opens the user's guide." \
+  "Copies de sécurité ${VERSION} est installé. Ouvrez-le à partir du bureau ou du menu Démarrer, où se trouve aussi \
+Vérifier une copie de sécurité; son bouton Aide ouvre le guide de l'utilisateur."
 !insertmacro Text UninstallText \
   "Backup will be removed. Backup.ini and list files that were changed on this computer stay." \
   "Le logiciel Copies de sécurité sera retiré. Backup.ini et les listes de fichiers modifiées sur ce poste sont conservés."
@@ -243,11 +247,16 @@ FunctionEnd
 !macroend
 
 ; Both names: the shortcuts may have been made in the other language.
+!macro RemoveShortcut name
+  Delete "$DESKTOP\${name}.lnk"
+  Delete "$SMPROGRAMS\${name}.lnk"
+!macroend
+
 !macro RemoveShortcuts
-  Delete "$DESKTOP\${ENGLISH_NAME}.lnk"
-  Delete "$DESKTOP\${FRENCH_NAME}.lnk"
-  Delete "$SMPROGRAMS\${ENGLISH_NAME}.lnk"
-  Delete "$SMPROGRAMS\${FRENCH_NAME}.lnk"
+  !insertmacro RemoveShortcut "${ENGLISH_NAME}"
+  !insertmacro RemoveShortcut "${FRENCH_NAME}"
+  !insertmacro RemoveShortcut "${ENGLISH_CHECK_NAME}"
+  !insertmacro RemoveShortcut "${FRENCH_CHECK_NAME}"
 !macroend
 
 ; A folder of files. A link in its place goes without what it leads to: any user of the computer can have put it there.
@@ -326,6 +335,7 @@ Section
   !insertmacro RemoveShortcuts
   CreateShortcut "$DESKTOP\$(ProductName).lnk" "$INSTDIR\Backup.exe"
   CreateShortcut "$SMPROGRAMS\$(ProductName).lnk" "$INSTDIR\Backup.exe"
+  CreateShortcut "$SMPROGRAMS\$(CheckName).lnk" "$INSTDIR\BackupCheck.exe"
 
   ; A part of Windows whose message 1 is the bare text of the entry.
   WriteRegExpandStr HKLM "${EVENT_SOURCE_KEY}" "EventMessageFile" "%SystemRoot%\System32\EventCreate.exe"

@@ -4,7 +4,10 @@ import os
 import unittest
 
 from installer_case import LIST_SOURCES, PACKAGING, REFUSED, STAMPS_KEY, UNINSTALL_KEY, InstallerCase, registry_stamp
-from system_test import PROJECT
+from system_test import PROJECT, Program
+
+# On the desktop and in the Start menu.
+FRENCH_SHORTCUTS = [["Copies de sécurité.lnk"], ["Copies de sécurité.lnk", "Vérifier une copie de sécurité.lnk"]]
 
 
 class InstallerTest(InstallerCase):
@@ -20,13 +23,21 @@ class InstallerTest(InstallerCase):
             self.assertTrue((self.folder / name).read_bytes().startswith(b"%PDF-"), name)
         for name, source in LIST_SOURCES.items():
             self.assertEqual((self.lists / name).read_bytes(), source.read_bytes(), name)
-        self.assertEqual(self.shortcuts(), [["Copies de sécurité.lnk"]] * 2)
+        self.assertEqual(self.shortcuts(), FRENCH_SHORTCUTS)
         entry = self.registry_values(UNINSTALL_KEY)
         self.assertEqual((entry["DisplayVersion"], entry["Publisher"]), ('"2.2.0"', '"Ardel-Services"'))
 
         program = self.start()
         program.main_window().press("cmdSortie")
         self.assertEqual(program.wait_exit(), 0)
+
+    def test_the_shortcut_of_the_check_starts_it_in_the_language_of_windows(self):
+        self.install()
+        shortcut = r"C:\ProgramData\Microsoft\Windows\Start Menu\Programs\Vérifier une copie de sécurité.lnk"
+        self.assertIn("BackupCheck.exe".encode("utf-16-le"), self.station.path(shortcut).read_bytes())
+        check = Program(self.station, executable="BackupCheck.exe")
+        self.addCleanup(self.end, check)
+        self.assertEqual(check.window("CheckWindow").title, "Vérification d'une copie de sécurité")
 
     def test_only_settings_stay_after_removal(self):
         self.install()
@@ -67,7 +78,7 @@ class InstallerTest(InstallerCase):
         self.assertEqual((self.lists / older).read_bytes(), LIST_SOURCES[older].read_bytes())
         self.assertEqual((self.lists / changed).read_bytes(), b"C:\\Mine_\r\n")
         self.assertTrue((self.lists / missing).exists())
-        self.assertEqual(self.shortcuts(), [["Copies de sécurité.lnk"]] * 2)
+        self.assertEqual(self.shortcuts(), FRENCH_SHORTCUTS)
 
     def test_nothing_is_touched_while_the_program_runs_and_everything_goes_afterwards(self):
         self.install()

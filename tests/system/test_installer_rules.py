@@ -70,7 +70,8 @@ class InstallerRulesTest(InstallerCase):
         self.install("/LANG=en")
         self.assertEqual(self.shortcuts()[0][0], "Backup.lnk")
         self.install("/LANG=fr")
-        self.assertIn("Copies de sécurité.lnk", self.shortcuts()[0])
+        self.assertEqual(self.shortcuts(), [["Copies de sécurité.lnk"],
+                                            ["Copies de sécurité.lnk", "Vérifier une copie de sécurité.lnk"]])
 
     def test_the_event_log_knows_the_program_until_it_is_removed_quietly(self):
         self.install()
