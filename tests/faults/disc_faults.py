@@ -72,7 +72,7 @@ disc("write-stopped-by-the-user", Expect(outcomes=(FAILED,), medium=(NOTHING, UN
 def log_off_during_write(scene):
     backup = scene.program.find_window("frmBackup")
     scene.program.wait(lambda: backup.control("cmdStopWrite").visible, "the write", 60)
-    log_off(scene)
+    log_off(scene, needs_archiver=False)
 
 
 disc("log-off-during-the-write", BURNT, when_chosen=drive(write_milliseconds=4000), when_running=log_off_during_write)

@@ -119,6 +119,9 @@ class Person:
         fault.when_running(self)
         return True
 
+    def _is_asked_again(self):
+        return self.seen.told and self.program.find_window("frmMotPasse", enabled=True) is not None
+
     def _settled(self):
         """A window of the program can be used again, and no dialog stands over it."""
         for form, control in (("frmBackup", "cmdPrecedent"), ("frmRestaureCD", "cmdFermer"), ("frmMain", "cmdSortie")):
@@ -129,7 +132,11 @@ class Person:
 
     def follow(self, seconds=150):
         """Reads the program's messages until it has ended or waits for the person again, and notes which."""
-        answers = self.read_boxes(self._settled, seconds)
+        answers = self.read_boxes(lambda: self._settled() or self._is_asked_again(), seconds)
+        while answers and self.program.exit_code() is None and self._is_asked_again():
+            # The password does not open the archive; the person knows no other.
+            self.program.find_window("frmMotPasse", enabled=True).press("cmdCancel")
+            answers = self.read_boxes(self._settled, seconds)
         if self.seen.outcome:
             return
         exit_code = self.program.exit_code()

@@ -3,6 +3,8 @@
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
 
+#include <new>
+
 namespace {
 
 TEST_F(RestoreWindow, TooLittleWorkSpaceStopsBeforeThePassword) {
@@ -168,6 +170,22 @@ TEST_F(RestoreWindow, DuringTheCopyNothingMovesNothingClosesAndNothingCanBePress
     };
     Click(IDC_cmdLancerRestauration);
     EXPECT_EQ(checks, 1);
+    EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(RestoreWindow, ARestoreThatCannotEvenBeReportedLeavesAWindowThatCanBeClosed) {
+    AddTwoItems();
+    OpenFirstDrive();
+    dialogs.passwords = {L"Abcdefg1"};
+    // The message of the end fails, its report fails, and so does the first report of that.
+    int failures = 3;
+    machine.messageBoxes.whileShown = [&](const auto&) {
+        if (failures-- > 0) throw std::bad_alloc();
+    };
+    Click(IDC_cmdLancerRestauration);
+    ASSERT_TRUE(form.IsLoaded());
+    EXPECT_TRUE(IsHooked());
+    Click(IDC_cmdFermer);
     EXPECT_FALSE(form.IsLoaded());
 }
 

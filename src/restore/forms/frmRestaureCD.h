@@ -79,6 +79,7 @@ class frmRestaureCD final : public ApplicationForm {
     void ShowNoMedium();
     void TickAll(bool isTicked);
     void EnableLaunch();
+    void GiveWindowBack();
     bool IsStillThere(const InsertedMedium::Print& medium);
     bool OpenArchive(const InsertedMedium::Print& medium);
     void Restore();

@@ -14,17 +14,27 @@
 #include <utility>
 
 void frmRestaureCD::cmdLancerRestauration_Click() {
-    Guarded(L"cmdLancerRestauration_Click, module frmRestaureCD", [this] {
-        const InsertedMedium::Print medium = shownMedium_;
-        chosenRoot_ = medium.root;
-        if (!IsStillThere(medium)) return;
-        if (static_cast<double>(medium.archiveSizeBytes) >= app_.startUp->dblEspaceDisponible) {
-            app_.ShowMessage(TextId::RestoreWorkSpaceTooSmall, TextId::CapacityReachedTitle, box::Critical);
-            return;
-        }
-        const std::unique_ptr<Hold> awake = app_.machine.power->KeepAwake();
-        if (OpenArchive(medium)) Restore();
-    });
+    try {
+        Guarded(L"cmdLancerRestauration_Click, module frmRestaureCD", [this] {
+            const InsertedMedium::Print medium = shownMedium_;
+            chosenRoot_ = medium.root;
+            if (!IsStillThere(medium)) return;
+            if (static_cast<double>(medium.archiveSizeBytes) >= app_.startUp->dblEspaceDisponible) {
+                app_.ShowMessage(TextId::RestoreWorkSpaceTooSmall, TextId::CapacityReachedTitle, box::Critical);
+                return;
+            }
+            const std::unique_ptr<Hold> awake = app_.machine.power->KeepAwake();
+            if (OpenArchive(medium)) Restore();
+        });
+    } catch (...) {
+        // Not even the report could be made. A window that stays busy could not be closed.
+        GiveWindowBack();
+        throw;
+    }
+    GiveWindowBack();
+}
+
+void frmRestaureCD::GiveWindowBack() {
     if (!IsLoaded() || !std::exchange(isRestoring_, false)) return;
     // A restore that failed as a whole gives the window back, and the lists follow the devices again.
     hook_.Install(Handle(), modFonctionsCommunes::MyWindowProcRestaureCD);
