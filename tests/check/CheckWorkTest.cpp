@@ -159,7 +159,7 @@ TEST_F(CheckWorkTest, APlaceThatCannotBeReadIsDamageAndNotTheEnd) {
 }
 
 TEST_F(CheckWorkTest, ACheckStopsWhenAsked) {
-    const CheckHooks hooks{[] { return true; }, {}, {}};
+    const CheckHooks hooks{[] { return true; }, {}, {}, {}};
     EXPECT_EQ(RunCheck(files, request, hooks).verdict, Verdict::Stopped);
 }
 
