@@ -20,6 +20,10 @@ void AddListRequests(RequestTable& table);
 void AddMessageBoxRequests(RequestTable& table);
 void AddDriveRequests(RequestTable& table);
 void AddFileRequests(RequestTable& table);
+void AddRightsRequests(RequestTable& table);
+
+/// Every request by its verb.
+RequestTable AllRequests();
 
 /// The number in a field, decimal or 0x; throws RequestError for anything else or a missing field.
 std::int64_t NumberAt(const Row& fields, std::size_t index);
