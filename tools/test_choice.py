@@ -92,10 +92,21 @@ def matches(identity, filters):
     return not filters or any(fnmatchcase(f".{identity}.", f"*.{word}.*") for word in filters)
 
 
-def is_installer_wanted(filters):
-    folder = PROJECT / "tests" / "system"
-    tests = re.findall(r"^class (\w+)|^    def (test_\w+)", (folder / "test_installer.py").read_text(encoding="utf-8"), re.M)
-    return not filters or any(matches(f"test_installer.{name or test}", filters) for name, test in tests)
+def is_wanted(filters, case):
+    """Whether the filters let a system test run that stands on a case such as InstallerCase."""
+    for path in (PROJECT / "tests" / "system").glob("test_*.py"):
+        text = path.read_text(encoding="utf-8")
+        names = re.findall(r"^class (\w+)|^    def (test_\w+)", text, re.M) if f"({case})" in text else []
+        if any(matches(f"{path.stem}.{name or test}", filters) for name, test in names):
+            return True
+    return False
+
+
+def packages(filters):
+    """What of packaging/ has to be run before the system tests; the kit brings the installer with it."""
+    if is_wanted(filters, "KitCase"):
+        return ["kit"]
+    return ["installer"] * is_wanted(filters, "InstallerCase")
 
 
 def needs(wanted):
@@ -115,7 +126,7 @@ def needs(wanted):
             build("windows", *programs, *(("VirtualBurner",) if "disc_tests" in programs else ()))
         elif choice.layer == "system":
             build("windows", *SYSTEM_TARGETS)
-            steps += ["archiver"] + ["installer"] * is_installer_wanted(choice.filters)
+            steps += ["archiver", *packages(choice.filters)]
         elif choice.layer == "fuzz":
             build("fuzz", *(choice.names() or ["all"]))
         elif choice.layer == "lint":

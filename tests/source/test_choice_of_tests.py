@@ -16,7 +16,7 @@ def built(*words):
 class ChoiceTest(unittest.TestCase):
     def test_without_a_word_every_layer_runs_whole(self):
         self.assertEqual([choice.layer for choice in choices([])], list(DEFAULT_LAYERS))
-        self.assertEqual(built(), ["build native all", "build windows all", "build fuzz all", "archiver", "installer"])
+        self.assertEqual(built(), ["build native all", "build windows all", "build fuzz all", "archiver", "kit"])
 
     def test_all_is_every_layer_and_clang_tidy_last(self):
         self.assertEqual([choice.layer for choice in choices(["all"])], [*DEFAULT_LAYERS, "lint"])
@@ -50,7 +50,13 @@ class ChoiceTest(unittest.TestCase):
     def test_the_installer_is_built_for_its_tests_only(self):
         self.assertNotIn("installer", built("system", "test_main_job"))
         self.assertIn("installer", built("system", "test_installer"))
-        self.assertIn("installer", built("system"))
+        self.assertIn("installer", built("system", "test_installer_rights"))
+
+    def test_the_kit_is_built_for_its_test_and_brings_the_installer_with_it(self):
+        self.assertNotIn("kit", built("system", "test_installer"))
+        for words in (("system", "test_kit"), ("system",)):
+            self.assertIn("kit", built(*words))
+            self.assertNotIn("installer", built(*words))
 
     def test_a_bare_suite_stands_for_all_of_its_tests(self):
         self.assertEqual(google_filter(["BackupRunTest", "Form.Loads*"]), "BackupRunTest.*:Form.Loads*")
