@@ -259,9 +259,9 @@ class Reader:
         if first == "return":
             if end == begin + 1:
                 self._add("statement", start, self.tokens[end].end, ";")
-            elif end > begin + 2:
+            elif end > begin + 2 and self.source[self.tokens[begin + 1].start:self.tokens[end].start] != "std::nullopt":
                 self._add("early return", start, self.tokens[end].end, "return {};")
-        elif end > begin and not self._declares(begin, end):
+        elif end > begin and not self._declares(begin, end) and "reserve" not in map(self._text, range(begin, end)):
             self._add("statement", start, self.tokens[end].end, ";")
 
 

@@ -50,6 +50,11 @@ class MutationsTest(unittest.TestCase):
         source = "void f() {\nconst int a = b();\nstd::vector<int> c;\nd.e(a);\n}"
         self.assertEqual(changes(source, "statement"), [";"])
 
+    def test_what_asks_for_memory_only_or_returns_nothing_already_stays(self):
+        self.assertEqual(changes("auto f() {\na.reserve(b);\nreturn std::nullopt;\n}", "statement"), [])
+        self.assertEqual(changes("auto f() {\na.reserve(b);\nreturn std::nullopt;\n}", "early return"),
+                         ["auto f() { return {};"])
+
     def test_the_statements_of_a_lambda_are_left_out_too(self):
         self.assertEqual(changes("int f() {\nreturn g([&] { h(); });\n}", "statement"), ["return g([&] { ; });"])
 

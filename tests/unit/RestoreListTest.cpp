@@ -221,6 +221,15 @@ TEST_F(RestoreMedium, WithAControlFileOfGigabytesIsNotReadAtAll) {
     EXPECT_EQ(medium.failure->Number(), 7);
 }
 
+TEST_F(RestoreMedium, WithAControlFileOf64MegabytesIsTheLargestThatIsRead) {
+    constexpr std::uint64_t Largest = 67'108'864;
+    machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 1000);
+    machine.files.AddSizedFile(L"E:\\_listFich.lst", Largest);
+    EXPECT_FALSE(LookAtMedium(machine.app, L"E:\\").failure);
+    machine.files.AddSizedFile(L"E:\\_listFich.lst", Largest + 1);
+    EXPECT_TRUE(LookAtMedium(machine.app, L"E:\\").failure);
+}
+
 TEST_F(RestoreMedium, WithBothFilesIsABackupOfItsArchivesSize) {
     machine.files.AddFile(L"E:\\_listFich.lst", "C:\\a,32,Zip0001\r\n");
     machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 3'000'000'000);
