@@ -23,6 +23,10 @@ LOGS = BUILD / "logs"
 PROGRAM_TIMEOUT_SECONDS = 600
 # Most tests wait more than they compute; more at once would disturb those that measure time.
 AT_ONCE = 2
+# Fonts grow in steps of their own: what fits at one scale of the screen may be cut at the next.
+SCALES = (125, 150, 175, 200)
+LAYOUT_TESTS = ("*CaptionFits*", "*CaptionsFit*", "*NoCaptionIsCut*", "*TheProgressStandsWhereItBelongs",
+                "*PlaceholderRowsAreNotCut*", "*DialogUnitsAreNoLess*")
 # Parts run in threads beside each other, and a process that was forked while others hold locks may hang.
 SPAWN = multiprocessing.get_context("spawn")
 
@@ -72,13 +76,13 @@ def native_tests(filters, name="unit, native", program="unit_tests"):
     return report.close()
 
 
-def windows_tests(name, program, filters=(), with_display=False, beside=()):
+def windows_tests(name, program, filters=(), with_display=False, beside=(), scale=100):
     """Runs one of the Windows test programs, with the files it needs beside it, on a workstation with a removable drive."""
     report = Report(name)
-    folder = BUILD / "workstation" / program
+    folder = BUILD / "workstation" / (program if scale == 100 else f"{program}-{scale}")
     shutil.rmtree(folder, ignore_errors=True)
     display = Display() if with_display else None
-    station = Workstation(folder, language="fr", display=display, has_program=False)
+    station = Workstation(folder, language="fr", display=display, has_program=False, scale_percent=scale)
     try:
         station.add_drive("e", label="SAUVEGARDE")
         for file in (f"{program}.exe", *beside):
@@ -190,7 +194,9 @@ def parts(choice):
         programs = {"disc_tests": partial(windows_tests, "window, discs", "disc_tests", filters, with_display=True,
                                           beside=["VirtualBurner.dll"]),
                     "window_tests": partial(windows_tests, "window", "window_tests", filters, with_display=True)}
-        return [part for program, part in programs.items() if program in window_programs(filters)]
+        scaled = [] if filters else [partial(windows_tests, f"window, {scale} %", "window_tests", LAYOUT_TESTS,
+                                             with_display=True, scale=scale) for scale in SCALES]
+        return [part for program, part in programs.items() if program in window_programs(filters)] + scaled
     if choice.layer == "system":
         return [partial(python_tests, "system", PROJECT / "tests" / "system", filters)]
     return [partial(fuzz_tests if choice.layer == "fuzz" else lint_tests, choice)]

@@ -48,6 +48,10 @@ std::wstring Control::Text() const {
     return text;
 }
 
+void Control::FollowInTabOrder(const Control& other) {
+    SetWindowPos(Handle(), other.Handle(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void Control::SetFocus() {
     SendMessageW(form_.Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Handle()), TRUE);
 }

@@ -25,6 +25,8 @@ class Control {
     bool IsVisible() const { return form_.Controls().IsWantedVisible(id_); }
     void SetText(const std::wstring& text);
     std::wstring Text() const;
+    /// Tab comes to this control right after `other`.
+    void FollowInTabOrder(const Control& other);
     void SetFocus();
     bool HasFocus() const;
     BoundsTwips Bounds() const;

@@ -49,8 +49,7 @@ void Form::Create(Form* owner) {
 
 void Form::CreateChild(Form& parent, const PlaceDialogUnits& place) {
     Create(&parent);
-    RECT pixels{place.left, place.top, place.right, place.bottom};
-    MapDialogRect(parent.Handle(), &pixels);
+    const RECT pixels = PixelsOf(place, parent.Handle());
     SetWindowPos(window_, nullptr, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top,
                  SWP_NOZORDER | SWP_SHOWWINDOW);
 }
@@ -169,12 +168,7 @@ void Form::SetHeightTwips(int heightTwips) {
     const int frame = (outer.bottom - outer.top) - inner.bottom;
     const int eraFrame = PixelsFromTwips(EraFrameTwips, window_);
     const int height = PixelsFromTwips(heightTwips, window_) + (frame > eraFrame ? frame - eraFrame : 0);
-    MONITORINFO screen{};
-    screen.cbSize = sizeof screen;
-    GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &screen);
-    const int top =
-        std::max(std::min(outer.top, screen.rcWork.bottom - height), std::min(outer.top, screen.rcWork.top));
-    SetWindowPos(window_, nullptr, outer.left, top, outer.right - outer.left, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    ResizeOnScreen(window_, {outer.right - outer.left, height});
 }
 
 void Form::SetInnerWidthTwips(int widthTwips) {
@@ -199,7 +193,7 @@ void Form::SetInnerSize(std::optional<int> widthTwips, std::optional<int> height
     SIZE size{outer.right - outer.left, outer.bottom - outer.top};
     if (widthTwips) size.cx += PixelsFromTwips(*widthTwips, window_) - inner.right;
     if (heightTwips) size.cy += PixelsFromTwips(*heightTwips, window_) - inner.bottom;
-    SetWindowPos(window_, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ResizeOnScreen(window_, size);
 }
 
 void Form::On(int controlId, int code, std::function<void()> handler) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/ControlStates.h"
+#include "ui/Placement.h"
 #include "ui/Units.h"
 #include "ui/Windows.h"
 #include "win32/UniqueHandle.h"
@@ -15,14 +16,6 @@
 #include <vector>
 
 namespace ui {
-
-/// Edges in a dialog template's units, which the dialog's font makes pixels of.
-struct PlaceDialogUnits {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-};
 
 /// A window made from a dialog template. It is loaded by `Create` or `ShowModal` and may be loaded again once it has
 /// been unloaded. Everything runs on the user-interface thread; nothing thrown by a handler leaves the window
@@ -65,8 +58,7 @@ class Form {
     std::wstring Title() const;
     void Refresh();
     /// Sets the outer height. Heights were made for a caption and frame of 375 twips; where the system's are taller
-    /// the difference is added, so that no control is cut.
-    /// The window is moved up where it would not end on the screen.
+    /// the difference is added, so that no control is cut. These three keep the window on the screen.
     void SetHeightTwips(int heightTwips);
     void SetInnerWidthTwips(int widthTwips);
     void SetInnerHeightTwips(int heightTwips);

@@ -1,4 +1,5 @@
 #include "BackupWindowBench.h"
+#include "CaptionFit.h"
 #include "resources/TextId.h"
 
 namespace {
@@ -89,6 +90,7 @@ TEST_F(BackupWindowTest, TheProgressStandsWhereItBelongs) {
         EXPECT_LE(inside.top + inside.height, place.top + place.height) << id;
         EXPECT_LE(inside.left + inside.width, place.left + place.width) << id;
     }
+    EXPECT_EQ(OverlappingControls(form->Handle()), std::vector<std::string>());
     Click(IDC_cmdStopWrite);
 }
 

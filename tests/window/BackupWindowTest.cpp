@@ -2,6 +2,7 @@
 #include "CaptionFit.h"
 #include "Footprint.h"
 #include "KeyboardReach.h"
+#include "ScreenFit.h"
 #include "core/LanguageValues.h"
 #include "core/SpaceValues.h"
 #include "core/StartUpValues.h"
@@ -63,6 +64,7 @@ TEST_F(BackupWindowTest, NoCaptionIsCutAndNothingOverlapsInEitherLanguage) {
         OpenCd();
         EXPECT_THAT(ClippedCaptions(form->Handle()), IsEmpty()) << language;
         EXPECT_THAT(OverlappingControls(form->Handle()), IsEmpty()) << language;
+        EXPECT_EQ(TooLargeForScreen(form->Handle()), "");
         form->Unload();
     }
 }

@@ -116,6 +116,14 @@ bool IsCut(HWND control, HWND parent) {
     return !IntersectRect(&common, &inside, &place) || !EqualRect(&common, &place);
 }
 
+void NoteCommonPixels(HWND first, HWND second, std::vector<std::string>& found) {
+    RECT one{}, other{}, common{};
+    GetWindowRect(first, &one);
+    GetWindowRect(second, &other);
+    if (IntersectRect(&common, &one, &other))
+        found.push_back(std::to_string(GetDlgCtrlID(first)) + " and " + std::to_string(GetDlgCtrlID(second)));
+}
+
 void CheckSiblings(HWND parent, std::vector<std::string>& found) {
     std::vector<HWND> controls;
     std::vector<HWND> frames;
@@ -125,6 +133,10 @@ void CheckSiblings(HWND parent, std::vector<std::string>& found) {
         if (IsCut(control, parent))
             found.push_back(std::to_string(GetDlgCtrlID(control)) + " and the end of its window");
         (IsFrame(control) ? frames : controls).push_back(control);
+    }
+    for (std::size_t first = 0; first < frames.size(); ++first) {
+        for (std::size_t second = first + 1; second < frames.size(); ++second)
+            NoteCommonPixels(frames[first], frames[second], found);
     }
     for (const HWND frame : frames) {
         for (const HWND control : controls) {
@@ -138,15 +150,8 @@ void CheckSiblings(HWND parent, std::vector<std::string>& found) {
         }
     }
     for (std::size_t first = 0; first < controls.size(); ++first) {
-        for (std::size_t second = first + 1; second < controls.size(); ++second) {
-            RECT one{}, other{}, common{};
-            GetWindowRect(controls[first], &one);
-            GetWindowRect(controls[second], &other);
-            if (IntersectRect(&common, &one, &other)) {
-                found.push_back(std::to_string(GetDlgCtrlID(controls[first])) + " and " +
-                                std::to_string(GetDlgCtrlID(controls[second])));
-            }
-        }
+        for (std::size_t second = first + 1; second < controls.size(); ++second)
+            NoteCommonPixels(controls[first], controls[second], found);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "FormDriver.h"
 #include "KeyboardReach.h"
+#include "ScreenFit.h"
 #include "backup/DriveEntries.h"
 #include "core/LanguageValues.h"
 #include "core/WriterFlags.h"
@@ -120,6 +121,7 @@ TEST_F(EraseWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
         EXPECT_EQ(Text(IDC_optEffacementRapide), machine.app.Text(TextId::QuickEraseChoice));
         EXPECT_THAT(ClippedCaptions(form.Handle()), IsEmpty());
         EXPECT_THAT(OverlappingControls(form.Handle()), IsEmpty());
+        EXPECT_EQ(TooLargeForScreen(form.Handle()), "");
         EXPECT_THAT(UnreachableControls(form.Handle()), IsEmpty());
         EXPECT_EQ(AccessKeyClashes(form.Handle()), L"");
         form.Unload();

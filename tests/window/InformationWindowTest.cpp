@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "FormDriver.h"
 #include "KeyboardReach.h"
+#include "ScreenFit.h"
 #include "core/LanguageValues.h"
 #include "discutil/DiscHost.h"
 #include "discutil/forms/frmInfoDisque.h"
@@ -87,6 +88,7 @@ TEST_F(InformationWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached
         for (const auto& [control, text] : captions) EXPECT_EQ(Text(control), machine.app.Text(text)) << control;
         EXPECT_THAT(ClippedCaptions(form.Handle()), IsEmpty());
         EXPECT_THAT(OverlappingControls(form.Handle()), IsEmpty());
+        EXPECT_EQ(TooLargeForScreen(form.Handle()), "");
         EXPECT_THAT(UnreachableControls(form.Handle()), IsEmpty());
         form.Unload();
     }

@@ -1,6 +1,7 @@
 #include "CaptionFit.h"
 #include "KeyboardReach.h"
 #include "MainWindowBench.h"
+#include "ScreenFit.h"
 #include "core/StartUpValues.h"
 
 namespace {
@@ -47,6 +48,7 @@ TEST_F(MainWindowTest, EveryCaptionFitsInFrench) {
     Start();
     EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>{});
     EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>{});
+    EXPECT_EQ(TooLargeForScreen(form.Handle()), "");
     Click(IDC_optRestaure);
     EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>{});
 }

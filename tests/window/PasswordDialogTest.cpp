@@ -2,6 +2,7 @@
 #include "Footprint.h"
 #include "FormDriver.h"
 #include "KeyboardReach.h"
+#include "ScreenFit.h"
 #include "archive/forms/frmMotPasse.h"
 #include "core/ArchiveValues.h"
 #include "core/LanguageValues.h"
@@ -116,10 +117,16 @@ TEST_F(PasswordDialog, EveryCaptionFitsInBothLanguagesAndModes) {
             EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
             Click(IDC_cmdAideMax);
             EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
+            EXPECT_EQ(TooLargeForScreen(form.Handle()), "");
             EXPECT_EQ(AccessKeyClashes(form.Handle()), L"");
             form.Unload();
         }
     }
+}
+
+TEST_F(PasswordDialog, TabGoesDownTheStackOfTheEntryMode) {
+    Open(PasswordMode::Entry);
+    EXPECT_EQ(TabOrder(form.Handle()), (Ids{IDC_txtMotPasse, IDC_cmdCancel, IDC_cmdOK, IDC_cmdAideMax}));
 }
 
 TEST_F(PasswordDialog, EveryControlIsReachedByKeyboardAndNamed) {

@@ -101,21 +101,6 @@ TEST_F(RestoreWindowShown, WindowHasASizingFrameAndGetsNoSmallerThanItWasMade) {
     EXPECT_EQ(limits.ptMinTrackSize.y, size.cy);
 }
 
-TEST_F(RestoreWindowShown, WindowFitsTheScreensThatAgentsHave) {
-    Open();
-    struct Screen {
-        int width;
-        int height;
-        double scale;
-    };
-    constexpr int TaskBarPixels = 48;
-    for (const Screen& screen :
-         {Screen{1366, 768, 1.0}, Screen{1366, 768, 1.25}, Screen{1920, 1080, 1.5}, Screen{1920, 1080, 1.75}}) {
-        EXPECT_LE(OuterSize().cx * screen.scale, screen.width) << screen.scale;
-        EXPECT_LE(OuterSize().cy * screen.scale, screen.height - TaskBarPixels * screen.scale) << screen.scale;
-    }
-}
-
 TEST_F(RestoreWindowShown, MailStoreIsLookedForOnceTheMarkerWasReplaced) {
     machine.app.user->strProfilUtilisateur = L"C:\\Users\\jean.pst";
     AddBackup(L"E:\\", "**UserProfile**\\lettre.doc,32,Zip0001\r\nC:\\Data\\b.doc,32,Zip0002\r\n");

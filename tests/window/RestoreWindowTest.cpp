@@ -2,6 +2,7 @@
 #include "Footprint.h"
 #include "KeyboardReach.h"
 #include "RestoreWindowBench.h"
+#include "ScreenFit.h"
 #include "core/ArchiveValues.h"
 #include "core/LanguageValues.h"
 #include "platform/MessageBoxes.h"
@@ -37,6 +38,7 @@ TEST_F(RestoreWindow, EveryCaptionFitsInBothLanguages) {
         Open();
         EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>());
         EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
+        EXPECT_EQ(TooLargeForScreen(form.Handle()), "");
         EXPECT_EQ(AccessKeyClashes(form.Handle()), L"");
         form.Unload();
     }

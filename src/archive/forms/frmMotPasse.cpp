@@ -150,6 +150,8 @@ void frmMotPasse::LayOutForEntry() {
         button->Move({LeftEdge, top, ButtonWidth, EntryHeight});
         top += EntryHeight + EntryGap;
     }
+    // Tab goes down the stack.
+    cmdCancel.FollowInTabOrder(txtMotPasse);
 }
 
 void frmMotPasse::cmdOK_Click() {
