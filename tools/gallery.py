@@ -7,14 +7,13 @@ offers. With them goes a table of the windows' sizes against the screens that th
 import shutil
 import subprocess
 import time
-from pathlib import Path
 
 from burner import Burner, install_image_mastering
 from driver import NotSeen
 from program import IDNO, IDOK, IDYES, Program
 from samples import write_samples
 from schemes import SCHEMES, apply_scheme
-from screens import size_table
+from screens import outer_size, size_table
 from workstation import BUILD, Display, Workstation
 
 GALLERY = BUILD / "gallery"
@@ -29,6 +28,7 @@ class Visit:
 
     def __init__(self, language, scale, scheme, wanted):
         self.name = f"{language}-{scale}" + (f"-{scheme}" if scheme else "")
+        self.scale = scale
         self.wanted = wanted
         self.sizes = {}
         self.display = Display("2560x1600")
@@ -66,8 +66,7 @@ class Visit:
         if self.wanted and name not in self.wanted:
             return
         self._settle(window, path)
-        if window.inner:
-            self.sizes[name] = window.inner
+        self.sizes[name] = outer_size(window, self.scale)
 
     def _settle(self, window, path):
         seen = None

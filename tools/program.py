@@ -56,7 +56,7 @@ class MessageBox:
 class Window:
     """One of the program's windows. Controls are named as in its form's header: window["cmdLancer"]."""
 
-    def __init__(self, program, handle, class_name, title, enabled, owner, rectangle, inner=None):
+    def __init__(self, program, handle, class_name, title, enabled, owner, rectangle, inside=(0, 0, 0, 0)):
         self.program = program
         self.handle = handle
         self.class_name = class_name
@@ -64,7 +64,7 @@ class Window:
         self.enabled = enabled
         self.owner = owner
         self.rectangle = rectangle
-        self.inner = inner
+        *self.inner, self.is_sizable, self.has_menu = inside
         self.forms = ()
 
     def _control_rows(self):
@@ -207,9 +207,9 @@ class Program:
         found = []
         for row in self.driver.call("windows", self.process_id):
             handle, class_name, title, enabled, owner, *numbers = row
-            left, top, width, height, *inner = map(int, numbers)
+            left, top, width, height, *inside = map(int, numbers)
             found.append(Window(self, int(handle), class_name, title, enabled == "1", int(owner),
-                                (left, top, width, height), tuple(inner)))
+                                (left, top, width, height), inside))
         return found
 
     def exit_code(self):

@@ -3,24 +3,22 @@
 import math
 
 TASKBAR_PIXELS = 48
-# At 96 dots an inch: a caption with the frame's two edges, and the frame's two sides. A window that can be resized has
-# the thicker frame. Windows enlarges the caption with the scale.
+# Of Windows 10 and 11 at 96 dots an inch. Its caption and menu grow with the scale, and so does a frame to resize by.
 CAPTION_PIXELS = 23
+MENU_PIXELS = 20
 FRAME_PIXELS = 3
 SIZING_FRAME_PIXELS = 8
-
-# How the names of the windows begin that can be resized.
-SIZABLE = ("restore", "restoring")
 
 # Scale of the screen in percent to its size.
 SCREENS = {100: (1366, 768), 125: (1366, 768), 150: (1920, 1080), 175: (1920, 1080)}
 
 
-def outer_size(inner, scale, is_sizable=False):
+def outer_size(window, scale):
     """What a window takes of the screen of a real Windows."""
-    caption = math.ceil(CAPTION_PIXELS * scale / 100)
-    frame = math.ceil(SIZING_FRAME_PIXELS * scale / 100) if is_sizable else FRAME_PIXELS
-    return inner[0] + 2 * frame, inner[1] + caption + 2 * frame
+    width, height = window.inner
+    top = math.ceil(CAPTION_PIXELS * scale / 100) + (math.ceil(MENU_PIXELS * scale / 100) if window.has_menu else 0)
+    frame = math.ceil(SIZING_FRAME_PIXELS * scale / 100) if window.is_sizable else FRAME_PIXELS
+    return width + 2 * frame, height + top + 2 * frame
 
 
 def room(scale):
@@ -34,7 +32,7 @@ def fits(outer, scale):
 
 
 def size_table(sizes):
-    """Name to scale to inner size, as lines to be read."""
+    """Name to scale to outer size, as lines to be read."""
     scales = sorted({scale for found in sizes.values() for scale in found})
     lines = ["outer sizes in pixels with the frame of Windows 10 and 11; * does not fit its screen",
              "window".ljust(24) + "".join(f"{scale} %".rjust(14) for scale in scales),
@@ -43,7 +41,7 @@ def size_table(sizes):
     for name, found in sizes.items():
         cells = []
         for scale in scales:
-            outer = outer_size(found[scale], scale, name.startswith(SIZABLE) and name != "restored") if scale in found else None
+            outer = found.get(scale)
             cells.append(("{}x{}".format(*outer) + ("" if fits(outer, scale) else "*") if outer else "").rjust(14))
         lines.append(name.ljust(24) + "".join(cells))
     return "\n".join(lines) + "\n"

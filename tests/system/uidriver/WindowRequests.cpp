@@ -20,8 +20,8 @@ void AppendRect(Row& row, HWND window) {
     row.push_back(Number(rect.bottom - rect.top));
 }
 
-// windows PID: handle, class, title, is enabled, owner, left, top, width, height, inner width, inner height of each
-// visible top-level window
+// windows PID: handle, class, title, is enabled, owner, left, top, width, height, inner width, inner height, can be
+// resized, has a menu of each visible top-level window
 Rows ListWindows(const Row& fields) {
     struct Search {
         DWORD processId;
@@ -49,6 +49,8 @@ Rows ListWindows(const Row& fields) {
         GetClientRect(window, &inner);
         row.push_back(Number(inner.right));
         row.push_back(Number(inner.bottom));
+        row.push_back(Number((GetWindowLongW(window, GWL_STYLE) & WS_THICKFRAME) != 0));
+        row.push_back(Number(GetMenu(window) != nullptr));
         rows.push_back(row);
     }
     return rows;
