@@ -2,9 +2,10 @@
 
 BLACK_ON_WHITE = {"0 0 0": "WindowText ButtonText MenuText InfoText WindowFrame ButtonDkShadow TitleText Hilight "
                            "ActiveBorder InactiveTitleText ButtonShadow",
-                  "255 255 255": "Window ButtonFace Menu MenuBar InfoWindow HilightText Background AppWorkSpace ButtonHilight "
+                  "255 255 255": "Window ButtonFace Menu MenuBar InfoWindow HilightText Background AppWorkSpace "
                                  "ActiveTitle GradientActiveTitle InactiveTitle GradientInactiveTitle InactiveBorder "
-                                 "Scrollbar ButtonLight ButtonAlternateFace MenuHilight",
+                                 "Scrollbar ButtonAlternateFace MenuHilight",
+                  "192 192 192": "ButtonHilight ButtonLight",
                   "96 0 0": "GrayText",
                   "0 0 159": "HotTrackingColor"}
 WHITE_ON_BLACK = {"255 255 255": "WindowText ButtonText MenuText InfoText WindowFrame ButtonDkShadow TitleText "
