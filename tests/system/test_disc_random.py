@@ -276,5 +276,30 @@ class RandomDriveTest(DiscTest):
             print(f"{len(seeds)} runs, {good} discs read back")
 
 
+class HandlesTest(DiscTest):
+    def test_windows_on_drives_that_misbehave_leave_no_handle(self):
+        self.cd.insert("CD-RW")
+        program = self.start()
+        program.main_window(90)
+
+        def visit(busy):
+            self.cd.set(busy=busy)
+            backup = self.open_disc_backup(program, "CD-RW")
+            backup.press("cmdPrecedent")
+            program.window("frmMain")
+
+        def visit_both(times):
+            for _ in range(times):
+                visit("no")
+                visit("yes")
+
+        # The first ones make what the process keeps anyway.
+        visit_both(2)
+        before = program.usage()[2]
+        visit_both(4)
+        program.wait(lambda: program.usage()[2] <= before, f"{before} handles again, not {program.usage()[2]}")
+        self.assertGreater(before, 0)
+
+
 if __name__ == "__main__":
     unittest.main()

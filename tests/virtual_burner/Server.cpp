@@ -65,11 +65,20 @@ bool SetValue(const std::wstring& path, const wchar_t* name, const std::wstring&
                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
 }
 
+/// Keeps the server in the process: threads of its own run in it, and what its runtime holds for a thread of the client
+/// is given back only if the server is still there when that thread ends, which is after COM has let go of it.
+void StayLoaded() {
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<const wchar_t*>(&liveObjects), &self);
+}
+
 } // namespace
 
 extern "C" {
 
 __declspec(dllexport) HRESULT STDMETHODCALLTYPE DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
+    StayLoaded();
     for (const ServedClass& served : Classes) {
         if (served.id != classId) continue;
         const ComPointer<IUnknown> factory(new Factory(served.make));
