@@ -4,6 +4,7 @@
 #include "core/ArchiveValues.h"
 #include "core/SpaceValues.h"
 #include "core/WriterFlags.h"
+#include "platform/Clock.h"
 #include "platform/Drives.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
@@ -16,6 +17,9 @@ namespace {
 
 constexpr std::int32_t WholeBar = 100;
 constexpr std::int32_t HalfBar = 50;
+/// How long a drive that does not answer is waited for before an archive is given up.
+constexpr std::uint32_t PatienceMilliseconds = 20000;
+constexpr std::uint32_t PauseMilliseconds = 50;
 
 } // namespace
 
@@ -104,8 +108,7 @@ void BackupRun::EndCopy(bool isCopied) {
 }
 
 void BackupRun::RunToDisc() {
-    // A failed archive still starts the writer; the user's stop must not cost a disc.
-    if (!PreparerArchive() || state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
+    if (!PreparerArchive()) return;
     app_.machine.messageLoop->SetPointer(Pointer::Hourglass);
     app_.machine.messageLoop->RunPending();
     if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
@@ -149,18 +152,40 @@ bool BackupRun::PreparerArchive() {
         if (!steps_.DemanderMotPasse()) return true;
         state_.awake = view_.HoldMachine();
         BuildArchive();
+        // A failed archive still starts the writer; the user's stop must not cost a disc.
         if (IsDisc(state_.miTypeMedia) && state_.phase.IsAt(RunPhase::ArchiveStopped)) return true;
         isOk = FitsMedium(app_.archive->archiveSizeBytes, app_.space->availableSpace);
-        if (isOk) return true;
-        if (IsDisc(state_.miTypeMedia) && state_.disc.flNoDisc())
-            app_.ShowMessage(TextId::InsertDisc, TextId::None, box::Ok);
-        else
-            app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
+        if (!isOk) TellWhyItDoesNotFit();
         return true;
     });
     // A step that failed as a whole has left the window in its busy mode.
     if (!isComplete) ReturnToIdle();
     return isOk;
+}
+
+void BackupRun::TellWhyItDoesNotFit() {
+    if (IsDisc(state_.miTypeMedia) && state_.disc.flNoDisc()) {
+        app_.ShowMessage(TextId::InsertDisc, TextId::None, box::Ok);
+    } else if (IsDriveSilent()) {
+        app_.ShowMessage(TextId::WriterSilent, TextId::None, box::Ok);
+    } else {
+        app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
+    }
+}
+
+bool BackupRun::IsDriveSilent() const {
+    return IsDisc(state_.miTypeMedia) && state_.disc.presence == DiscPresence::NotAnswering;
+}
+
+/// A disc that is being loaded at this moment, or a writer that another program holds, must not cost the archive.
+void BackupRun::AwaitDrive() {
+    if (!IsDriveSilent()) return;
+    view_.Display().SetRunStatus(app_.Text(TextId::WriterBusy));
+    for (std::uint32_t waited = 0; waited < PatienceMilliseconds; waited += PauseMilliseconds) {
+        if (!IsDriveSilent() || !state_.phase.IsOperationInProgress()) return;
+        app_.machine.clock->Sleep(PauseMilliseconds);
+        app_.machine.messageLoop->RunPending();
+    }
 }
 
 void BackupRun::BuildArchive() {
@@ -173,10 +198,12 @@ void BackupRun::BuildArchive() {
     const bool isComplete = steps_.CopierListeFichiers();
     // What was pressed during the last item counts for the window as it was then.
     app_.machine.messageLoop->RunPending();
-    if (state_.phase.IsAt(RunPhase::Archiving))
+    if (state_.phase.IsAt(RunPhase::Archiving)) {
         state_.phase.Enter(isComplete ? RunPhase::Archived : RunPhase::ArchiveFailed);
-    else if (IsDisc(state_.miTypeMedia))
+        AwaitDrive();
+    } else if (IsDisc(state_.miTypeMedia)) {
         discs_.ArreterEcriture();
+    }
     ReturnToIdle();
 }
 

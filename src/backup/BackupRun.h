@@ -22,6 +22,9 @@ class BackupRun {
     /// Whether there is something that can go on to the medium; the phase tells what.
     bool PreparerArchive();
     void BuildArchive();
+    void AwaitDrive();
+    bool IsDriveSilent() const;
+    void TellWhyItDoesNotFit();
     void CopyToDisk();
     void EndCopy(bool isCopied);
     void StartWriting();

@@ -108,6 +108,46 @@ TEST_F(BackupRunTest, ADiscTakenOutWhileTheArchiveIsBuiltIsMissedNotTooSmall) {
     EXPECT_EQ(Modes().back(), L"idle");
 }
 
+TEST_F(BackupRunTest, ADiscThatIsBeingLoadedWhenTheArchiveIsReadyIsWaitedFor) {
+    UseCd();
+    int left = 3;
+    steps.whileArchiving = [&] {
+        Writer().InsertDisc(NotAnswering());
+        machine.messageLoop.handler = [&] {
+            if (state.phase.IsAt(RunPhase::Archived) && --left == 0)
+                Writer().InsertDisc(BlankDisc(MediaKind::CdR, 600 * Megabyte));
+        };
+    };
+    run.Launch();
+    EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
+    EXPECT_THAT(view.runStatuses, Contains(L"Graveur occupé"));
+    EXPECT_EQ(Record().filesWritten.size(), 2u);
+}
+
+TEST_F(BackupRunTest, ADriveThatNeverAnswersIsNamedAndNotCalledTooSmall) {
+    UseCd();
+    steps.whileArchiving = [this] { Writer().InsertDisc(NotAnswering()); };
+    run.Launch();
+    ExpectOnlyBox(L"Le graveur n'a pas répondu à temps.", L"Backup", box::Ok);
+    EXPECT_EQ(machine.clock.sleeps, 400);
+    EXPECT_EQ(Modes().back(), L"idle");
+    EXPECT_THAT(Record().calls, Not(Contains(L"StartWrite")));
+}
+
+TEST_F(BackupRunTest, WaitingForADriveAfterTheArchiveCanBeStopped) {
+    UseCd();
+    steps.whileArchiving = [this] {
+        Writer().InsertDisc(NotAnswering());
+        machine.messageLoop.handler = [this] {
+            if (state.phase.IsAt(RunPhase::Archived)) run.Stop();
+        };
+    };
+    run.Launch();
+    EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
+    EXPECT_LE(machine.clock.sleeps, 2);
+    EXPECT_TRUE(state.phase.IsAt(RunPhase::Idle));
+}
+
 TEST_F(BackupRunTest, OneBoxAtATimeTellsOfTheDiscThatIsIn) {
     UseCd();
     int open = 0;

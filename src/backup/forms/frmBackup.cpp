@@ -263,7 +263,7 @@ void frmBackup::cmbSpeed_Click() {
 
 /// What became of the writers while the window could not show it.
 void frmBackup::CatchUp() {
-    if (state_.phase.IsRunning() || state_.phase.IsOperationInProgress() || !IsEnabled()) return;
+    if (!state_.phase.IsAt(RunPhase::Idle) || !IsEnabled()) return;
     if (std::exchange(areWritersDue_, false)) {
         lists_.FillWriters();
         if (cmbGraveur.Count() > 0 && discs_.Writer()->CurrentWriter() < 0) cmbGraveur_Click();

@@ -58,7 +58,7 @@ HRESULT WriteStream(const ImapiDrive& drive, const WriteGround& ground, IStream*
 HRESULT BurnOnce(ImapiDrive& drive, DiscFamily family, const BurnJob& job, const std::vector<ImageSource>& sources,
                  const std::shared_ptr<OperationWatch>& watch) {
     WriteGround ground;
-    ComPointer<IFileSystemImageResult> image;
+    BuiltImage image;
     const ComText clientName{ClientName};
     HRESULT result = drive.Open();
     if (FAILED(result) || FAILED(result = drive.Data()->put_ClientName(clientName.Get())) ||
@@ -66,10 +66,10 @@ HRESULT BurnOnce(ImapiDrive& drive, DiscFamily family, const BurnJob& job, const
         FAILED(result = BuildImage(drive, ground, job.label, sources, image)))
         return result;
     LONG blocks = 0;
-    if (FAILED(result = image->get_TotalBlocks(&blocks))) return result;
+    if (FAILED(result = image.result->get_TotalBlocks(&blocks))) return result;
     if (blocks > ground.freeSectors) return AsResult(Mastering::StreamTooLarge);
     ComPointer<IStream> stream;
-    if (FAILED(result = image->get_ImageStream(stream.Receive()))) return result;
+    if (FAILED(result = image.result->get_ImageStream(stream.Receive()))) return result;
     if (watch->IsStopRequested()) return AsResult(Mastering::RequestCancelled);
     SetSpeed(drive.Data(), family, job.speed);
     return WriteStream(drive, ground, stream.Get(), watch);

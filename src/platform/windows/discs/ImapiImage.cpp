@@ -124,22 +124,23 @@ std::wstring LabelOnImage(const std::wstring& label) {
 }
 
 HRESULT BuildImage(const ImapiDrive& drive, const WriteGround& ground, const std::wstring& label,
-                   const std::vector<ImageSource>& sources, ComPointer<IFileSystemImageResult>& built) {
+                   const std::vector<ImageSource>& sources, BuiltImage& built) {
     HRESULT result = S_OK;
-    const auto image = CreateObject<IFileSystemImage>(CLSID_MsftFileSystemImage, result);
+    built = {CreateObject<IFileSystemImage>(CLSID_MsftFileSystemImage, result), {}};
+    IFileSystemImage* image = built.image.Get();
     if (!image) return result;
     // Before the import: what it brings in counts too, and the system's own limit is that of a small CD.
     const LONG limit = ground.isBlank ? ground.freeSectors : ground.totalSectors;
-    if (ground.isBlank && FAILED(result = ChooseFileSystem(drive, sources, image.Get()))) return result;
+    if (ground.isBlank && FAILED(result = ChooseFileSystem(drive, sources, image))) return result;
     if (FAILED(result = image->put_FreeMediaBlocks(limit))) return result;
-    if (!ground.isBlank && FAILED(result = ImportDisc(drive, ground, image.Get()))) return result;
+    if (!ground.isBlank && FAILED(result = ImportDisc(drive, ground, image))) return result;
     // The archive is not to be copied once more before it is written.
     image->put_StageFiles(VARIANT_FALSE);
-    SetLabel(image.Get(), label);
+    SetLabel(image, label);
 
     ComPointer<IFsiDirectoryItem> root;
     if (FAILED(result = image->get_Root(root.Receive()))) return result;
     for (const ImageSource& source : sources)
         if (FAILED(result = AddSource(root.Get(), source))) return result;
-    return image->CreateResultImage(built.Receive());
+    return image->CreateResultImage(built.result.Receive());
 }

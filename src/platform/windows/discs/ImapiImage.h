@@ -38,7 +38,13 @@ HRESULT ReadGround(const ImapiDrive& drive, WriteGround& ground);
 /// The label that an image gets for `label`, found out without a drive.
 std::wstring LabelOnImage(const std::wstring& label);
 
+/// What is written is read from these until the write has returned: the system does not say that one keeps the other.
+struct BuiltImage {
+    ComPointer<IFileSystemImage> image;
+    ComPointer<IFileSystemImageResult> result;
+};
+
 /// The image of the sources for the disc in the drive, after what the disc holds already. Fails, before anything is
 /// written, where that cannot be read.
 HRESULT BuildImage(const ImapiDrive& drive, const WriteGround& ground, const std::wstring& label,
-                   const std::vector<ImageSource>& sources, ComPointer<IFileSystemImageResult>& built);
+                   const std::vector<ImageSource>& sources, BuiltImage& built);
