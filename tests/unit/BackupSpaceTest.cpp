@@ -77,6 +77,9 @@ TEST(StartButton, NeedsAReadyWritableDvdWhateverItsStatus) {
     disc = ReadyDisc(MediaKind::DvdPlusR);
     disc.flDiscWritable = false;
     EXPECT_FALSE(CanStartBackup(Medium::Dvd, disc, Roomy()));
+    disc = ReadyDisc(MediaKind::DvdPlusR);
+    disc.isBusy = true;
+    EXPECT_FALSE(CanStartBackup(Medium::Dvd, disc, Roomy()));
 }
 
 TEST(StartButton, NeedsSomethingSelectedThatStaysBelowBothSpaces) {

@@ -1,0 +1,50 @@
+"""Windows for discs that are opened again and again, on drives that answer and that do not, leave no handle."""
+
+import os
+import unittest
+
+from test_disc_backup import DiscTest
+
+
+class HandlesTest(DiscTest):
+    def test_windows_on_drives_that_misbehave_leave_no_handle(self):
+        self.cd.insert("CD-RW")
+        self.cd.set(write_milliseconds=800)
+        program = self.start()
+        program.main_window(90)
+
+        def visit(busy, is_burnt=False):
+            self.cd.set(busy=busy)
+            backup = self.open_disc_backup(program, "CD-RW")
+            if is_burnt:
+                self.burn_and_stop(program, backup)
+            backup.press("cmdPrecedent")
+            program.window("frmMain")
+
+        def visits(times):
+            for _ in range(times):
+                visit("yes")
+                visit("no")
+            visit("no", is_burnt=True)
+
+        # The first ones make what the process keeps anyway.
+        visits(1)
+        before = program.usage()[2]
+        visits(4)
+        program.wait(lambda: program.usage()[2] <= before, f"{before} handles again, not {program.usage()[2]}")
+        self.assertGreater(before, 0)
+
+    def burn_and_stop(self, program, backup):
+        program.wait(lambda: "700" in backup.text("lblEspaceDispo"), "the disc")
+        self.select(backup, self.document("lettre.txt", os.urandom(100_000)))
+        backup.press("cmdLancer")
+        self.give_new_password(program)
+        program.wait(lambda: "piste" in backup.text("lblStatutGraveur"), "the track", 60)
+        backup.press("cmdStopWrite")
+        backup.wait_enabled("cmdPrecedent", 60)
+        self.cd.take_out()
+        self.cd.insert("CD-RW")
+
+
+if __name__ == "__main__":
+    unittest.main()
