@@ -179,11 +179,7 @@ class LayersTest(unittest.TestCase):
         self.assertEqual(circles(alone), [])
 
     def test_windows_headers_outside_src_stand_in_the_tests_that_need_them(self):
-<<<<<<< HEAD
-        allowed = ("tests/window/", "tests/system/", "tests/faults/archiver/", "tests/virtual_burner/", "bench/")
-=======
-        allowed = ("tests/window/", "tests/system/", "tests/kit/", "tests/virtual_burner/", "bench/")
->>>>>>> e58c578 (Build a kit that tries everything on a real Windows and writes one report)
+        allowed = ("tests/window/", "tests/system/", "tests/kit/", "tests/faults/archiver/", "tests/virtual_burner/", "bench/")
         breaches = []
         for path in sources("tests", "bench"):
             name = str(path.relative_to(PROJECT))
