@@ -162,8 +162,8 @@ bool CheckWindow::OnClosing() {
     if (!IsBusy()) return true;
     const TextId what = work_ == Work::Recovering ? TextId::RecoveryRuns : TextId::CheckRuns;
     isAsking_ = true;
-    const std::int16_t answer = app_.ShowMessage(Text(what) + L" " + Text(TextId::CheckCloseQuestion),
-                                                 TextId::CheckTitle, box::YesNo | box::Question | box::DefaultButton2);
+    const int answer = app_.ShowMessage(Text(what) + L" " + Text(TextId::CheckCloseQuestion), TextId::CheckTitle,
+                                        box::YesNo | box::Question | box::DefaultButton2);
     isAsking_ = false;
     return answer == box::AnswerYes;
 }
