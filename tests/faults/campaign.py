@@ -5,7 +5,7 @@ import multiprocessing
 import os
 import sys
 import unittest
-from concurrent.futures import ProcessPoolExecutor
+from concurrent.futures import ProcessPoolExecutor, as_completed
 from fnmatch import fnmatchcase
 from pathlib import Path
 
@@ -49,9 +49,11 @@ def chosen(words):
     if "--short" in words:
         return [name for name, fault in faults.items() if fault.is_short]
     wanted = [word for word in words if not word.startswith("--")]
-    return [name for name, fault in faults.items()
-            if (not wanted and (not fault.is_long or "--long" in words))
-            or any(fnmatchcase(name, word) or word == fault.area for word in wanted)]
+    if not wanted:
+        return [name for name, fault in faults.items() if not fault.is_long or "--long" in words]
+    # In the order of the words, each fault once.
+    return list(dict.fromkeys(name for word in wanted for name, fault in faults.items()
+                              if fnmatchcase(name, word) or word == fault.area))
 
 
 def line(row):
@@ -66,6 +68,14 @@ def line(row):
     return text[:MOST_SHOWN] + "".join(f"\n       ! {breach[:MOST_SHOWN]}" for breach in row["breaches"])
 
 
+def write_table(rows):
+    """Renews these rows of the table; those of other runs stay."""
+    TABLE.parent.mkdir(parents=True, exist_ok=True)
+    kept = {row["name"]: row for row in json.loads(TABLE.read_text(encoding="utf-8"))} if TABLE.exists() else {}
+    kept.update((row["name"], row) for row in rows)
+    TABLE.write_text(json.dumps(list(kept.values()), indent=1, ensure_ascii=False), encoding="utf-8")
+
+
 def main():
     names = chosen(sys.argv[1:])
     if not names:
@@ -75,13 +85,10 @@ def main():
     build_preloaded()
     rows = []
     with ProcessPoolExecutor(AT_ONCE, multiprocessing.get_context("spawn")) as pool:
-        for row in pool.map(run_one, names):
-            rows.append(row)
-            print(line(row), flush=True)
-    TABLE.parent.mkdir(parents=True, exist_ok=True)
-    kept = {row["name"]: row for row in json.loads(TABLE.read_text(encoding="utf-8"))} if TABLE.exists() else {}
-    kept.update((row["name"], row) for row in rows)
-    TABLE.write_text(json.dumps(list(kept.values()), indent=1, ensure_ascii=False), encoding="utf-8")
+        for done in as_completed([pool.submit(run_one, name) for name in names]):
+            rows.append(done.result())
+            print(line(rows[-1]), flush=True)
+            write_table(rows)
     broken = sum(bool(row["breaches"]) for row in rows)
     skipped = sum(bool(row.get("skipped")) for row in rows)
     print(f"{len(rows) - broken - skipped} faults held, {broken} broken, {skipped} skipped; the table: {TABLE}")
