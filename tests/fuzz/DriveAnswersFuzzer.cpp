@@ -108,7 +108,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     machine.operatingSystem.version = {static_cast<std::uint32_t>(input.Below(3)),
                                        static_cast<std::uint32_t>(input.Below(11)), 0};
     machine.app.language->lngLangue = input.Bool() ? 10000 : 0;
-    machine.messageBoxes.answers.assign(4, input.OneOf(Answers));
+    machine.messageBoxes.answers.assign(64, input.OneOf(Answers)); // a box that fails is asked again by every drive
     // Twice, as a click on the main window detects again what start-up has detected.
     for (int round = 0; round < 2; ++round) {
         machine.usb.serviceNames = {input.Text(6), input.Bool() ? L"UsbStor" : L"disk"};

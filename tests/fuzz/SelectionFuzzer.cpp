@@ -117,11 +117,14 @@ class SelectionUser {
     std::int32_t AnyRow() {
         return static_cast<std::int32_t>(input_.Below(static_cast<std::size_t>(bench_.list.RowCount()) + 1)) - 1;
     }
-    /// What the user picks is there, unless it has vanished since it was shown to him.
+    /// What the user picks is there, unless it has vanished since it was shown to him. What is listed already and has
+    /// vanished is shown to nobody.
     std::wstring Picked() {
-        std::wstring path = input_.OneOf(Paths);
-        if (!Files().FileExists(path) && !Files().FolderExists(path)) hasDiskChanged_ = true;
-        return path;
+        const std::wstring path = input_.OneOf(Paths);
+        if (Files().FileExists(path) || Files().FolderExists(path)) return path;
+        hasDiskChanged_ = true;
+        const bool isListed = bench_.list.ArrayFichier()->Find(WithoutTrailingBackslash(path), KindFolder) != nullptr;
+        return isListed ? L"C:\\None\\x.txt" : path;
     }
     /// A box that is greyed cannot be clicked.
     void ClickBox(std::int32_t index) {
