@@ -14,7 +14,7 @@ from program import IDNO, IDOK, IDYES, Program
 from samples import write_samples
 from schemes import SCHEMES, apply_scheme
 from screens import outer_size, size_table
-from workstation import BUILD, Display, Workstation
+from workstation import BINARIES, BUILD, Display, Workstation
 
 GALLERY = BUILD / "gallery"
 LANGUAGES = ("fr", "en")
@@ -50,6 +50,7 @@ class Visit:
             target = station.path(r"C:\Valcoreaux\Backup\Fichierlst\Medium") / name
             target.parent.mkdir(parents=True, exist_ok=True)
             target.write_bytes(path.encode("cp1252") + b"\r\n")
+        shutil.copy2(BINARIES / "BackupCheck.exe", station.path(station.program_folder) / "BackupCheck.exe")
         station.add_drive("e", label="SAUVEGARDE")
         install_image_mastering(station)
         Burner(station, "g", "cd").insert("CD-RW")
@@ -214,9 +215,24 @@ def restore(visit, program):
     program.wait_exit()
 
 
+def check(visit, program):
+    """The check of the backup that was made, at its end."""
+    window = program.window("CheckWindow", 60)
+    program.wait(lambda: window.chosen("Places") and window.control("Close").visible and window.control("Browse").enabled,
+                 "the backup's list", 60)
+    visit.picture("check-opened", window)
+    window.set_text("Password", PASSWORD)
+    window.press("Check")
+    visit.box(program, "checked")
+    visit.picture("check", program.window("CheckWindow"))
+    program.window("CheckWindow").press("Close")
+    program.wait_exit()
+
+
 # What is gone through, each in a run of a program of its own.
 ROUNDS = (
     ("Backup.exe", disk),
+    ("BackupCheck.exe", check),
     ("Backup.exe", discs),
     ("Backup.exe", restore),
 )
