@@ -132,14 +132,14 @@ void ListView::ShowOrder(int column, bool isDescending) {
 }
 
 void ListView::OnColumn(std::function<void(int)> handler) {
-    Owner().OnNotify(Id(), LVN_COLUMNCLICK, [handler = std::move(handler)](NMHDR& header) -> LRESULT {
+    ParentForm().OnNotify(Id(), LVN_COLUMNCLICK, [handler = std::move(handler)](NMHDR& header) -> LRESULT {
         handler(reinterpret_cast<NMLISTVIEW&>(header).iSubItem);
         return 0;
     });
 }
 
 void ListView::OnSelect(std::function<void()> handler) {
-    Owner().OnNotify(Id(), LVN_ITEMCHANGED, [handler = std::move(handler)](NMHDR& header) -> LRESULT {
+    ParentForm().OnNotify(Id(), LVN_ITEMCHANGED, [handler = std::move(handler)](NMHDR& header) -> LRESULT {
         const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
         if (((change.uOldState ^ change.uNewState) & LVIS_SELECTED) != 0) handler();
         return 0;
