@@ -1,6 +1,7 @@
 """Runs one fault: the usual steps of its area with the fault between them, then the next backup and the next restore, and
 holds what was seen against the invariants."""
 
+import json
 import shutil
 import subprocess
 import tempfile
@@ -91,6 +92,13 @@ class FaultTest(FaultScene):
         fault.when_open(self)
         self.press_start(fault, restore, "cmdLancerRestauration", self.give_password)
         self.follow()
+        self.read_list()
+
+    def read_list(self):
+        """What the list says instead of items is told as well."""
+        restore = self.program.exit_code() is None and self.program.find_window("frmRestaureCD", enabled=True)
+        if restore and not restore.control("cmdLancerRestauration").enabled:
+            self.seen.told += [f"in the list: {row.texts[0]}" for row in restore.rows("lvFichiersRepertoires")[:1]]
 
     # A medium to restore from
 
@@ -127,7 +135,14 @@ class FaultTest(FaultScene):
         self.seen.is_medium_damaged = self.is_medium_damaged
         if self.seen.outcome == DONE and set(self.seen.files.values()) != {"back"}:
             self.cure_medium()
-            self.seen.compared = VERDICTS.get(self.check_medium("/compare"), "failed")
+            self.seen.compared = self.differences_found()
+
+    def differences_found(self):
+        """Every finding of a comparison of this computer with the medium, as one text."""
+        report = self.station.path(r"C:\Check\compared.json")
+        self.check_medium("/compare", "/report", r"C:\Check\compared.json")
+        items = json.loads(report.read_text(encoding="utf-8"))["items"]
+        return json.dumps([item["findings"] for item in items], ensure_ascii=False)
 
     def note_outside(self, before, fault):
         """Files that changed though nobody asked for it; a restore brings the documents back."""

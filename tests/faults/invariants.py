@@ -46,9 +46,10 @@ def what_goes_unnoticed_is_found_by_the_check(fault, seen):
     """A damaged medium is never called good by the check; what a restore called finished did not bring back, it names."""
     if seen.is_medium_damaged and seen.checked == "good":
         return "the check calls a damaged medium good"
-    if fault.area == "restore" and seen.compared == "good":
-        return f"the comparison finds nothing: {seen.files}"
-    return None
+    # A file that is missing in its place is no finding of the comparison: nothing of this computer lacks a backup then.
+    unsaid = [name for name, state in seen.files.items() if seen.compared and state.startswith(("untouched", "other"))
+              and name.rsplit("/", 1)[-1] not in seen.compared]
+    return f"the comparison says nothing of {unsaid}" if unsaid and not seen.is_medium_damaged else None
 
 
 def a_restore_leaves_the_medium_alone(fault, seen):

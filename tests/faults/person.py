@@ -59,7 +59,7 @@ class Person:
         self.read_boxes(lambda: self._main() is not None, seconds)
         main = self._main()
         if main is None:
-            raise NotSeen(f"the main window; seen: {self.program.describe()}")
+            raise NotSeen(f"the main window; seen: {self.program.describe()}; told: {self.seen.told}")
         return main
 
     def _main(self):

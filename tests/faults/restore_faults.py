@@ -88,8 +88,7 @@ restore("archive-missing", Expect(outcomes=(FAILED,), told=("(2.1)",)),
         arrange=lambda scene: remove_from_medium(scene, ARCHIVE))
 
 restore("medium-pulled-before-the-restore", Expect(outcomes=(REFUSED,)), when_chosen=lambda scene: scene.pull_out())
-restore("medium-pulled-under-the-password", Expect(outcomes=(REFUSED,)), when_asked=lambda scene: scene.pull_out(),
-        is_short=True)
+restore("medium-pulled-under-the-password", Expect(outcomes=(REFUSED,)), when_asked=lambda scene: scene.pull_out())
 restore("medium-pulled-while-the-archive-is-read", UNNOTICED, holds=f"read {ON_MEDIUM}",
         when_held=lambda scene: scene.pull_out())
 restore("medium-with-a-bad-block", UNNOTICED,

@@ -63,7 +63,7 @@ def remove_part_of_folder(scene):
     scene.expected_on_medium = {name: content for name, content in scene.documents.items() if not name.endswith("note.txt")}
 
 
-selection("file-vanishes-after-the-choice", NOT_BACKED_UP, when_chosen=remove_file, is_short=True)
+selection("file-vanishes-after-the-choice", NOT_BACKED_UP, when_chosen=remove_file)
 selection("folder-vanishes-after-the-choice", NOT_BACKED_UP, when_chosen=remove_folder)
 selection("file-renamed-after-the-choice", NOT_BACKED_UP, when_chosen=rename_file,
           heal=lambda scene: document(scene, "budget 2004.csv").unlink())

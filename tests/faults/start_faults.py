@@ -43,8 +43,7 @@ def put_folder_there(scene, place):
 
 
 for name, place in SETTINGS.items():
-    start(f"{name}-of-random-bytes", arrange=lambda scene, place=place: write(scene, place, random_bytes(4_000)),
-          is_short=name == "own-settings")
+    start(f"{name}-of-random-bytes", arrange=lambda scene, place=place: write(scene, place, random_bytes(4_000)))
     start(f"{name}-huge", arrange=lambda scene, place=place: write(scene, place, b"x=" * (HUGE // 2)))
     start(f"{name}-held-by-another-program",
           arrange=lambda scene, place=place: scene.hold_file(write(scene, place, b"[DVD]\r\nDisponible=oui\r\n")))
