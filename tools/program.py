@@ -8,7 +8,6 @@ from driver import DEFAULT_SECONDS, Driver, DriverError, NotSeen
 
 WM_CLOSE = 0x10
 WM_COMMAND = 0x111
-WM_DEVICECHANGE = 0x219
 DBT_DEVICEARRIVAL = 0x8000
 DBT_DEVICEREMOVECOMPLETE = 0x8004
 PBM_GETPOS = 0x408
@@ -173,9 +172,9 @@ class Window:
     def close(self):
         self.program.driver.call("post", self.handle, WM_CLOSE, 0, 0)
 
-    def device_change(self, event=DBT_DEVICEARRIVAL):
+    def device_change(self, event, letter):
         """Sent, as Windows does: posted it is refused."""
-        self.program.driver.call("send", self.handle, WM_DEVICECHANGE, event, 0)
+        self.program.driver.call("devicechange", self.handle, event, letter)
 
     def screenshot(self, path):
         self.program.workstation.display.screenshot(path, self.rectangle)

@@ -28,11 +28,11 @@ class DeviceChangeTest(SystemTest):
 
     def come(self, program, restore, letter):
         program.plug_in(letter)
-        restore.device_change(DBT_DEVICEARRIVAL)
+        restore.device_change(DBT_DEVICEARRIVAL, letter)
 
     def go(self, program, restore, letter):
         program.pull_out(letter)
-        restore.device_change(DBT_DEVICEREMOVECOMPLETE)
+        restore.device_change(DBT_DEVICEREMOVECOMPLETE, letter)
 
     def drives(self, restore):
         return [entry[:3] for entry in restore.entries("lstDrive")]

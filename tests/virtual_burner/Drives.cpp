@@ -34,7 +34,7 @@ constexpr KindOfDisc Kinds[] = {
     {"unrecognized", Mastering::MediaUnknown, false, false, false},
 };
 
-const KindOfDisc& KindNamed(const std::string& name) {
+KindOfDisc KindNamed(const std::string& name) {
     for (const KindOfDisc& kind : Kinds)
         if (name == kind.name) return kind;
     return Kinds[std::size(Kinds) - 1];
@@ -181,7 +181,7 @@ bool VirtualDisc::IsDvd() const {
 }
 
 LONG VirtualDisc::State() const {
-    const KindOfDisc& kind = KindNamed(settings.Text("kind"));
+    const KindOfDisc kind = KindNamed(settings.Text("kind"));
     const std::string state = settings.Text("state");
     if (!kind.isWritable) return Mastering::StateUnsupported;
     if (state == "closed") return Mastering::StateFinalized;

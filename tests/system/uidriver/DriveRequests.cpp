@@ -1,7 +1,9 @@
+#include "Remote.h"
 #include "Requests.h"
 
 #include <windows.h>
 
+#include <dbt.h>
 #include <winioctl.h>
 
 #include <cstring>
@@ -51,10 +53,23 @@ Rows DefineDrive(const Row& fields) {
     return {};
 }
 
+// devicechange WINDOW EVENT LETTER: the message by which Windows tells of a drive, with the record that it always
+// carries
+Rows ChangeDevice(const Row& fields) {
+    DEV_BROADCAST_VOLUME record{};
+    record.dbcv_size = sizeof record;
+    record.dbcv_devicetype = DBT_DEVTYP_VOLUME;
+    record.dbcv_unitmask = 1u << ((fields.at(3).at(0) | 0x20) - L'a');
+    Send(WindowAt(fields, 1), WM_DEVICECHANGE, static_cast<WPARAM>(NumberAt(fields, 2)),
+         reinterpret_cast<LPARAM>(&record));
+    return {};
+}
+
 } // namespace
 
 void AddDriveRequests(RequestTable& table) {
     table[L"drive"] = DefineDrive;
+    table[L"devicechange"] = ChangeDevice;
 }
 
 } // namespace uidriver

@@ -116,7 +116,8 @@ Rows Key(const Row& fields) {
     const auto key = static_cast<WPARAM>(NumberAt(fields, 2));
     const LPARAM scanCode = static_cast<LPARAM>(MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_VSC)) << 16;
     Post(control, WM_KEYDOWN, key, scanCode | 1);
-    Post(control, WM_KEYUP, key, scanCode | 0xC0000001);
+    // A key that closes its window is let go elsewhere.
+    PostMessageW(control, WM_KEYUP, key, scanCode | 0xC0000001);
     return {};
 }
 
