@@ -33,8 +33,11 @@ void MoveTo(HWND window, const BoundsTwips& bounds) {
     HWND parent = GetAncestor(window, GA_PARENT);
     RECT before{};
     GetWindowRect(window, &before);
-    SetWindowPos(window, nullptr, PixelsFromTwips(bounds.left, window), PixelsFromTwips(bounds.top, window),
-                 PixelsFromTwips(bounds.width, window), PixelsFromTwips(bounds.height, window),
+    // By its edges: rounded for itself, a size may reach a pixel beyond what it fills.
+    const int left = PixelsFromTwips(bounds.left, window);
+    const int top = PixelsFromTwips(bounds.top, window);
+    SetWindowPos(window, nullptr, left, top, PixelsFromTwips(bounds.left + bounds.width, window) - left,
+                 PixelsFromTwips(bounds.top + bounds.height, window) - top,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     // A frame does not paint its inside: its old edges would stay, were the parent not painted anew.
     RECT after{};
