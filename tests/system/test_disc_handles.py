@@ -18,6 +18,10 @@ class HandlesTest(DiscTest):
             backup = self.open_disc_backup(program, "CD-RW")
             if is_burnt:
                 self.burn_and_stop(program, backup)
+            else:
+                backup.press("cmdInfoDisque")
+                program.window("frmInfoDisque").press("cmdOK")
+                backup = program.window("frmBackup")
             backup.press("cmdPrecedent")
             program.window("frmMain")
 

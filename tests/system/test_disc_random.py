@@ -144,9 +144,17 @@ class RandomUser:
         if dialog is True or "frmMotPasse" not in dialog.forms:
             return
         if gives_password:
-            self.test.give_new_password(self.program)
+            self.give_password()
         else:
             dialog.close()
+
+    def give_password(self):
+        """A box that tells of another disc may come over the dialog."""
+        try:
+            self.test.give_new_password(self.program)
+        except NotSeen:
+            self.settle()
+            self.test.give_new_password(self.program)
 
     def finish(self):
         """Waits for the end of what runs, if it has one."""
