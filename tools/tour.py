@@ -39,6 +39,7 @@ class Tour:
         self.before = snapshot(self.station.documents)
         self.back_up()
         self.step("look at the medium with other tools", self.check_medium)
+        self.step("check the medium", self.check_backup)
         self.step("delete the originals", self.delete_originals)
         self.restore()
         self.step("compare with the originals byte by byte", self.compare)
@@ -116,6 +117,25 @@ class Tour:
         if broken or entries != [f"Zip{index:04d}.zip" for index in range(1, len(listed) + 1)]:
             raise NotSeen(f"{len(listed)} lines but the archive holds {entries} {broken or ''}")
         return f"{len(listed)} lines in the list, {len(entries)} inner archives"
+
+    def check_backup(self):
+        program = Program(self.station, executable="BackupCheck.exe")
+        try:
+            window = program.window("CheckWindow")
+            program.wait(lambda: window.row_count("Items"), "the rows of the list")
+            window.set_text("Password", PASSWORD)
+            window.press("Check")
+            box = program.answer(IDOK, seconds=120)
+            window.click_row("Items", 0)
+            program.wait(lambda: window.text("Details"), "the details of the first item")
+            self.picture("check", window)
+            window.press("Close")
+            program.wait_exit()
+        finally:
+            program.stop()
+        if box.icon != "information":
+            raise NotSeen(str(box))
+        return box.text
 
     @staticmethod
     def test_inner(outer, entries):
