@@ -178,8 +178,9 @@ class Person:
         return self.processes(*names)
 
     def cure_medium(self):
-        """The disk is plugged in and reads and writes again."""
+        """The disk is plugged in and reads and writes again, and nobody holds a file."""
         self.rule()
+        self.let_go()
         if not (self.station.prefix / "dosdevices" / "e:").is_symlink():
             self.station.plug_in("e")
 
