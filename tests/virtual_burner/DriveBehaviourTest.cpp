@@ -128,18 +128,6 @@ TEST_F(DriveBehaviour, DriveThatCannotBeOpenedIsTriedAgain) {
     EXPECT_EQ(writer.Kind(), MediaKind::CdR);
 }
 
-TEST_F(DriveBehaviour, DrivesThatTakeTheirTimeAreListedLaterAndNotWaitedFor) {
-    BurnerBench::SetDrive(L'G', {{"answer milliseconds", "2500"}});
-    const ULONGLONG start = GetTickCount64();
-    DiscWriter& writer = Open();
-    EXPECT_LT(GetTickCount64() - start, 4500u);
-    EXPECT_THAT(writer.WriterNames(), testing::IsEmpty());
-    EXPECT_EQ(writer.CurrentWriter(), -1);
-    bench_.RunUntil([&] { return events_.writersChanges == 1; });
-    EXPECT_EQ(writer.WriterNames().size(), 2u);
-    BurnerBench::SetDrive(L'G', {{"answer milliseconds", "1"}});
-}
-
 TEST_F(DriveBehaviour, CurrentWriterThatGoesLeavesNoneAndComesBack) {
     DiscWriter& writer = Open();
     const auto folder = BurnerBench::DriveFolder(L'G');
