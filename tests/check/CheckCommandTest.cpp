@@ -2,6 +2,7 @@
 
 #include "check/ZipBuilder.h"
 #include "resources/TextId.h"
+#include "support/FakeConsole.h"
 #include "support/FakeFileStore.h"
 
 #include <gtest/gtest.h>
@@ -9,16 +10,6 @@
 namespace {
 
 using Words = std::vector<std::wstring>;
-
-class FakeConsole final : public Console {
-  public:
-    void Line(const std::wstring& text) override { lines.push_back(text); }
-    std::string Input() override { return input; }
-    bool IsStopAsked() const override { return isStopAsked; }
-    std::vector<std::wstring> lines;
-    std::string input;
-    bool isStopAsked = false;
-};
 
 std::wstring NumberAsText(TextId id) {
     return L"#" + std::to_wstring(static_cast<int>(id)) + L" %1";

@@ -97,7 +97,14 @@ std::vector<StoredEntry> FakeFileStore::List(const std::wstring& folder) const {
     return entries;
 }
 
+/// A drive is always there.
+void FakeFileStore::RequireFolderOf(const std::wstring& path) const {
+    const std::wstring folder = FolderOf(path);
+    if (folder.find(L'\\') != std::wstring::npos && !Find(folder)) throw RuntimeError(ErrorNumber::PathNotFound);
+}
+
 std::unique_ptr<NewFile> FakeFileStore::CreateNew(const std::wstring& path) {
+    RequireFolderOf(path);
     if (!kept_.try_emplace(KeyOf(path), Kept{path, false, {}, {}, 0}).second) return nullptr;
     return std::make_unique<FakeNewFile>(*this, KeyOf(path));
 }
@@ -113,6 +120,7 @@ bool FakeFileStore::Rename(const std::wstring& path, const std::wstring& newPath
 }
 
 void FakeFileStore::MakeFolder(const std::wstring& path) {
+    RequireFolderOf(path);
     const auto [place, isNew] = kept_.try_emplace(KeyOf(path), Kept{path, true, {}, {}, 0});
     if (!isNew && !place->second.isFolder) throw RuntimeError(ErrorNumber::PathFileAccessError);
 }
@@ -124,6 +132,7 @@ void FakeFileStore::Delete(const std::wstring& path) {
 void FakeFileStore::Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes) {
     const auto found = kept_.find(KeyOf(path));
     if (found == kept_.end()) throw RuntimeError(ErrorNumber::FileNotFound);
-    found->second.times = times;
+    if (times.created != 0) found->second.times.created = times.created;
+    if (times.written != 0) found->second.times.written = times.written;
     found->second.attributes = attributes;
 }

@@ -42,5 +42,6 @@ class FakeFileStore : public FileStore {
 
   private:
     friend class FakeNewFile;
+    void RequireFolderOf(const std::wstring& path) const;
     std::map<std::wstring, Kept> kept_;
 };

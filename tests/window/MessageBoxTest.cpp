@@ -1,4 +1,5 @@
 #include "platform/windows/WindowsMessageBoxes.h"
+#include "support/MessageBoxesContract.h"
 
 #include <gtest/gtest.h>
 
@@ -44,14 +45,50 @@ void CALLBACK LookForBox(HWND, UINT, UINT_PTR, DWORD) {
     EnumThreadWindows(GetCurrentThreadId(), AnswerBox, 0);
 }
 
+/// Answers the boxes of this thread as long as it lives.
+class BoxAnswerer {
+  public:
+    explicit BoxAnswerer(int button) {
+        seen = {};
+        answer = static_cast<WORD>(button);
+    }
+    ~BoxAnswerer() { KillTimer(nullptr, timer_); }
+    BoxAnswerer(const BoxAnswerer&) = delete;
+    BoxAnswerer& operator=(const BoxAnswerer&) = delete;
+
+  private:
+    UINT_PTR timer_ = SetTimer(nullptr, 0, 10, LookForBox);
+};
+
 int ShowAndAnswer(WORD button, std::uint32_t style) {
-    seen = {};
-    answer = button;
-    const UINT_PTR timer = SetTimer(nullptr, 0, 10, LookForBox);
-    const int result = WindowsMessageBoxes().Show(L"First line.\nSecond line.", L"Titre é", style);
-    KillTimer(nullptr, timer);
-    return result;
+    const BoxAnswerer answerer(button);
+    return WindowsMessageBoxes().Show(L"First line.\nSecond line.", L"Titre é", style);
 }
+
+/// The real boxes, answered as they come.
+struct WindowsBoxesBench {
+    struct Boxes : MessageBoxes {
+        explicit Boxes(WindowsBoxesBench& bench) : bench_(bench) {}
+        int Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) override {
+            const BoxAnswerer answerer(bench_.button);
+            const int result = WindowsMessageBoxes().Show(text, title, style);
+            bench_.text = seen.text;
+            bench_.title = seen.title;
+            return result;
+        }
+
+      private:
+        WindowsBoxesBench& bench_;
+    };
+
+    void Press(int next) { button = next; }
+    int button = IDOK;
+    std::wstring text;
+    std::wstring title;
+    Boxes boxes{*this};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Windows, MessageBoxesContract, WindowsBoxesBench);
 
 TEST(MessageBoxes, ShowsTextAndTitleAndGivesTheButton) {
     EXPECT_EQ(ShowAndAnswer(IDYES, box::YesNo | box::Question), box::AnswerYes);
