@@ -2,6 +2,7 @@
 
 namespace {
 
+// PKWARE's APPNOTE.TXT: central directory record 4.3.12, Zip64 end 4.3.14, its locator 4.3.15, end 4.3.16.
 constexpr std::string_view RecordSign("PK\1\2", 4);
 constexpr std::string_view LargeEndSign("PK\6\6", 4);
 constexpr std::string_view LargeEndPlaceSign("PK\6\7", 4);
@@ -11,10 +12,12 @@ constexpr std::size_t LargeEndHeadBytes = 12;
 constexpr std::size_t LargeEndPlaceBytes = 20;
 constexpr std::size_t EndBytes = 22;
 constexpr std::size_t SignBytes = 4;
+// A field that is full stands for a number in the Zip64 fields (4.4.1.4).
 constexpr std::uint64_t Saturated32 = 0xFFFFFFFF;
 constexpr std::uint64_t Saturated16 = 0xFFFF;
 constexpr std::uint64_t LargestEnd = 16384;
 
+// Extra fields: Zip64 4.5.3, NTFS times 4.5.5; the system that made the record 4.4.2.
 constexpr std::uint64_t LargeSizesField = 0x0001;
 constexpr std::uint64_t SystemTimesField = 0x000A;
 constexpr std::size_t SystemTimesBytes = 32;
@@ -29,6 +32,7 @@ std::uint64_t Number(std::string_view bytes, std::size_t at, std::size_t length)
 
 template<typename Text>
 std::uint64_t Print(const Text& name, std::uint64_t sizeBytes) {
+    // FNV-1a, 64 bits: the offset basis and the prime of its authors, Fowler, Noll and Vo.
     std::uint64_t hash = 14695981039346656037u;
     const auto mix = [&](std::uint64_t value) { hash = (hash ^ value) * 1099511628211u; };
     std::size_t length = name.size();

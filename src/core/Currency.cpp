@@ -5,6 +5,7 @@
 #include <cmath>
 
 Currency Currency::FromDouble(double value) {
+    // IEEE 754's default: a half goes to the even neighbour.
     const double units = std::nearbyint(value * 10000.0);
     // 2^63 is exact in a double; the largest amount lies just below it.
     if (!(units >= -9223372036854775808.0 && units < 9223372036854775808.0)) throw RuntimeError(ErrorNumber::Overflow);

@@ -6,6 +6,7 @@
 
 namespace {
 
+// Offsets and field forms are those of ECMA-119, the public text of ISO 9660, counted from 0 and not from 1.
 constexpr std::size_t SectorBytes = 2048;
 constexpr std::uint32_t FirstDescriptor = 16;
 
@@ -47,6 +48,7 @@ std::string BigEndian(const std::wstring& text) {
     return bytes;
 }
 
+/// ECMA-119, 9.1.
 Bytes DirectoryRecord(const std::string& name, std::uint32_t sector, std::uint64_t sizeBytes, bool isFolder,
                       const SYSTEMTIME& time) {
     const std::size_t length = (33 + name.size() + 1) / 2 * 2;
@@ -64,7 +66,7 @@ Bytes DirectoryRecord(const std::string& name, std::uint32_t sector, std::uint64
     return record.bytes;
 }
 
-/// Records do not cross the end of a sector.
+/// Records do not cross the end of a sector (6.8.1.1).
 Bytes Directory(const std::vector<Bytes>& records) {
     Bytes directory;
     for (const Bytes& record : records) {
@@ -90,6 +92,7 @@ Bytes RootDirectory(const Tree& tree, std::size_t sizeBytes, const SYSTEMTIME& n
     return Directory(records);
 }
 
+/// The record of the root alone (9.4), its numbers in either order of bytes.
 Bytes PathTable(const Tree& tree, bool isBigEndian) {
     BlockWriter table(SectorBytes);
     table.Little(0, 1, 1);
@@ -103,6 +106,7 @@ Bytes PathTable(const Tree& tree, bool isBigEndian) {
     return table.bytes;
 }
 
+/// A primary (8.4) or, for Joliet, a supplementary volume descriptor (8.5).
 Bytes Descriptor(int type, const Tree& tree, const std::string& label, std::uint64_t volumeSectors,
                  std::size_t rootBytes, const SYSTEMTIME& now) {
     const bool isJoliet = type == 2;
@@ -119,6 +123,7 @@ Bytes Descriptor(int type, const Tree& tree, const std::string& label, std::uint
     fill(8, 32, "");
     fill(40, 32, label);
     block.Both(80, volumeSectors, 4);
+    // The escape sequence of UCS-2 level 3, which tells Joliet from other supplementary descriptors.
     if (isJoliet) block.Text(88, "%/E");
     block.Both(120, 1, 2);
     block.Both(124, 1, 2);

@@ -16,6 +16,7 @@ constexpr std::uint64_t LargestExtentBytes = 0x3FFFF800;
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// The CRC of ECMA-167, 3/7.2.6: x^16 + x^12 + x^5 + 1, the highest bit first.
 std::uint16_t Checksum(const Bytes& bytes, std::size_t first, std::size_t count) {
     std::uint16_t checksum = 0;
     for (std::size_t index = first; index < first + count; ++index) {
@@ -26,7 +27,7 @@ std::uint16_t Checksum(const Bytes& bytes, std::size_t first, std::size_t count)
     return checksum;
 }
 
-/// Fills in the sixteen bytes that every descriptor begins with.
+/// Fills in the sixteen bytes that every descriptor begins with (3/7.2); its own checksum skips the byte it stands in.
 void Tag(BlockWriter& block, std::uint16_t id, std::uint32_t location, std::size_t lengthBytes) {
     constexpr std::size_t tagBytes = 16;
     block.Little(0, id, 2);
@@ -40,6 +41,7 @@ void Tag(BlockWriter& block, std::uint16_t id, std::uint32_t location, std::size
     block.Little(4, sum, 1);
 }
 
+/// OSTA Compressed Unicode (UDF 1.02, 2.1.1): 8 or 16 bits for each character, told by the first byte.
 Bytes Compressed(const std::wstring& text) {
     const bool isNarrow = std::all_of(text.begin(), text.end(), [](wchar_t character) { return character < 256; });
     Bytes bytes{static_cast<std::uint8_t>(isNarrow ? 8 : 16)};
@@ -50,6 +52,7 @@ Bytes Compressed(const std::wstring& text) {
     return bytes;
 }
 
+/// A dstring (ECMA-167, 1/7.2.12): its last byte has its length.
 void FieldText(BlockWriter& block, std::size_t offset, std::size_t width, const std::wstring& text) {
     if (text.empty()) return;
     Bytes bytes = Compressed(text);
@@ -67,6 +70,7 @@ void Identifier(BlockWriter& block, std::size_t offset, const std::string& text,
     if (hasRevision) block.Little(offset + 24, 0x0102, 2);
 }
 
+/// A timestamp (1/7.3) in UTC.
 void Time(BlockWriter& block, std::size_t offset, const SYSTEMTIME& time) {
     block.Little(offset, 0x1000, 2);
     block.Little(offset + 2, time.wYear, 2);

@@ -13,6 +13,8 @@
 namespace {
 
 constexpr DWORD ReadAttributesOnly = 0x80;
+// As winioctl.h lays them out: a STORAGE_PROPERTY_QUERY, and BusType in a STORAGE_DEVICE_DESCRIPTOR, behind seven
+// 32-bit words. What follows the descriptor's fields is text that is not looked at.
 constexpr std::size_t QueryBytes = 12;
 constexpr std::size_t DescriptorBytes = 551;
 constexpr std::size_t BusTypeAt = 28;
