@@ -69,7 +69,7 @@ class KitCase(InstallerCase):
         """The exit code of kit.cmd, and the reports that are there then."""
         command = self.station.wine_command("cmd", "/c", r"C:\Backup-kit\kit.cmd", "E", *words)
         done = subprocess.run(command, env=self.station.environment, cwd=self.station.path("C:"), check=False,
-                              stdin=subprocess.DEVNULL, capture_output=True, timeout=1800 if IS_WHOLE else 300)
+                              stdin=subprocess.DEVNULL, capture_output=True, timeout=1800 if IS_WHOLE else 600)
         self.said = done.stdout.decode("utf-8", "replace")
         return done.returncode, sorted(self.station.path(r"C:\Backup-kit").glob("report-*.html"))
 
