@@ -9,7 +9,7 @@
 namespace {
 
 /// A read from a bad disc may take longer. Its thread is left to end by itself then.
-constexpr std::chrono::milliseconds LongestCancel{800};
+constexpr std::chrono::milliseconds LongestCancel{600};
 
 std::uint32_t StyleOf(VerdictSign sign) {
     switch (sign) {
