@@ -218,9 +218,9 @@ def restore(visit, program):
 def check(visit, program):
     """The check of the backup that was made, at its end."""
     window = program.window("CheckWindow", 60)
-    program.wait(lambda: window.chosen("Places") and window.control("Close").visible and window.control("Browse").enabled,
-                 "the backup's list", 60)
     visit.picture("check-opened", window)
+    window.choose("Places", next(entry for entry in window.entries("Places") if entry.startswith("E:")))
+    program.wait(lambda: window.row_count("Items") and window.control("Browse").enabled, "the backup's list", 60)
     window.set_text("Password", PASSWORD)
     window.press("Check")
     visit.box(program, "checked")
