@@ -17,7 +17,7 @@ INPUTS = "inputs"
 
 USAGE = """usage: ./test [LAYER [WHAT...]]...
   ./test                                 every layer but lint
-  ./test all                             every layer, as for a submission
+  ./test all                             every layer, clang-tidy too
   ./test unit BackupRunTest.*            one suite of the native unit tests
   ./test windows-unit BackupRunTest.*    the same under Wine
   ./test window RestoreWindow.Escape*    one test of a window, under Wine
