@@ -81,7 +81,9 @@ def windows_tests(name, program, filters=(), with_display=False, beside=(), scal
     report = Report(name)
     folder = BUILD / "workstation" / (program if scale == 100 else f"{program}-{scale}")
     shutil.rmtree(folder, ignore_errors=True)
-    display = Display() if with_display else None
+    # A screen of that scale has as many more pixels; on a smaller one the system cuts windows that can be resized.
+    size = f"{1280 * scale // 100}x{1024 * scale // 100}"
+    display = Display(size) if with_display else None
     station = Workstation(folder, language="fr", display=display, has_program=False, scale_percent=scale)
     try:
         station.add_drive("e", label="SAUVEGARDE")
