@@ -106,6 +106,8 @@ def start_and_kill(scene, _fault):
 
 def start_twice(scene, fault):
     scene.start_program()
+    # Before its window is there, the second one can only say that it runs.
+    scene.main_window(90)
     start_again(scene)
     backup = scene.open_backup_window()
     scene.choose(backup)

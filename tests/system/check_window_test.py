@@ -7,7 +7,8 @@ from system_test import BUILD, IDOK, Program
 
 from workstation import Display
 
-IDC_FILE_NAME = 0x480
+# The system's list of file names, and the edit field in it.
+IDC_FILE_NAME = 0x47C
 SECONDS = 60
 
 
@@ -72,7 +73,7 @@ class CheckWindowTest(CheckTest):
 
     def press_in(self, dialog, control_id):
         for control in dialog.controls():
-            if control.id == control_id:
+            if control.id == control_id and control.class_name == "Button":
                 self.program.driver.call("click", control.handle)
 
     def choose_folder(self, path):
@@ -85,7 +86,7 @@ class CheckWindowTest(CheckTest):
         """Answers the system's dialog for saving a file."""
         dialog = self.dialog(IDC_FILE_NAME)
         for control in dialog.controls():
-            if control.id == IDC_FILE_NAME:
+            if control.id == IDC_FILE_NAME and control.class_name == "Edit":
                 self.program.driver.call("settext", control.handle, path)
         self.press_in(dialog, IDOK)
 
