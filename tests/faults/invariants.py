@@ -6,9 +6,14 @@ from fault import DONE, KILLED, NEW, NOTHING, OLD
 STILL_GOING = "no answer"
 
 
+def is_left_to_the_check(fault, seen):
+    """What the program cannot notice: the check calls such a disk faulty; of a disc's image it is not asked here."""
+    return fault.expect.unnoticed and (seen.checked == "faulty" or fault.area == "disc")
+
+
 def the_medium_holds_one_pair(fault, seen):
     """The old pair whole, the new pair whole, or what was there before: never one file of each, never a cut one."""
-    if seen.medium in (OLD, NEW, NOTHING) or (fault.expect.unnoticed and seen.checked == "faulty"):
+    if seen.medium in (OLD, NEW, NOTHING) or is_left_to_the_check(fault, seen):
         return None
     if fault.area == "disc" and seen.outcome != DONE:
         # A disc that was being written cannot be taken back.
@@ -19,7 +24,7 @@ def the_medium_holds_one_pair(fault, seen):
 def good_is_said_of_good_media_only(fault, seen):
     if fault.area == "restore" or seen.outcome != DONE or seen.medium == NEW:
         return None
-    if fault.expect.unnoticed and seen.checked == "faulty":
+    if is_left_to_the_check(fault, seen):
         return None
     return f"called finished, but on the medium: {seen.medium}, checked {seen.checked or 'never'}"
 
@@ -88,7 +93,8 @@ def it_is_as_declared(fault, seen):
 
 
 INVARIANTS = (the_medium_holds_one_pair, good_is_said_of_good_media_only, no_failure_is_silent, what_is_restored_is_whole,
-              what_goes_unnoticed_is_found_by_the_check,              a_restore_leaves_the_medium_alone, nothing_outside_is_touched, the_program_answers_and_ends,
+              what_goes_unnoticed_is_found_by_the_check, a_restore_leaves_the_medium_alone, nothing_outside_is_touched,
+              the_program_answers_and_ends,
               the_next_backup_is_good, the_next_restore_is_good, it_is_as_declared)
 
 

@@ -105,7 +105,8 @@ def accept_any_moment(scene):
 
 
 selection("file-grows-after-the-choice", BACKED_UP, when_chosen=lambda scene: grow(scene, 400_000))
-selection("file-grows-beyond-the-disk", NOT_BACKED_UP, options=SMALL_DISK, when_asked=lambda scene: grow(scene, 5_000_000))
+selection("file-grows-beyond-the-disk", Expect(outcomes=(FAILED, REFUSED), told=(TOO_LARGE,)), options=SMALL_DISK,
+          when_asked=lambda scene: grow(scene, 5_000_000))
 selection("file-grows-while-it-is-archived", BACKED_UP, when_asked=grow_while_archived, heal=accept_any_moment)
 
 
