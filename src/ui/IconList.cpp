@@ -1,31 +1,12 @@
 #include "ui/IconList.h"
 
+#include "win32/PixelBitmap.h"
+
 #include <cstring>
 
 namespace ui {
 
 namespace {
-
-struct BitmapTraits {
-    using Type = HBITMAP;
-    static Type Invalid() { return nullptr; }
-    static void Close(Type bitmap) { DeleteObject(bitmap); }
-};
-using UniqueBitmap = UniqueHandle<BitmapTraits>;
-
-UniqueBitmap ColorsOf(const std::vector<std::uint32_t>& pixels, int size) {
-    BITMAPINFO form{};
-    form.bmiHeader.biSize = sizeof form.bmiHeader;
-    form.bmiHeader.biWidth = size;
-    // Rows from the top.
-    form.bmiHeader.biHeight = -size;
-    form.bmiHeader.biPlanes = 1;
-    form.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    UniqueBitmap bitmap(CreateDIBSection(nullptr, &form, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (bitmap) std::memcpy(bits, pixels.data(), pixels.size() * sizeof pixels[0]);
-    return bitmap;
-}
 
 /// Where a screen without alpha shows nothing: one bit for each pixel, each row filled up to 16.
 UniqueBitmap MaskOf(const std::vector<std::uint32_t>& pixels, int size) {
@@ -40,7 +21,9 @@ UniqueBitmap MaskOf(const std::vector<std::uint32_t>& pixels, int size) {
 }
 
 UniqueIcon IconOf(const std::vector<std::uint32_t>& pixels, int size) {
-    const UniqueBitmap colors = ColorsOf(pixels, size);
+    const PixelBitmap colors({size, size});
+    if (!colors) return {};
+    std::memcpy(colors.Bytes(), pixels.data(), pixels.size() * sizeof pixels[0]);
     const UniqueBitmap mask = MaskOf(pixels, size);
     ICONINFO parts{};
     parts.fIcon = TRUE;

@@ -92,6 +92,19 @@ struct AcceleratorTraits {
     static void Close(Type table) { DestroyAcceleratorTable(table); }
 };
 
+struct BitmapTraits {
+    using Type = HBITMAP;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type bitmap) { DeleteObject(bitmap); }
+};
+
+/// Device contexts that were made, not those that a window lends.
+struct MemoryContextTraits {
+    using Type = HDC;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type context) { DeleteDC(context); }
+};
+
 using UniqueFile = UniqueHandle<FileHandleTraits>;
 using UniqueObject = UniqueHandle<ObjectHandleTraits>;
 using UniqueFind = UniqueHandle<FindHandleTraits>;
@@ -100,6 +113,8 @@ using UniqueFont = UniqueHandle<FontTraits>;
 using UniqueIcon = UniqueHandle<IconTraits>;
 using UniqueMenu = UniqueHandle<MenuTraits>;
 using UniqueAccelerators = UniqueHandle<AcceleratorTraits>;
+using UniqueBitmap = UniqueHandle<BitmapTraits>;
+using UniqueMemoryContext = UniqueHandle<MemoryContextTraits>;
 
 /// The device context of a window's screen, lent by the window and given back to it.
 class WindowContext {

@@ -1,30 +1,15 @@
 #include "Picture.h"
 
 #include "Words.h"
-#include "win32/UniqueHandle.h"
+#include "win32/PixelBitmap.h"
 
 #include <zlib.h>
 
-#include <array>
 #include <vector>
 
 namespace kit {
 
 namespace {
-
-struct MemoryContextTraits {
-    using Type = HDC;
-    static Type Invalid() { return nullptr; }
-    static void Close(Type context) { DeleteDC(context); }
-};
-using UniqueMemoryContext = UniqueHandle<MemoryContextTraits>;
-
-struct BitmapTraits {
-    using Type = HBITMAP;
-    static Type Invalid() { return nullptr; }
-    static void Close(Type bitmap) { DeleteObject(bitmap); }
-};
-using UniqueBitmap = UniqueHandle<BitmapTraits>;
 
 /// Keeps a window before all others for as long as it lives.
 class InFront {
@@ -82,23 +67,13 @@ std::string Png(const std::vector<unsigned char>& pixels, SIZE size) {
 }
 
 std::vector<unsigned char> ScreenPixels(POINT corner, SIZE size) {
-    BITMAPINFO layout{};
-    layout.bmiHeader.biSize = sizeof layout.bmiHeader;
-    layout.bmiHeader.biWidth = size.cx;
-    layout.bmiHeader.biHeight = -size.cy;
-    layout.bmiHeader.biPlanes = 1;
-    layout.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    const UniqueMemoryContext memory(CreateCompatibleDC(nullptr));
-    const UniqueBitmap bitmap(CreateDIBSection(memory.Get(), &layout, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const PixelBitmap bitmap(size);
     if (!bitmap) throw Failure(L"no memory for a picture");
-    const HGDIOBJ previous = SelectObject(memory.Get(), bitmap.Get());
+    const BitmapContext memory(bitmap);
     const WindowContext screen(nullptr);
     BitBlt(memory.Get(), 0, 0, size.cx, size.cy, screen.Get(), corner.x, corner.y, SRCCOPY);
     GdiFlush();
-    SelectObject(memory.Get(), previous);
-    const auto* first = static_cast<const unsigned char*>(bits);
-    return {first, first + static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy) * 4};
+    return {bitmap.Bytes(), bitmap.Bytes() + static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy) * 4};
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Remote.h"
 #include "Requests.h"
+#include "win32/PixelBitmap.h"
 
 #include <windows.h>
 
@@ -28,42 +29,23 @@ const IconKind Kinds[] = {{nullptr, L"none"},
 // An off-screen picture that is read pixel by pixel.
 class Picture {
   public:
-    explicit Picture(SIZE size) : size_(size), context_(CreateCompatibleDC(nullptr)) {
-        BITMAPINFO layout{};
-        layout.bmiHeader.biSize = sizeof layout.bmiHeader;
-        layout.bmiHeader.biWidth = size.cx;
-        layout.bmiHeader.biHeight = -size.cy;
-        layout.bmiHeader.biPlanes = 1;
-        layout.bmiHeader.biBitCount = 32;
-        void* bits = nullptr;
-        bitmap_ = CreateDIBSection(context_, &layout, DIB_RGB_COLORS, &bits, nullptr, 0);
-        pixels_ = static_cast<const unsigned char*>(bits);
-        previous_ = SelectObject(context_, bitmap_);
-    }
-    ~Picture() {
-        SelectObject(context_, previous_);
-        DeleteObject(bitmap_);
-        DeleteDC(context_);
-    }
-    Picture(const Picture&) = delete;
-    Picture& operator=(const Picture&) = delete;
+    explicit Picture(SIZE size) : size_(size), bitmap_(size), context_(bitmap_) {}
 
-    HDC Context() const { return context_; }
+    HDC Context() const { return context_.Get(); }
 
     std::int64_t DifferenceFrom(const Picture& other) const {
+        GdiFlush();
         std::int64_t difference = 0;
         for (LONG at = 0; at < size_.cx * size_.cy * 4; ++at) {
-            if (at % 4 != 3) difference += std::abs(pixels_[at] - other.pixels_[at]);
+            if (at % 4 != 3) difference += std::abs(bitmap_.Bytes()[at] - other.bitmap_.Bytes()[at]);
         }
         return difference;
     }
 
   private:
     SIZE size_;
-    HDC context_;
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ previous_ = nullptr;
-    const unsigned char* pixels_ = nullptr;
+    PixelBitmap bitmap_;
+    BitmapContext context_;
 };
 
 // A box is found as soon as it is there, which may be before it has painted itself.
@@ -75,18 +57,13 @@ void WaitUntilPainted(HWND control) {
     Sleep(screenMilliseconds);
 }
 
-// An icon handle says nothing outside its process, so the icon is told by what the screen shows.
-std::wstring IconShownBy(HWND iconControl) {
-    // Without an icon the box's text may stand in its place.
-    if (SendMessageW(iconControl, STM_GETICON, 0, 0) == 0) return L"none";
-    WaitUntilPainted(iconControl);
+std::wstring IconMostLike(HWND iconControl) {
     RECT rect{};
     GetWindowRect(iconControl, &rect);
     const SIZE size{rect.right - rect.left, rect.bottom - rect.top};
     Picture shown(size);
-    const HDC screen = GetDC(nullptr);
-    BitBlt(shown.Context(), 0, 0, size.cx, size.cy, screen, rect.left, rect.top, SRCCOPY);
-    ReleaseDC(nullptr, screen);
+    const WindowContext screen(nullptr);
+    BitBlt(shown.Context(), 0, 0, size.cx, size.cy, screen.Get(), rect.left, rect.top, SRCCOPY);
 
     std::wstring best = L"unknown";
     std::int64_t bestDifference = std::numeric_limits<std::int64_t>::max();
@@ -107,6 +84,20 @@ std::wstring IconShownBy(HWND iconControl) {
     // Two icons differ by far more than this; a picture that is further from all of them is none of them.
     constexpr std::int64_t meanDifferenceLimit = 12;
     return bestDifference > meanDifferenceLimit * 3 * size.cx * size.cy ? L"unknown" : best;
+}
+
+// An icon handle says nothing outside its process, so the icon is told by what the screen shows.
+std::wstring IconShownBy(HWND iconControl) {
+    // Without an icon the box's text may stand in its place.
+    if (SendMessageW(iconControl, STM_GETICON, 0, 0) == 0) return L"none";
+    // On a machine with much to do the icon itself may come later than its place.
+    constexpr int looks = 20;
+    std::wstring seen = L"none";
+    for (int look = 0; look < looks && seen == L"none"; ++look) {
+        WaitUntilPainted(iconControl);
+        seen = IconMostLike(iconControl);
+    }
+    return seen;
 }
 
 // messagebox WINDOW: first its text, icon ("none" without one) and default button's id, then id and text of each
