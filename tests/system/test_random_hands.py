@@ -12,7 +12,7 @@ import zipfile
 
 from burner import install_image_mastering
 from driver import DriverError, NotSeen
-from program import FORMS, IDOK
+from program import DBT_DEVICEARRIVAL, DBT_DEVICEREMOVECOMPLETE, FORMS, IDOK
 from samples import differences, snapshot, write_samples
 from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SystemTest
 from test_disc_random import running_programs
@@ -117,9 +117,10 @@ class RandomHands:
         self.note("pull out" if self.is_plugged else "plug in")
         (self.program.pull_out if self.is_plugged else self.program.plug_in)("e")
         self.is_plugged = not self.is_plugged
+        event = DBT_DEVICEARRIVAL if self.is_plugged else DBT_DEVICEREMOVECOMPLETE
         for window in self.program.windows():
             try:
-                window.device_change()
+                window.device_change(event, "e")
             except DriverError:
                 pass
 
