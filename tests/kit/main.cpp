@@ -27,8 +27,9 @@ constexpr int NotRun = 2;
 constexpr const wchar_t* AllUnitTests = L"-EventLogContract/1.*";
 constexpr const wchar_t* AllWindowTests = L"-ShownContents.*";
 constexpr const wchar_t* FewUnitTests =
-    L"FilesContract/1.*:SystemContract/1.*:DrivesContract/1.*:ProcessesContract/1.*:"
-    L"UsbDevicesContract/1.*:HeldFiles.*";
+    L"FilesContract/1.*:OperatingSystemContract/1.*:EnvironmentContract/1.*:LocaleContract/1.*:"
+    L"SettingsFilesContract/1.*:UserAccountContract/1.*:ClockContract/1.*:PowerContract/1.*:DrivesContract/1.*:"
+    L"ProcessesContract/1.*:UsbDevicesContract/1.*:HeldFiles.*";
 constexpr const wchar_t* FewWindowTests = L"ScanControl*:StringResource*:ProgressBar*:MessageBox*";
 
 struct Options {

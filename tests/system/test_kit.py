@@ -10,7 +10,7 @@ import zipfile
 from html.parser import HTMLParser
 
 from installer_case import InstallerCase
-from system_test import ARCHIVE_NAME, BUILD, LIST_NAME
+from system_test import ARCHIVE_NAME, BUILD, LIST_NAME, PROJECT
 
 KIT = BUILD / "packaging" / "Backup-kit.zip"
 # All of its tests take a quarter of an hour.
@@ -65,9 +65,9 @@ class KitCase(InstallerCase):
         self.stick = self.disk("e", label="PRETEE")
         (self.stick / "photo.jpg").write_bytes(b"the person's own")
 
-    def run_kit(self, *words):
+    def run_kit(self, *words, letter="E"):
         """The exit code of kit.cmd, and the reports that are there then."""
-        command = self.station.wine_command("cmd", "/c", r"C:\Backup-kit\kit.cmd", "E", *words)
+        command = self.station.wine_command("cmd", "/c", r"C:\Backup-kit\kit.cmd", letter, *words)
         done = subprocess.run(command, env=self.station.environment, cwd=self.station.path("C:"), check=False,
                               stdin=subprocess.DEVNULL, capture_output=True, timeout=1800 if IS_WHOLE else 600)
         self.said = done.stdout.decode("utf-8", "replace")
@@ -75,6 +75,15 @@ class KitCase(InstallerCase):
 
     def on_the_stick(self):
         return {name: (self.stick / name).read_bytes() for name in self.station.medium_files("e")}
+
+
+class KitOptionsTest(unittest.TestCase):
+    def test_another_place_for_the_setup_is_refused(self):
+        before = KIT.stat().st_mtime_ns if KIT.exists() else None
+        done = subprocess.run([PROJECT / "packaging" / "kit", "--output", BUILD], capture_output=True, text=True, check=False)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("--output would leave an older setup there", done.stderr)
+        self.assertEqual(KIT.stat().st_mtime_ns if KIT.exists() else None, before)
 
 
 class KitTest(KitCase):
@@ -99,7 +108,8 @@ class KitTest(KitCase):
         for name in ("copie : programme / archiveur seul", "restauration : programme / archiveur seul"):
             self.assertRegex(report.told(name)[0], r"^\d+\.\d\d s / \d+\.\d\d s = \d+\.\d{3}$")
         tests = {line[1].partition(".")[0] for line in report.of("passed")}
-        self.assertLessEqual({"FilesContract/1", "HeldFiles", "ScanControlTest"}, tests)
+        self.assertLessEqual({"FilesContract/1", "OperatingSystemContract/1", "PowerContract/1", "HeldFiles", "ScanControlTest"},
+                             tests)
         for window in WINDOWS:
             picture = report.pictures[f"fr {window}"]
             self.assertTrue(picture.startswith(PNG), window)
@@ -122,6 +132,11 @@ class KitTest(KitCase):
             self.assertIn("déjà une copie de sécurité", self.said)
             self.assertEqual(self.on_the_stick(), before)
             (self.stick / name).unlink()
+        before = self.on_the_stick()
+        self.assertEqual(self.run_kit("--quick", letter="C"), (NOT_RUN, []), self.said)
+        self.assertIn("ni une clé USB ni un disque externe", self.said)
+        self.assertEqual(self.on_the_stick(), before)
+        self.assertFalse(self.station.path(rf"C:\{LIST_NAME}").exists())
 
 
 if __name__ == "__main__":
