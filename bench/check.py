@@ -18,6 +18,7 @@ PROJECT = Path(__file__).resolve().parent.parent
 sys.path[:0] = [str(PROJECT / "tools"), str(PROJECT / "tests" / "system")]
 
 from check_test import PASSWORD, protected_zip, zip_of  # noqa: E402
+from system_test import SEVEN_ZIP  # noqa: E402
 
 from workstation import BINARIES, BUILD, Workstation  # noqa: E402
 
@@ -73,7 +74,7 @@ def write_medium(root):
     with tempfile.TemporaryDirectory() as folder:
         for name, content in inner.items():
             (Path(folder) / name).write_bytes(content)
-        subprocess.run(["7zz", "a", "-tzip", "-mx1", f"-p{PASSWORD}", str(root / "OKRBACKUP.ZIP"), *inner], cwd=folder,
+        subprocess.run([SEVEN_ZIP, "a", "-tzip", "-mx1", f"-p{PASSWORD}", str(root / "OKRBACKUP.ZIP"), *inner], cwd=folder,
                        check=True, stdout=subprocess.DEVNULL)
     (root / "_listFich.lst").write_bytes("".join(
         f"C:\\Dossier{number}\\*.*,-1,Zip{number:04d}\r\n" for number in range(1, 9)).encode("cp1252"))

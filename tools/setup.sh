@@ -13,6 +13,7 @@ nativePackages='native tests: g++ clang-format libarchive-dev'
 fuzzPackages='fuzzing: clang libclang-rt-dev libarchive-dev'
 resultPackages='looking at the results with other tools: 7zip xorriso
 a hand at mouse and keyboard: xdotool'
+faultPackages='machines that fail: gcc libc6-dev'
 packagingPackages='the help documents: weasyprint fonts-liberation
 the installer: nsis osslsigncode'
 lintPackages='source checks: clang clang-tidy'

@@ -50,7 +50,7 @@ def chosen(words):
         return [name for name, fault in faults.items() if fault.is_short]
     wanted = [word for word in words if not word.startswith("--")]
     if not wanted:
-        return [name for name, fault in faults.items() if not fault.is_long or "--long" in words]
+        return list(faults)
     # In the order of the words, each fault once.
     return list(dict.fromkeys(name for word in wanted for name, fault in faults.items()
                               if fnmatchcase(name, word) or word == fault.area))

@@ -54,8 +54,6 @@ class Fault:
     """What the scene is laid out with."""
     is_short: bool = False
     """Belongs to the short form, which runs with all tests."""
-    is_long: bool = False
-    """Takes minutes; runs when it is named or everything is asked for."""
 
 
 FAULTS = {}

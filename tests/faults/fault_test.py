@@ -32,7 +32,6 @@ class FaultTest(FaultScene):
             self.seen.outcome = self.seen.outcome or f"{type(failure).__name__}: {failure}"
         row = {"name": fault.name, "area": fault.area, **vars(self.seen), "seconds": round(time.monotonic() - started, 1)}
         row["breaches"] = breaches(fault, self.seen)
-        self.row = row
         return row
 
     def run_fault(self, fault):

@@ -50,8 +50,7 @@ class Person:
     def succeeded(self):
         return any(line.startswith(SUCCESS) or DISC_SUCCESS in line for line in self.seen.told)
 
-    def start_program(self, seconds=60):
-        """Starts the program and reads what it reports until its main window can be used."""
+    def start_program(self):
         self.program = self.start()
         return self.program
 

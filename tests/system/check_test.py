@@ -11,7 +11,7 @@ import zipfile
 import zlib
 from pathlib import Path
 
-from system_test import ARCHIVE_NAME, LIST_NAME
+from system_test import ARCHIVE_NAME, LIST_NAME, SEVEN_ZIP
 
 from workstation import BINARIES, Workstation
 
@@ -32,7 +32,7 @@ def zip_of(files):
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(content)
         tops = sorted({name.split("/")[0] for name in files})
-        subprocess.run(["7zz", "a", "-tzip", "inner.zip", *tops], cwd=folder, check=True, stdout=subprocess.DEVNULL)
+        subprocess.run([SEVEN_ZIP, "a", "-tzip", "inner.zip", *tops], cwd=folder, check=True, stdout=subprocess.DEVNULL)
         return Path(folder, "inner.zip").read_bytes()
 
 
@@ -127,7 +127,7 @@ class CheckTest(unittest.TestCase):
             for number, content in enumerate(inner, 1):
                 name = names[number - 1] if names else f"Zip{number:04d}.zip"
                 Path(folder, name).write_bytes(content)
-                subprocess.run(["7zz", "a", "-tzip", f"-p{password}", "outer.zip", name], cwd=folder, check=True,
+                subprocess.run([SEVEN_ZIP, "a", "-tzip", f"-p{password}", "outer.zip", name], cwd=folder, check=True,
                                stdout=subprocess.DEVNULL)
             shutil.copy(Path(folder, "outer.zip"), self.medium / ARCHIVE_NAME)
 

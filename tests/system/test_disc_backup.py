@@ -10,7 +10,7 @@ from pathlib import Path
 
 from burner import Burner, install_image_mastering
 from program import IDNO, IDOK, IDYES
-from system_test import ARCHIVE_NAME, LIST_NAME, SystemTest
+from system_test import ARCHIVE_NAME, LIST_NAME, SEVEN_ZIP, SystemTest
 
 MEGABYTE = 1024 * 1024
 
@@ -74,7 +74,7 @@ class BurnTest(DiscTest):
                                  text=True, check=True).stdout.split()
         self.assertEqual(sorted(name.strip("'") for name in listing), sorted([f"/{LIST_NAME}", f"/{ARCHIVE_NAME}"]))
         target = Path(tempfile.mkdtemp(dir=self.station.prefix))
-        subprocess.run(["7zz", "x", "-y", f"-o{target}", str(image)], check=True, capture_output=True)
+        subprocess.run([SEVEN_ZIP, "x", "-y", f"-o{target}", str(image)], check=True, capture_output=True)
         self.assertEqual(sorted(os.listdir(target)), sorted([LIST_NAME, ARCHIVE_NAME]))
         for name in (LIST_NAME, ARCHIVE_NAME):
             self.assertTrue(filecmp.cmp(target / name, self.work_file(name), shallow=False), name)
