@@ -14,7 +14,7 @@ from program import IDNO, IDOK, IDYES, Program
 from samples import write_samples
 from schemes import SCHEMES, apply_scheme
 from screens import outer_size, size_table
-from workstation import BINARIES, BUILD, Display, Workstation
+from workstation import BUILD, Display, Workstation
 
 GALLERY = BUILD / "gallery"
 LANGUAGES = ("fr", "en")
@@ -50,7 +50,6 @@ class Visit:
             target = station.path(r"C:\Valcoreaux\Backup\Fichierlst\Medium") / name
             target.parent.mkdir(parents=True, exist_ok=True)
             target.write_bytes(path.encode("cp1252") + b"\r\n")
-        shutil.copy2(BINARIES / "BackupCheck.exe", station.path(station.program_folder) / "BackupCheck.exe")
         station.add_drive("e", label="SAUVEGARDE")
         install_image_mastering(station)
         Burner(station, "g", "cd").insert("CD-RW")
@@ -131,6 +130,16 @@ def disk(visit, program):
     run(visit, program, backup)
 
 
+def to_the_end(visit, program, password_dialog, at_work, ended):
+    """The password is given: the window at its work, and the box at the end."""
+    password_dialog.press("cmdOK")
+    program.message_box(120)
+    name, form = at_work
+    visit.picture(name, program.find_window(form))
+    visit.box(program, ended)
+    program.wait_exit()
+
+
 def run(visit, program, backup):
     backup.press("cmdLancer")
     dialog = program.window("frmMotPasse")
@@ -146,11 +155,7 @@ def run(visit, program, backup):
     visit.picture("new-password-help", dialog)
     dialog.set_text("txtMotPasse", PASSWORD)
     dialog.set_text("txtConfirmation", PASSWORD)
-    dialog.press("cmdOK")
-    program.message_box(120)
-    visit.picture("backing-up", program.find_window("frmBackup"))
-    visit.box(program, "backed-up")
-    program.wait_exit()
+    to_the_end(visit, program, dialog, ("backing-up", "frmBackup"), "backed-up")
 
 
 def discs(visit, program):
@@ -208,11 +213,7 @@ def restore(visit, program):
     visit.box(program, "wrong-password")
     dialog = program.window("frmMotPasse")
     dialog.set_text("txtMotPasse", PASSWORD)
-    dialog.press("cmdOK")
-    program.message_box(120)
-    visit.picture("restoring", program.find_window("frmRestaureCD"))
-    visit.box(program, "restored")
-    program.wait_exit()
+    to_the_end(visit, program, dialog, ("restoring", "frmRestaureCD"), "restored")
 
 
 def check(visit, program):

@@ -52,10 +52,11 @@ def _conditions():
 
     They get the same addresses each time: with random ones the heap of one process in some thousands lies where Wine must
     put a page of its own, and that process does not start. And they are refused what an ordinary account is refused: root
-    may write to files that are read-only.
+    may write to files that are read-only, and read those of others.
     """
+    dropped = "-dac_override,-dac_read_search"
     return [*_if_allowed("setarch", "--addr-no-randomize"),
-            *_if_allowed("setpriv", "--bounding-set=-dac_override", "--inh-caps=-dac_override")]
+            *_if_allowed("setpriv", f"--bounding-set={dropped}", f"--inh-caps={dropped}")]
 
 
 def _base_environment(prefix):
@@ -316,6 +317,22 @@ class Workstation:
         escaped = key.replace("\\", "\\\\")
         with open(self.prefix / file, "a", encoding="utf-8") as hive:
             hive.write(f"\n[{escaped}] 1\n" + "".join(line + "\n" for line in lines))
+
+    def processes(self, *names):
+        """Process ids of the Windows programs of these names that run on the workstation; names in small letters, without
+        what follows the dot."""
+        found = []
+        mark = f"WINEPREFIX={self.prefix}\0".encode()
+        for process in Path("/proc").iterdir():
+            try:
+                if not process.name.isdigit() or mark not in (process / "environ").read_bytes():
+                    continue
+                command = (process / "cmdline").read_bytes().split(b"\0")[0].decode(errors="replace")
+            except OSError:
+                continue
+            if command.replace("/", "\\").rsplit("\\", 1)[-1].lower().removesuffix(".exe") in names:
+                found.append(int(process.name))
+        return found
 
     def wine_command(self, *arguments):
         return [*_conditions(), _wine_tool("wine"), *arguments]

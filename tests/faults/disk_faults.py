@@ -109,7 +109,7 @@ disk("archiver-claims-a-failure", Expect(outcomes=(DONE,), medium=(NEW,)),
 
 def end_hanging_archiver(scene):
     """The user ends it in the task manager; the next ones work."""
-    scene.wait_for(lambda: scene.processes("7za.exe"), "the archiver")
+    scene.wait_for(lambda: scene.station.processes("7za"), "the archiver")
     time.sleep(2)
     scene.give_archiver_back_later()
     scene.kill_archiver()
@@ -121,7 +121,7 @@ disk("archiver-hangs-until-it-is-ended", Expect(told=(FAILED_BACKUP,)),
 
 def kill_archiver_after(scene, seconds):
     time.sleep(seconds)
-    if not scene.succeeded() and scene.processes("7za.exe", "7za"):
+    if not scene.succeeded() and scene.station.processes("7za"):
         scene.kill_archiver()
 
 
@@ -154,12 +154,12 @@ disk("few-handles", Expect(outcomes=(FAILED, DONE), medium=(OLD, NEW)),
 
 def change_list_in_temp(scene):
     """Another copy of the program, in another folder, writes its own list to the one place."""
-    scene.wait_for(lambda: scene.processes("7za.exe", "7za"), "the archiver")
+    scene.wait_for(lambda: scene.station.processes("7za"), "the archiver")
     (scene.station.temp / "_listFich.lst").write_bytes(b"C:\\autre.txt,32,Zip0001\r\n")
 
 
 def remove_list_in_temp(scene):
-    scene.wait_for(lambda: scene.processes("7za.exe", "7za"), "the archiver")
+    scene.wait_for(lambda: scene.station.processes("7za"), "the archiver")
     (scene.station.temp / "_listFich.lst").unlink()
 
 
@@ -199,7 +199,7 @@ def log_off(scene, title="Prise de copie", needs_archiver=True):
     """Windows asks every window whether the session may end, and is told to wait."""
     scene.wait_for(lambda: scene.program.find_window("frmMotPasse") is None, "the end of the password dialog")
     if needs_archiver:
-        scene.wait_for(lambda: scene.processes("7za.exe", "7za"), "the archiver")
+        scene.wait_for(lambda: scene.station.processes("7za"), "the archiver")
     answers = {window.title: scene.program.driver.call("send", window.handle, WM_QUERYENDSESSION, 0, 0)[0][0]
                for window in scene.program.windows() if window.title}
     if not any(title in name and answer == "0" for name, answer in answers.items()):

@@ -5,12 +5,13 @@ import resource
 import shutil
 import signal
 import time
-from pathlib import Path
 
 from driver import Driver, NotSeen
 from workstation import BINARIES
 
 HITS_AT = 2048
+# The second one does the work of a faulty one.
+ARCHIVERS = ("7za", "7za.real")
 
 
 class Mischief:
@@ -89,38 +90,21 @@ class Mischief:
         """The next runs of the archiver work as they should; the one that runs now goes on as it is."""
         (self.program_folder() / "7Za.fault").write_text("work 0\n", encoding="ascii")
 
-    def processes(self, *names):
-        """Process ids of the Windows programs of these names that run on this workstation."""
-        found = []
-        for process in Path("/proc").iterdir():
-            try:
-                if not process.name.isdigit() or self.prefix_mark() not in (process / "environ").read_bytes():
-                    continue
-                command = (process / "cmdline").read_bytes().split(b"\0")[0].decode(errors="replace")
-            except OSError:
-                continue
-            if command.replace("/", "\\").rsplit("\\", 1)[-1].lower() in names:
-                found.append(int(process.name))
-        return found
-
-    def prefix_mark(self):
-        return f"WINEPREFIX={self.station.prefix}\0".encode()
-
     def kill_archiver(self, seconds=20):
         """Ends the archiver as soon as one runs."""
-        self.wait_for(lambda: self.processes("7za.exe", "7za", "7za.real.exe"), "an archiver", seconds)
-        for process in self.processes("7za.exe", "7za", "7za.real.exe"):
+        self.wait_for(lambda: self.station.processes(*ARCHIVERS), "an archiver", seconds)
+        for process in self.station.processes(*ARCHIVERS):
             _kill(process)
 
     def kill_program(self):
         """The program and its archiver end at once, as in a power cut."""
         self.was_killed = True
-        for process in self.processes("backup.exe", "7za.exe", "7za", "7za.real.exe"):
+        for process in self.station.processes("backup", *ARCHIVERS):
             _kill(process)
 
     def limit(self, kind, number):
         """Sets a limit of the running program, of the kinds of the module resource."""
-        for process in self.processes("backup.exe"):
+        for process in self.station.processes("backup"):
             resource.prlimit(process, kind, (number, number))
 
     def wait_for(self, condition, description, seconds=60):

@@ -3,7 +3,7 @@
 import time
 
 from fault import DONE, ENDED, FAILED, KILLED, REFUSED
-from mischief import HITS_AT
+from mischief import ARCHIVERS, HITS_AT
 
 from driver import DriverError, NotSeen
 from program import IDCANCEL, IDNO, IDOK
@@ -170,11 +170,11 @@ class Person:
         self.seen.stray = self.wait_for_no_process()
 
     def wait_for_no_process(self):
-        names = ("backup.exe", "7za.exe", "7za", "7za.real.exe")
+        names = ("backup", *ARCHIVERS)
         deadline = time.monotonic() + 5
-        while self.processes(*names) and time.monotonic() < deadline:
+        while self.station.processes(*names) and time.monotonic() < deadline:
             time.sleep(0.05)
-        return self.processes(*names)
+        return self.station.processes(*names)
 
     def cure_medium(self):
         """The disk is plugged in and reads and writes again, and nobody holds a file."""

@@ -114,7 +114,7 @@ restore("archiver-answers-late-in-a-restore", DONE_WELL, when_asked=change_archi
 
 
 def end_hanging_archiver(scene):
-    scene.wait_for(lambda: scene.processes("7za.exe", "7za"), "the archiver")
+    scene.wait_for(lambda: scene.station.processes("7za"), "the archiver")
     time.sleep(1)
     scene.give_archiver_back_later()
     scene.kill_archiver()

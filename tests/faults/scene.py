@@ -15,7 +15,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "system"))
 from fault import NEW, NOTHING, OLD  # noqa: E402
 from mischief import Mischief  # noqa: E402
 from person import Person  # noqa: E402
-from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SEVEN_ZIP, SystemTest  # noqa: E402
+from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SEVEN_ZIP, SystemTest, run_check  # noqa: E402
 
 from samples import snapshot  # noqa: E402
 from workstation import BINARIES, BUILD, CannotHave  # noqa: E402
@@ -167,9 +167,7 @@ class FaultScene(Mischief, Person, SystemTest):
         if not folder.exists():
             folder.mkdir()
             shutil.copy2(BINARIES / "BackupCheck.exe", folder)
-        command = self.station.wine_command(r"C:\Check\BackupCheck.exe", "/check", "E:\\", "/password-file", "-", *options)
-        return subprocess.run(command, env=self.station.environment, input=PASSWORD.encode(), cwd=self.station.prefix,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=120, check=False).returncode
+        return run_check(self.station, r"C:\Check", "/check", "E:\\", *options).returncode
 
     def others(self):
         """Everything on the workstation that is no concern of the program, by path: size and digest."""

@@ -100,7 +100,7 @@ start("work-folder-is-a-file", Expect(told=("CopierListeFichiers", FAILED_BACKUP
 def start_and_kill(scene, _fault):
     """The program is ended while it starts; the next start knows nothing of it."""
     scene.start_program()
-    scene.wait_for(lambda: scene.processes("backup.exe"), "the program")
+    scene.wait_for(lambda: scene.station.processes("backup"), "the program")
     scene.kill_program()
 
 

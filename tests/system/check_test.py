@@ -11,11 +11,10 @@ import zipfile
 import zlib
 from pathlib import Path
 
-from system_test import ARCHIVE_NAME, LIST_NAME, SEVEN_ZIP
+from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SEVEN_ZIP, run_check
 
 from workstation import BINARIES, Workstation
 
-PASSWORD = "Valcoreaux1"
 CRC_TABLE = []
 for number in range(256):
     for _ in range(8):
@@ -95,13 +94,7 @@ class CheckTest(unittest.TestCase):
 
     def run_program(self, *arguments, password=PASSWORD, seconds=60):
         """The exit code and what the program wrote; the password comes by standard input."""
-        arguments = [r"C:\Check\BackupCheck.exe", *arguments]
-        entry = b""
-        if password is not None:
-            arguments += ["/password-file", "-"]
-            entry = password if isinstance(password, bytes) else password.encode("cp1252")
-        done = subprocess.run(self.station.wine_command(*arguments), env=self.station.environment, cwd=self.station.prefix,
-                              input=entry, capture_output=True, timeout=seconds, check=False)
+        done = run_check(self.station, r"C:\Check", *arguments, password=password, seconds=seconds)
         return done.returncode, done.stdout.decode("utf-8")
 
     def check(self, *arguments, place="E:\\", **options):

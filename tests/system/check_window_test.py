@@ -3,7 +3,7 @@
 import shutil
 
 from check_test import PASSWORD, CheckTest
-from system_test import BUILD, IDOK, Program
+from system_test import IDOK, Program, ProgramEnd
 
 from workstation import Display
 
@@ -12,7 +12,7 @@ IDC_FILE_NAME = 0x47C
 SECONDS = 60
 
 
-class CheckWindowTest(CheckTest):
+class CheckWindowTest(ProgramEnd, CheckTest):
     """One workstation with a display for a class; the window lies alone in a folder."""
 
     @classmethod
@@ -31,18 +31,12 @@ class CheckWindowTest(CheckTest):
         """The window with the drive E: chosen and its list read."""
         self.station.display = self.display
         self.program = Program(self.station, executable="BackupCheck.exe")
-        self.addCleanup(self.close)
+        self.addCleanup(self.end, self.program)
         window = self.program.window("CheckWindow", SECONDS)
         if is_chosen:
             self.program.wait(lambda: window.chosen("Places"), "the drive chosen", SECONDS)
             self.wait_idle(window)
         return window
-
-    def close(self):
-        outcome = getattr(self, "_outcome", None)
-        if outcome is not None and not outcome.success:
-            self.display.screenshot(BUILD / "logs" / f"{self.id()}.png")
-        self.program.stop()
 
     def wait_idle(self, window):
         self.program.wait(lambda: window.control("Close").visible and window.control("Browse").enabled, "an idle window",

@@ -12,7 +12,6 @@ from pathlib import Path
 PROJECT = Path(__file__).resolve().parent.parent.parent
 sys.path.insert(0, str(PROJECT / "tools"))
 
-from driver import NotSeen  # noqa: E402
 from program import IDOK, Program  # noqa: E402
 from workstation import BUILD, CannotHave, Display, Workstation  # noqa: E402
 
@@ -21,9 +20,34 @@ LIST_NAME = "_listFich.lst"
 ARCHIVE_NAME = "OKRBACKUP.ZIP"
 # The package 7zip names its program so or so, by release.
 SEVEN_ZIP = shutil.which("7zz") or "7z"
+SAME_LOOKS = 15
 
 
-class SystemTest(unittest.TestCase):
+def run_check(station, folder, *arguments, password=PASSWORD, seconds=120):
+    """One run of the BackupCheck.exe in a folder, with what it wrote; a password comes by standard input."""
+    entry = b""
+    if password is not None:
+        arguments += ("/password-file", "-")
+        entry = password if isinstance(password, bytes) else password.encode("cp1252")
+    return subprocess.run(station.wine_command(folder + r"\BackupCheck.exe", *arguments), env=station.environment,
+                          cwd=station.prefix, input=entry, capture_output=True, timeout=seconds, check=False)
+
+
+class ProgramEnd:
+    """The end of a program, for a test that has a display; of a test that failed, a picture is kept."""
+
+    def end(self, program):
+        if self.has_failed():
+            picture = BUILD / "logs" / f"{self.id()}.png"
+            self.display.screenshot(picture)
+        program.stop()
+
+    def has_failed(self):
+        outcome = getattr(self, "_outcome", None)
+        return outcome is not None and not outcome.success
+
+
+class SystemTest(ProgramEnd, unittest.TestCase):
     """A test with a workstation of its own, laid out anew and removed afterwards."""
 
     language = "fr"
@@ -43,15 +67,16 @@ class SystemTest(unittest.TestCase):
         self.addCleanup(self.end, program)
         return program
 
-    def end(self, program):
-        if self.has_failed():
-            picture = BUILD / "logs" / f"{self.id()}.png"
-            self.display.screenshot(picture)
-        program.stop()
+    def settled_usage(self, program):
+        """Handles, GDI objects and user objects once they stay the same; the first use of a control keeps some for good."""
+        seen = []
 
-    def has_failed(self):
-        outcome = getattr(self, "_outcome", None)
-        return outcome is not None and not outcome.success
+        def is_settled():
+            seen.append(program.usage()[2:])
+            return len(seen) >= SAME_LOOKS and len(set(seen[-SAME_LOOKS:])) == 1
+
+        program.wait(is_settled, f"the same usage {SAME_LOOKS} times")
+        return seen[-1]
 
     def disk(self, letter="e", **properties):
         """A removable disk; the test is skipped where the machine refuses one of the wanted sort."""

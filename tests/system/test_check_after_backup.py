@@ -6,18 +6,14 @@ import subprocess
 import unittest
 
 from check_test import FAULTY
-from system_test import PASSWORD, SystemTest
+from system_test import SystemTest, run_check
 
 
 class CheckAfterBackupTest(SystemTest):
     def check(self, *arguments):
         """The exit code and the items of the report by the last names of their paths."""
         self.station.add_drive("d", "fixed")
-        done = subprocess.run(
-            self.station.wine_command(self.station.program_folder + r"\BackupCheck.exe", "/check", "E:\\",
-                                      "/password-file", "-", "/report", "D:\\report.json", *arguments),
-            env=self.station.environment, cwd=self.station.prefix, input=PASSWORD.encode(), capture_output=True, timeout=120,
-            check=False)
+        done = run_check(self.station, self.station.program_folder, "/check", "E:\\", "/report", "D:\\report.json", *arguments)
         report = json.loads((self.station.path("D:") / "report.json").read_text(encoding="utf-8"))
         return done.returncode, {item["path"].rsplit("\\", 1)[-1]: item for item in report["items"]}
 

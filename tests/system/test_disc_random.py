@@ -91,7 +91,7 @@ class RandomUser:
         self.insert(*self.plan.first_disc)
         self.program = self.test.start()
         self.program.main_window(90)
-        self.handles_at_first = self.settled_handles()
+        self.handles_at_first = self.test.settled_usage(self.program)[0]
         self.open_backup()
         for name, arguments, pause_seconds in self.plan.steps:
             getattr(self, name)(*arguments)
@@ -288,8 +288,7 @@ class RandomUser:
         self.reach(("frmMain", ("cmdSortie",)), until=lambda: False)
         self.test.assertEqual(self.program.exit_code(), 0, self.program.describe())
         self.program.stop()
-        left = [name for name in running_programs(self.test.station.prefix) if name in ("Backup.exe", "7Za.exe")]
-        self.test.assertEqual(left, [], "processes that are left")
+        self.test.assertEqual(self.test.station.processes("backup", "7za"), [], "processes that are left")
 
     def reach(self, *presses, until):
         """Presses what leads out of windows, until they are left or the program has ended."""
@@ -307,33 +306,9 @@ class RandomUser:
     def handles(self):
         return self.program.usage()[2]
 
-    def settled_handles(self):
-        """Their number once the start-up has let go of its own."""
-        last = None
-        while last != (now := self.handles()):
-            last = now
-            time.sleep(0.3)
-        return now
-
     def check_handles(self):
         most = self.handles_at_first + KEPT_BY_A_RUN
         self.program.wait(lambda: self.handles() <= most, f"{most} handles again, not {self.handles()}")
-
-
-def running_programs(prefix):
-    """The names of the Windows programs that run on a workstation."""
-    found = []
-    for process in Path("/proc").iterdir():
-        if not process.name.isdigit():
-            continue
-        try:
-            environment = (process / "environ").read_bytes()
-            command = (process / "cmdline").read_bytes().split(b"\0")[0].decode(errors="replace")
-        except OSError:
-            continue
-        if f"WINEPREFIX={prefix}\0".encode() in environment:
-            found.append(command.replace("/", "\\").rsplit("\\", 1)[-1])
-    return found
 
 
 class RandomDriveTest(DiscTest):

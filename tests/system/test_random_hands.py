@@ -15,7 +15,6 @@ from driver import DriverError, NotSeen
 from program import DBT_DEVICEARRIVAL, DBT_DEVICEREMOVECOMPLETE, FORMS, IDOK
 from samples import differences, snapshot, write_samples
 from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SystemTest
-from test_disc_random import running_programs
 
 STEPS = 60
 LONGEST_SILENCE = 20
@@ -193,8 +192,7 @@ class RandomHands:
             time.sleep(0.2)
         self.test.assertEqual(self.program.exit_code(), 0)
         self.program.stop()
-        self.test.assertEqual([name for name in running_programs(self.test.station.prefix) if name in ("Backup.exe", "7Za.exe")],
-                              [], "processes that are left")
+        self.test.assertEqual(self.test.station.processes("backup", "7za"), [], "processes that are left")
 
     def press(self, form, name):
         assert form in FORMS
