@@ -8,8 +8,6 @@
 
 #include <utility>
 
-namespace {} // namespace
-
 SelectionWatch::SelectionWatch(Application& app, BackupView& view, Measure measure)
     : app_(app), view_(view), measure_(std::move(measure)) {}
 

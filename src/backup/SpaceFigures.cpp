@@ -6,8 +6,6 @@
 #include "platform/Locale.h"
 #include "resources/TextId.h"
 
-namespace {} // namespace
-
 Spaces SpacesOf(const Application& app) {
     return {app.space->requiredSpace, app.space->availableSpace, app.startUp->dblEspaceDisponible};
 }

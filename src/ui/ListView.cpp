@@ -82,18 +82,20 @@ void ListView::KeepHiddenColumnsShut() {
 }
 
 bool ListView::WouldOpenHidden(const NMHDR& header) const {
-    if (header.hwndFrom != ListView_GetHeader(Handle())) return false;
+    // The code first: asking for the header is a message of its own, and most notifications are about something else.
     const auto& change = reinterpret_cast<const NMHEADERW&>(header);
+    const auto isHidden = [&] {
+        return header.hwndFrom == ListView_GetHeader(Handle()) && change.iItem >= firstHiddenColumn_;
+    };
     switch (header.code) {
     case HDN_BEGINTRACKA:
     case HDN_BEGINTRACKW:
     case HDN_DIVIDERDBLCLICKA:
     case HDN_DIVIDERDBLCLICKW:
-        return change.iItem >= firstHiddenColumn_;
+        return isHidden();
     case HDN_ITEMCHANGINGA:
     case HDN_ITEMCHANGINGW:
-        return change.iItem >= firstHiddenColumn_ && change.pitem != nullptr && (change.pitem->mask & HDI_WIDTH) != 0 &&
-               change.pitem->cxy != 0;
+        return isHidden() && change.pitem != nullptr && (change.pitem->mask & HDI_WIDTH) != 0 && change.pitem->cxy != 0;
     default:
         return false;
     }

@@ -4,7 +4,6 @@
 #include "backup/VolumeLabel.h"
 #include "core/NumberFormat.h"
 #include "core/SpaceValues.h"
-#include "core/StartUpValues.h"
 #include "discutil/forms/frmEffacerCDRW.h"
 #include "discutil/forms/frmInfoDisque.h"
 #include "platform/Drives.h"
