@@ -4,6 +4,7 @@
 #include "core/ArchiveValues.h"
 #include "core/SpaceValues.h"
 #include "core/WriterFlags.h"
+#include "platform/AtScopeEnd.h"
 #include "platform/Clock.h"
 #include "platform/Drives.h"
 #include "platform/MessageBoxes.h"
@@ -29,6 +30,10 @@ BackupRun::BackupRun(Application& app, BackupState& state, BackupView& view, Bac
 void BackupRun::Launch() {
     if (!IsStepAllowed(state_.phase.Now(), RunPhase::Preparing) || discs_.IsBusy()) return;
     state_.phase.Enter(RunPhase::Preparing);
+    // The window is back at its settings before the phase says that nothing runs.
+    const AtScopeEnd leave([this] {
+        if (state_.phase.IsRunning()) state_.phase.Enter(RunPhase::Idle);
+    });
     try {
         const bool isComplete = Guarded(app_, L"cmdLancer_Click, module frmBackupCD", [this] {
             if (IsDisc(state_.miTypeMedia)) {
@@ -38,21 +43,26 @@ void BackupRun::Launch() {
             }
             return true;
         });
-        if (!state_.phase.IsAt(RunPhase::Writing)) state_.awake.reset();
+        EndHold();
         // A run that broke off leaves nothing behind that would take the window out of its busy mode.
         if (!isComplete) ReturnToIdle();
     } catch (...) {
         // Not even the report could be made. A window that stays busy could not be closed.
-        LeaveRun();
+        EndHold();
         ReturnToIdle();
         throw;
     }
-    LeaveRun();
 }
 
-void BackupRun::LeaveRun() {
+/// A burn that goes on keeps its hold on the machine.
+void BackupRun::EndHold() {
     if (!state_.phase.IsAt(RunPhase::Writing)) state_.awake.reset();
-    if (state_.phase.IsRunning()) state_.phase.Enter(RunPhase::Idle);
+}
+
+/// A box may stay open overnight: what it tells of is over, and no longer keeps the machine awake.
+void BackupRun::Tell(const Notice& notice) {
+    state_.awake.reset();
+    app_.ShowMessage(notice.text, notice.title, notice.style);
 }
 
 void BackupRun::RunToDisk() {
@@ -63,7 +73,7 @@ void BackupRun::RunToDisk() {
     } else {
         if (!PreparerArchive()) return;
         if (steps_.SelectedCount() == 0) {
-            app_.ShowMessage(TextId::NothingToBackUp, TextId::None, box::Ok);
+            Tell({TextId::NothingToBackUp, TextId::None, box::Ok});
         } else {
             CopyToDisk();
         }
@@ -97,13 +107,12 @@ void BackupRun::CopyToDisk() {
 }
 
 void BackupRun::EndCopy(bool isCopied) {
-    state_.awake.reset();
     if (!isCopied) {
-        app_.ShowMessage(TextId::BackupFailed, TextId::ErrorTitle, box::Critical);
+        Tell({TextId::BackupFailed, TextId::ErrorTitle, box::Critical});
         view_.AfficherProgression(false);
         return;
     }
-    app_.ShowMessage(TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation);
+    Tell({TextId::BackupDone, TextId::BackupDoneTitle, box::Exclamation});
     view_.EndProgram();
 }
 
@@ -113,7 +122,13 @@ void BackupRun::RunToDisc() {
     app_.machine.messageLoop->RunPending();
     if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
     view_.AfficherProgression(true);
+    AwaitDrive();
     if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
+    if (IsDriveSilent()) {
+        Tell({TextId::WriterSilent, TextId::None, box::Ok});
+        ReturnToIdle();
+        return;
+    }
     if (!discs_.IsDiscAccepted()) {
         ReturnToIdle();
         return;
@@ -152,10 +167,14 @@ bool BackupRun::PreparerArchive() {
         if (!steps_.DemanderMotPasse()) return true;
         state_.awake = view_.HoldMachine();
         BuildArchive();
+        AwaitDrive();
+        // Found out before messages are let in, and told over the window's settings.
+        const std::optional<Notice> refusal = WhyNotToMedium();
+        ReturnToIdle();
         // A failed archive still starts the writer; the user's stop must not cost a disc.
-        if (IsDisc(state_.miTypeMedia) && state_.phase.IsAt(RunPhase::ArchiveStopped)) return true;
-        isOk = FitsMedium(app_.archive->archiveSizeBytes, app_.space->availableSpace);
-        if (!isOk) TellWhyItDoesNotFit();
+        if (IsDiscStopped()) return true;
+        isOk = !refusal;
+        if (refusal) Tell(*refusal);
         return true;
     });
     // A step that failed as a whole has left the window in its busy mode.
@@ -163,14 +182,15 @@ bool BackupRun::PreparerArchive() {
     return isOk;
 }
 
-void BackupRun::TellWhyItDoesNotFit() {
-    if (IsDisc(state_.miTypeMedia) && state_.disc.flNoDisc()) {
-        app_.ShowMessage(TextId::InsertDisc, TextId::None, box::Ok);
-    } else if (IsDriveSilent()) {
-        app_.ShowMessage(TextId::WriterSilent, TextId::None, box::Ok);
-    } else {
-        app_.ShowMessage(TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation);
-    }
+std::optional<BackupRun::Notice> BackupRun::WhyNotToMedium() const {
+    if (IsDriveSilent()) return Notice{TextId::WriterSilent, TextId::None, box::Ok};
+    if (FitsMedium(app_.archive->archiveSizeBytes, app_.space->availableSpace)) return std::nullopt;
+    if (IsDisc(state_.miTypeMedia) && state_.disc.flNoDisc()) return Notice{TextId::InsertDisc, TextId::None, box::Ok};
+    return Notice{TextId::MediumTooSmall, TextId::CapacityReachedTitle, box::Exclamation};
+}
+
+bool BackupRun::IsDiscStopped() const {
+    return IsDisc(state_.miTypeMedia) && state_.phase.IsAt(RunPhase::ArchiveStopped);
 }
 
 bool BackupRun::IsDriveSilent() const {
@@ -179,13 +199,16 @@ bool BackupRun::IsDriveSilent() const {
 
 /// A disc that is being loaded at this moment, or a writer that another program holds, must not cost the archive.
 void BackupRun::AwaitDrive() {
-    if (!IsDriveSilent()) return;
+    // Of an archive that failed there is nothing to save.
+    if (!IsDriveSilent() || !state_.phase.IsAt(RunPhase::Archived)) return;
+    const std::wstring status = view_.Display().RunStatus();
     view_.Display().SetRunStatus(app_.Text(TextId::WriterBusy));
     for (std::uint32_t waited = 0; waited < PatienceMilliseconds; waited += PauseMilliseconds) {
-        if (!IsDriveSilent() || !state_.phase.IsOperationInProgress()) return;
+        if (!IsDriveSilent() || !state_.phase.IsOperationInProgress()) break;
         app_.machine.clock->Sleep(PauseMilliseconds);
         app_.machine.messageLoop->RunPending();
     }
+    if (state_.phase.IsOperationInProgress()) view_.Display().SetRunStatus(status);
 }
 
 void BackupRun::BuildArchive() {
@@ -200,11 +223,9 @@ void BackupRun::BuildArchive() {
     app_.machine.messageLoop->RunPending();
     if (state_.phase.IsAt(RunPhase::Archiving)) {
         state_.phase.Enter(isComplete ? RunPhase::Archived : RunPhase::ArchiveFailed);
-        AwaitDrive();
     } else if (IsDisc(state_.miTypeMedia)) {
         discs_.ArreterEcriture();
     }
-    ReturnToIdle();
 }
 
 void BackupRun::Stop() {

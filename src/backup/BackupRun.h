@@ -4,6 +4,10 @@
 #include "backup/BackupView.h"
 #include "backup/DiscSide.h"
 #include "core/Application.h"
+#include "resources/TextId.h"
+
+#include <cstdint>
+#include <optional>
 
 /// The run from the start button to the finished medium.
 class BackupRun {
@@ -17,18 +21,29 @@ class BackupRun {
     void Stop();
 
   private:
+    /// What a box tells.
+    struct Notice {
+        TextId text;
+        TextId title;
+        std::uint32_t style;
+    };
+
     void RunToDisk();
     void RunToDisc();
     /// Whether there is something that can go on to the medium; the phase tells what.
     bool PreparerArchive();
+    /// Leaves the window in its busy mode.
     void BuildArchive();
     void AwaitDrive();
     bool IsDriveSilent() const;
-    void TellWhyItDoesNotFit();
+    bool IsDiscStopped() const;
+    /// Why the archive does not go on to the medium as it was read last; nothing when it fits.
+    std::optional<Notice> WhyNotToMedium() const;
     void CopyToDisk();
     void EndCopy(bool isCopied);
     void StartWriting();
-    void LeaveRun();
+    void EndHold();
+    void Tell(const Notice& notice);
     void ReturnToIdle();
 
     Application& app_;

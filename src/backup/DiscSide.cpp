@@ -106,15 +106,15 @@ bool DiscSide::IsDiscAccepted() {
 bool DiscSide::DiscWritableCD() {
     return Guarded(app_, L"DiscWritableCD, module frmBackupCD", [this] {
         const DiscFacts disc = Report().disc;
+        const bool isAccepted = !disc.flNoDisc() && disc.flDiscWritable;
+        // What a box tells of is over: the machine may sleep while it stays open.
+        if (!isAccepted) state_.awake.reset();
         if (disc.flNoDisc()) {
             app_.ShowMessage(TextId::InsertDisc, TextId::None, box::Ok);
-            return false;
-        }
-        if (!disc.flDiscWritable) {
+        } else if (!disc.flDiscWritable) {
             app_.ShowMessage(TextId::UnknownDiscFormat, TextId::None, box::Ok);
-            return false;
         }
-        return true;
+        return isAccepted;
     });
 }
 

@@ -148,6 +148,113 @@ TEST_F(BackupRunTest, WaitingForADriveAfterTheArchiveCanBeStopped) {
     EXPECT_TRUE(state.phase.IsAt(RunPhase::Idle));
 }
 
+TEST_F(BackupRunTest, AFailedArchiveWaitsForNoDriveAndASilentOneIsNamedForEitherFamily) {
+    for (const Medium medium : {Medium::Cd, Medium::Dvd}) {
+        UseDisc(medium, BlankDisc(medium == Medium::Cd ? MediaKind::CdR : MediaKind::DvdPlusR, 600 * Megabyte));
+        machine.app.archive->archiveSizeBytes = 0;
+        machine.messageBoxes.shown.clear();
+        steps.archives = false;
+        steps.whileArchiving = [this] { Writer().InsertDisc(NotAnswering()); };
+        run.Launch();
+        ExpectOnlyBox(L"Le graveur n'a pas répondu à temps.", L"Backup", box::Ok);
+        EXPECT_EQ(machine.clock.sleeps, 0);
+        EXPECT_EQ(Modes().back(), L"idle");
+        EXPECT_TRUE(state.phase.IsAt(RunPhase::Idle));
+    }
+}
+
+TEST_F(BackupRunTest, ADriveThatFallsSilentBeforeTheWriteIsWaitedForAgain) {
+    UseCd();
+    int left = 3;
+    view.whenBusyChanges = [&](bool isBusy) {
+        if (isBusy && state.phase.IsAt(RunPhase::Archived)) Writer().InsertDisc(NotAnswering());
+    };
+    machine.messageLoop.handler = [&] {
+        if (state.disc.presence == DiscPresence::NotAnswering && --left == 0)
+            Writer().InsertDisc(BlankDisc(MediaKind::CdR, 600 * Megabyte));
+    };
+    run.Launch();
+    EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
+    EXPECT_EQ(machine.clock.sleeps, 3);
+    EXPECT_EQ(Record().filesWritten.size(), 2u);
+    EXPECT_NE(view.runStatuses.back(), L"Graveur occupé");
+}
+
+TEST_F(BackupRunTest, ADriveThatFallsSilentBeforeTheWriteForGoodIsNamed) {
+    UseCd();
+    view.whenBusyChanges = [&](bool isBusy) {
+        if (isBusy && state.phase.IsAt(RunPhase::Archived)) Writer().InsertDisc(NotAnswering());
+    };
+    run.Launch();
+    ExpectOnlyBox(L"Le graveur n'a pas répondu à temps.", L"Backup", box::Ok);
+    EXPECT_EQ(Modes().back(), L"idle");
+    EXPECT_THAT(Record().calls, Not(Contains(L"StartWrite")));
+}
+
+TEST_F(BackupRunTest, AStopWhileTheDriveIsWaitedForAgainStartsNoWrite) {
+    UseCd();
+    view.whenBusyChanges = [&](bool isBusy) {
+        if (isBusy && state.phase.IsAt(RunPhase::Archived)) Writer().InsertDisc(NotAnswering());
+    };
+    machine.messageLoop.handler = [&] {
+        if (state.disc.presence != DiscPresence::NotAnswering) return;
+        Writer().InsertDisc(BlankDisc(MediaKind::CdR, 600 * Megabyte));
+        run.Stop();
+    };
+    run.Launch();
+    EXPECT_TRUE(state.phase.IsAt(RunPhase::Idle));
+    EXPECT_EQ(Modes().back(), L"idle");
+    EXPECT_THAT(machine.messageBoxes.shown, IsEmpty());
+    EXPECT_THAT(Record().calls, Not(Contains(L"StartWrite")));
+}
+
+TEST_F(BackupRunTest, TheComputerMaySleepWhileABoxTellsWhyNothingIsWritten) {
+    std::vector<int> holdsWhileShown;
+    machine.messageBoxes.whileShown = [&](const auto&) { holdsWhileShown.push_back(view.holds); };
+    UseCd();
+    machine.app.archive->archiveSizeBytes = 701 * Megabyte;
+    run.Launch();
+    machine.app.archive->archiveSizeBytes = 100;
+    steps.whileArchiving = [this] { Writer().InsertDisc(NotAnswering()); };
+    run.Launch();
+    steps.whileArchiving = [this] { Writer().InsertDisc({}); };
+    run.Launch();
+    // The same disc is missed, or not writable, after the archive has been found to fit.
+    for (const FakeDisc& disc : {FakeDisc{}, BlankDisc(MediaKind::DvdPlusR, 600 * Megabyte)}) {
+        steps.whileArchiving = {};
+        Writer().InsertDisc(BlankDisc(MediaKind::CdR, 600 * Megabyte));
+        view.whenBusyChanges = [&](bool isBusy) {
+            if (isBusy && state.phase.IsAt(RunPhase::Archived)) machine.discWriters.cdDrives[0].disc = disc;
+        };
+        run.Launch();
+    }
+    std::vector<std::wstring> texts;
+    for (const auto& box : machine.messageBoxes.shown) texts.push_back(box.text);
+    EXPECT_THAT(texts, ElementsAre(Text(TextId::MediumTooSmall), Text(TextId::WriterSilent), Text(TextId::InsertDisc),
+                                   Text(TextId::InsertDisc), Text(TextId::UnknownDiscFormat)));
+    EXPECT_THAT(holdsWhileShown, ElementsAre(0, 0, 0, 0, 0));
+}
+
+TEST_F(BackupRunTest, WhyAnArchiveDoesNotGoToTheMediumIsToldOverTheSettings) {
+    std::vector<std::wstring> modesWhileShown;
+    machine.messageBoxes.whileShown = [&](const auto&) { modesWhileShown.push_back(Modes().back()); };
+    UseCd();
+    machine.app.archive->archiveSizeBytes = 701 * Megabyte;
+    run.Launch();
+    steps.whileArchiving = [this] { Writer().InsertDisc(NotAnswering()); };
+    run.Launch();
+    EXPECT_THAT(modesWhileShown, ElementsAre(L"idle", L"idle"));
+}
+
+TEST_F(BackupRunTest, TheComputerMaySleepWhileABoxTellsThatThereIsNothingToCopy) {
+    UseDisk(Medium::RemovableDisk);
+    steps.count = 0;
+    int holdsWhileShown = -1;
+    machine.messageBoxes.whileShown = [&](const auto&) { holdsWhileShown = view.holds; };
+    run.Launch();
+    EXPECT_EQ(holdsWhileShown, 0);
+}
+
 TEST_F(BackupRunTest, OneBoxAtATimeTellsOfTheDiscThatIsIn) {
     UseCd();
     int open = 0;

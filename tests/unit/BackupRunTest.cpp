@@ -230,6 +230,21 @@ TEST_F(BackupRunTest, ARunThatBreaksOffIsReportedAndLeavesTheBusyMode) {
     EXPECT_EQ(view.holds, 0);
 }
 
+TEST_F(BackupRunTest, AFailureThatCannotBeToldEndsTheRunWithTheWindowBackAtItsSettingsFirst) {
+    UseDisk(Medium::RemovableDisk);
+    steps.whileArchiving = [] { throw RuntimeError(ErrorNumber::OutOfMemory); };
+    machine.messageBoxes.whileShown = [](const auto&) { throw RuntimeError(ErrorNumber::OutOfMemory); };
+    bool isRunningWhileTurningBack = false;
+    view.whenBusyChanges = [&](bool isBusy) {
+        if (!isBusy) isRunningWhileTurningBack = state.phase.IsRunning();
+    };
+    EXPECT_THROW(run.Launch(), RuntimeError);
+    EXPECT_TRUE(isRunningWhileTurningBack);
+    EXPECT_EQ(Modes().back(), L"idle");
+    EXPECT_EQ(view.holds, 0);
+    EXPECT_TRUE(state.phase.IsAt(RunPhase::Idle));
+}
+
 TEST_F(BackupRunTest, AStepThatFailsAsAWholeLeavesTheWindowIdle) {
     UseDisk(Medium::RemovableDisk);
     steps.whileArchiving = [] { throw RuntimeError(ErrorNumber::OutOfMemory); };
