@@ -32,7 +32,8 @@ namespace modGestionMotPasse {
 
 bool VerifierComplexiteMotPasse(const std::wstring& password, const std::wstring& accountName) {
     if (password.size() < ShortestPassword) return false;
-    if (!accountName.empty() && UpperCase(password).find(UpperCase(accountName)) != std::wstring::npos) return false;
+    const PassingSecret inUpperCase(UpperCase(password));
+    if (!accountName.empty() && inUpperCase.Text().find(UpperCase(accountName)) != std::wstring::npos) return false;
     std::bitset<CategoryCount> met;
     for (const wchar_t character : password) {
         // A character of two bytes has a code that is in no category.
@@ -42,13 +43,19 @@ bool VerifierComplexiteMotPasse(const std::wstring& password, const std::wstring
     return met.count() >= CategoriesNeeded;
 }
 
-bool MotsPasseIdentiques(const std::wstring& password, const std::wstring& confirmation) {
+bool MotsPasseIdentiques(std::wstring_view password, std::wstring_view confirmation) {
     return !confirmation.empty() && password == confirmation;
 }
 
 void Forget(std::wstring& secret) {
     for (volatile wchar_t& character : secret) character = L'\0';
     secret.clear();
+}
+
+std::wstring_view WithoutBlanksAround(std::wstring_view text) {
+    const std::size_t first = text.find_first_not_of(L' ');
+    if (first == std::wstring_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
 }
 
 } // namespace modGestionMotPasse

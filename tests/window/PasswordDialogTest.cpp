@@ -16,6 +16,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -37,9 +38,9 @@ void CALLBACK CloseTheDialog(HWND, UINT, UINT_PTR, DWORD) {
 class PasswordDialog : public testing::Test, protected FormDriver {
   protected:
     void Open(PasswordMode mode) {
-        form.Ask(mode);
-        form.Create();
-        form.Show();
+        dialog = std::make_unique<frmMotPasse>(machine.app, mode);
+        dialog->Create();
+        dialog->Show();
         ui::RunPendingMessages();
     }
     void OpenInEnglish(PasswordMode mode) {
@@ -47,40 +48,41 @@ class PasswordDialog : public testing::Test, protected FormDriver {
         Open(mode);
     }
 
-    HWND Window() const override { return form.Handle(); }
+    HWND Window() const override { return dialog->Handle(); }
     RECT Place(int id) const {
         RECT place{};
         GetWindowRect(At(id), &place);
-        MapWindowPoints(nullptr, form.Handle(), reinterpret_cast<POINT*>(&place), 2);
+        MapWindowPoints(nullptr, dialog->Handle(), reinterpret_cast<POINT*>(&place), 2);
         return place;
     }
-    int TopTwips(int id) const { return ui::TwipsFromPixels(Place(id).top, form.Handle()); }
+    int TopTwips(int id) const { return ui::TwipsFromPixels(Place(id).top, dialog->Handle()); }
     RECT Inner() const {
         RECT inner{};
-        GetClientRect(form.Handle(), &inner);
+        GetClientRect(dialog->Handle(), &inner);
         return inner;
     }
     /// What the window's height must be for a height of the time when caption and frame took 375 twips.
     int HeightPixels(int twips) const {
         RECT outer{};
-        GetWindowRect(form.Handle(), &outer);
+        GetWindowRect(dialog->Handle(), &outer);
         const int frame = (outer.bottom - outer.top) - Inner().bottom;
-        return ui::PixelsFromTwips(twips, form.Handle()) + std::max(0, frame - ui::PixelsFromTwips(375, form.Handle()));
+        return ui::PixelsFromTwips(twips, dialog->Handle()) +
+               std::max(0, frame - ui::PixelsFromTwips(375, dialog->Handle()));
     }
     int OuterHeight() const {
         RECT outer{};
-        GetWindowRect(form.Handle(), &outer);
+        GetWindowRect(dialog->Handle(), &outer);
         return outer.bottom - outer.top;
     }
 
     FormMessageLoop messages;
     FakeMachine machine{&messages};
-    frmMotPasse form{machine.app};
+    std::unique_ptr<frmMotPasse> dialog;
 };
 
 TEST_F(PasswordDialog, FrenchCaptions) {
     Open(PasswordMode::Creation);
-    EXPECT_EQ(form.Title(), L"Mot de passe - copie de sécurité");
+    EXPECT_EQ(dialog->Title(), L"Mot de passe - copie de sécurité");
     EXPECT_EQ(Text(IDC_lblTitre), L"Entrer mot de passe");
     EXPECT_EQ(Text(IDC_lblConfirmation), L"Confirmer mot de passe");
     EXPECT_EQ(Text(IDC_lblNotaBene), machine.app.Text(TextId::PasswordRequired));
@@ -100,7 +102,7 @@ TEST_F(PasswordDialog, FrenchCaptions) {
 
 TEST_F(PasswordDialog, EnglishCaptions) {
     OpenInEnglish(PasswordMode::Creation);
-    EXPECT_EQ(form.Title(), L"Password - backup");
+    EXPECT_EQ(dialog->Title(), L"Password - backup");
     EXPECT_EQ(Text(IDC_lblTitre), L"Enter password");
     EXPECT_EQ(Text(IDC_lblConfirmation), L"Confirm password");
     EXPECT_EQ(Text(IDC_cmdCancel), L"&Cancel");
@@ -113,28 +115,28 @@ TEST_F(PasswordDialog, EveryCaptionFitsInBothLanguagesAndModes) {
         for (const PasswordMode mode : {PasswordMode::Creation, PasswordMode::Entry}) {
             machine.app.language->lngLangue = language;
             Open(mode);
-            EXPECT_EQ(ClippedCaptions(form.Handle()), std::vector<std::string>());
-            EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
+            EXPECT_EQ(ClippedCaptions(dialog->Handle()), std::vector<std::string>());
+            EXPECT_EQ(OverlappingControls(dialog->Handle()), std::vector<std::string>());
             Click(IDC_cmdAideMax);
-            EXPECT_EQ(OverlappingControls(form.Handle()), std::vector<std::string>());
-            EXPECT_EQ(TooLargeForScreen(form.Handle()), "");
-            EXPECT_EQ(AccessKeyClashes(form.Handle()), L"");
-            form.Unload();
+            EXPECT_EQ(OverlappingControls(dialog->Handle()), std::vector<std::string>());
+            EXPECT_EQ(TooLargeForScreen(dialog->Handle()), "");
+            EXPECT_EQ(AccessKeyClashes(dialog->Handle()), L"");
+            dialog->Unload();
         }
     }
 }
 
 TEST_F(PasswordDialog, TabGoesDownTheStackOfTheEntryMode) {
     Open(PasswordMode::Entry);
-    EXPECT_EQ(TabOrder(form.Handle()), (Ids{IDC_txtMotPasse, IDC_cmdCancel, IDC_cmdOK, IDC_cmdAideMax}));
+    EXPECT_EQ(TabOrder(dialog->Handle()), (Ids{IDC_txtMotPasse, IDC_cmdCancel, IDC_cmdOK, IDC_cmdAideMax}));
 }
 
 TEST_F(PasswordDialog, EveryControlIsReachedByKeyboardAndNamed) {
     Open(PasswordMode::Creation);
-    EXPECT_EQ(TabOrder(form.Handle()),
+    EXPECT_EQ(TabOrder(dialog->Handle()),
               (Ids{IDC_txtMotPasse, IDC_txtConfirmation, IDC_cmdOK, IDC_cmdCancel, IDC_cmdAideMax}));
-    EXPECT_EQ(UnreachableControls(form.Handle()), Ids());
-    EXPECT_EQ(UnlabelledFields(form.Handle()), Ids());
+    EXPECT_EQ(UnreachableControls(dialog->Handle()), Ids());
+    EXPECT_EQ(UnlabelledFields(dialog->Handle()), Ids());
 }
 
 TEST_F(PasswordDialog, EverythingThatShowsLiesInsideTheWindow) {
@@ -149,7 +151,7 @@ TEST_F(PasswordDialog, EverythingThatShowsLiesInsideTheWindow) {
                 EXPECT_LE(place.right, Inner().right) << id;
                 EXPECT_GE(place.top, 0) << id;
             }
-            form.Unload();
+            dialog->Unload();
         }
     }
 }
@@ -189,7 +191,7 @@ TEST_F(PasswordDialog, HelpOpensAndShutsByModesHeights) {
     EXPECT_EQ(TopTwips(IDC_frameAide), 2280);
     EXPECT_FALSE(IsVisible(IDC_cmdAideMin));
     EXPECT_TRUE(IsVisible(IDC_cmdAideMax));
-    form.Unload();
+    dialog->Unload();
     Open(PasswordMode::Entry);
     Click(IDC_cmdAideMax);
     EXPECT_EQ(OuterHeight(), HeightPixels(5525));
@@ -210,7 +212,7 @@ TEST_F(PasswordDialog, PasswordsAreMaskedAndTheFocusStartsInTheFirst) {
     EXPECT_NE(SendMessageW(At(IDC_txtMotPasse), EM_GETPASSWORDCHAR, 0, 0), 0);
     EXPECT_NE(SendMessageW(At(IDC_txtConfirmation), EM_GETPASSWORDCHAR, 0, 0), 0);
     EXPECT_TRUE(HasFocus(IDC_txtMotPasse));
-    form.Unload();
+    dialog->Unload();
     Open(PasswordMode::Entry);
     EXPECT_TRUE(HasFocus(IDC_txtMotPasse));
 }
@@ -219,7 +221,7 @@ TEST_F(PasswordDialog, EnterInThePasswordBoxMovesToTheConfirmation) {
     Open(PasswordMode::Creation);
     Type(IDC_txtMotPasse, GoodPassword);
     Press(IDC_txtMotPasse, VK_RETURN);
-    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_TRUE(dialog->IsLoaded());
     EXPECT_TRUE(HasFocus(IDC_txtConfirmation));
     EXPECT_TRUE(machine.messageBoxes.shown.empty());
 }
@@ -229,40 +231,53 @@ TEST_F(PasswordDialog, EnterInTheConfirmationAccepts) {
     Type(IDC_txtMotPasse, GoodPassword);
     Type(IDC_txtConfirmation, GoodPassword);
     Press(IDC_txtConfirmation, VK_RETURN);
-    EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(form.Answer(), GoodPassword);
+    EXPECT_FALSE(dialog->IsLoaded());
+    EXPECT_EQ(dialog->Answer(), GoodPassword);
 }
 
 TEST_F(PasswordDialog, EnterInEntryModeAccepts) {
     Open(PasswordMode::Entry);
     Type(IDC_txtMotPasse, L"x");
     Press(IDC_txtMotPasse, VK_RETURN);
-    EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(form.Answer(), L"x");
+    EXPECT_FALSE(dialog->IsLoaded());
+    EXPECT_EQ(dialog->Answer(), L"x");
 }
 
 TEST_F(PasswordDialog, EscapeCancels) {
     Open(PasswordMode::Creation);
     Press(IDC_txtMotPasse, VK_ESCAPE);
-    EXPECT_FALSE(form.IsLoaded());
-    EXPECT_FALSE(form.Answer().has_value());
+    EXPECT_FALSE(dialog->IsLoaded());
+    EXPECT_FALSE(dialog->Answer().has_value());
 }
 
 TEST_F(PasswordDialog, CrossCancelsEvenRightAfterOk) {
     Open(PasswordMode::Creation);
     Type(IDC_txtMotPasse, GoodPassword);
     Type(IDC_txtConfirmation, GoodPassword);
-    PostMessageW(form.Handle(), WM_CLOSE, 0, 0);
+    PostMessageW(dialog->Handle(), WM_CLOSE, 0, 0);
     Click(IDC_cmdOK);
-    EXPECT_FALSE(form.IsLoaded());
-    EXPECT_FALSE(form.Answer().has_value());
+    EXPECT_FALSE(dialog->IsLoaded());
+    EXPECT_FALSE(dialog->Answer().has_value());
+}
+
+TEST_F(PasswordDialog, SecondClickOnOkThatFindsTheBoxesChangedIsTheOneThatCounts) {
+    Open(PasswordMode::Creation);
+    Type(IDC_txtMotPasse, GoodPassword);
+    Type(IDC_txtConfirmation, GoodPassword);
+    // Handled between the first check and the keeping of the password.
+    PostMessageW(At(IDC_txtMotPasse), WM_CHAR, L'x', 0);
+    PostMessageW(dialog->Handle(), WM_COMMAND, MAKEWPARAM(IDC_cmdOK, BN_CLICKED), 0);
+    Click(IDC_cmdOK);
+    EXPECT_TRUE(dialog->IsLoaded());
+    EXPECT_FALSE(dialog->Answer().has_value());
+    EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
 }
 
 TEST_F(PasswordDialog, StaysWhileAMessageIsOpenOverIt) {
     Open(PasswordMode::Creation);
-    EnableWindow(form.Handle(), FALSE);
+    EnableWindow(dialog->Handle(), FALSE);
     Close();
-    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_TRUE(dialog->IsLoaded());
 }
 
 TEST_F(PasswordDialog, OkIsTheDefaultButton) {
@@ -283,7 +298,7 @@ TEST_F(PasswordDialog, WeakPasswordIsRefusedAndTheHelpOpens) {
     EXPECT_EQ(Text(IDC_txtConfirmation), L"");
     EXPECT_TRUE(IsVisible(IDC_cmdAideMin));
     EXPECT_TRUE(HasFocus(IDC_txtMotPasse));
-    EXPECT_FALSE(form.Answer().has_value());
+    EXPECT_FALSE(dialog->Answer().has_value());
 }
 
 TEST_F(PasswordDialog, EmptyConfirmationIsRefusedAndAskedForAgain) {
@@ -296,8 +311,8 @@ TEST_F(PasswordDialog, EmptyConfirmationIsRefusedAndAskedForAgain) {
     EXPECT_EQ(machine.messageBoxes.shown[0].style, box::Information);
     EXPECT_EQ(Text(IDC_txtMotPasse), GoodPassword);
     EXPECT_TRUE(HasFocus(IDC_txtConfirmation));
-    EXPECT_FALSE(form.Answer().has_value());
-    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_FALSE(dialog->Answer().has_value());
+    EXPECT_TRUE(dialog->IsLoaded());
 }
 
 TEST_F(PasswordDialog, DifferentConfirmationIsEmptied) {
@@ -314,15 +329,15 @@ TEST_F(PasswordDialog, ConfirmationMayDifferByBlanksAroundAndThePasswordKeepsIts
     Type(IDC_txtMotPasse, L" Abcdefg1  ");
     Type(IDC_txtConfirmation, L"Abcdefg1");
     Click(IDC_cmdOK);
-    EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(form.Answer(), L" Abcdefg1  ");
+    EXPECT_FALSE(dialog->IsLoaded());
+    EXPECT_EQ(dialog->Answer(), L" Abcdefg1  ");
 }
 
 TEST_F(PasswordDialog, EntryModeChecksNothing) {
     Open(PasswordMode::Entry);
     Click(IDC_cmdOK);
-    EXPECT_FALSE(form.IsLoaded());
-    EXPECT_EQ(form.Answer(), L"");
+    EXPECT_FALSE(dialog->IsLoaded());
+    EXPECT_EQ(dialog->Answer(), L"");
 }
 
 TEST_F(PasswordDialog, AskingForgetsTheFormerPasswordAndSaysNoWhenCancelled) {
@@ -337,7 +352,7 @@ TEST_F(PasswordDialog, LeavesNothingBehind) {
     const auto useOnce = [this](PasswordMode mode) {
         Open(mode);
         Click(IDC_cmdAideMax);
-        form.Unload();
+        dialog->Unload();
     };
     // What the system keeps for good of a first time is not the dialog's.
     useOnce(PasswordMode::Creation);

@@ -7,9 +7,11 @@
 #include "resources/TextId.h"
 
 #include <array>
-#include <memory>
 
 namespace {
+
+using modGestionMotPasse::PassingSecret;
+using modGestionMotPasse::WithoutBlanksAround;
 
 constexpr std::array Captions = {
     Caption{IDC_lblTitre, TextId::EnterPassword},       Caption{IDC_lblConfirmation, TextId::ConfirmPassword},
@@ -46,25 +48,13 @@ constexpr const HelpHeights& HeightsOf(bool isCreation) {
     return isCreation ? CreationHeights : EntryHeights;
 }
 
-std::wstring WithoutBlanksAround(const std::wstring& text) {
-    const std::size_t first = text.find_first_not_of(L' ');
-    if (first == std::wstring::npos) return {};
-    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
-}
-
 } // namespace
 
-frmMotPasse::frmMotPasse(Application& app) : ApplicationForm(app, IDD_frmMotPasse, L"frmMotPasse") {}
+frmMotPasse::frmMotPasse(Application& app, PasswordMode mode)
+    : ApplicationForm(app, IDD_frmMotPasse, L"frmMotPasse"), mode_(mode) {}
 
-void frmMotPasse::Ask(PasswordMode mode) {
-    Forget();
-    mode_ = mode;
-    isAccepted_ = false;
-}
-
-void frmMotPasse::Forget() {
+frmMotPasse::~frmMotPasse() {
     if (answer_) modGestionMotPasse::Forget(*answer_);
-    answer_.reset();
 }
 
 void frmMotPasse::OnLoad() {
@@ -79,16 +69,11 @@ void frmMotPasse::OnLoad() {
     Form_Load();
 }
 
-bool frmMotPasse::OnClosing() {
-    // The cross may come between the check of a password and its keeping: nothing was accepted then.
-    isAccepted_ = false;
-    return true;
-}
-
 void frmMotPasse::OnUnload() {
     // Nothing of a password stays in the boxes' memory.
     for (ui::TextBox* box : {&txtMotPasse, &txtConfirmation}) {
-        box->SetText(std::wstring(box->Text().size(), L' '));
+        const PassingSecret typed(box->Text());
+        box->SetText(std::wstring(typed.Text().size(), L' '));
         box->SetText(L"");
     }
 }
@@ -157,55 +142,49 @@ void frmMotPasse::LayOutForEntry() {
 void frmMotPasse::cmdOK_Click() {
     Guarded(L"cmdOK_Click, module frmMotPasse", [this] {
         if (IsCreation()) {
-            CheckNewPassword();
+            isAccepted_ = IsNewPasswordAccepted();
             app_.machine.messageLoop->RunPending();
-            if (!IsLoaded()) return;
-        } else {
-            isAccepted_ = true;
+            // The dialog may have been closed meanwhile, or a second click have emptied the boxes.
+            if (!IsLoaded() || !isAccepted_) return;
         }
-        if (!isAccepted_) return;
-        answer_ = txtMotPasse.Text();
+        const PassingSecret password(txtMotPasse.Text());
+        answer_ = password.Text();
         Unload();
     });
 }
 
-void frmMotPasse::CheckNewPassword() {
+bool frmMotPasse::IsNewPasswordAccepted() {
     if (VerifierComplexiteMotPasse()) {
-        isAccepted_ = true;
-        if (!txtConfirmation.IsVisible() || IsConfirmed()) return;
-        isAccepted_ = false;
+        if (!txtConfirmation.IsVisible() || IsConfirmed()) return true;
         app_.ShowMessage(TextId::PasswordsDiffer, TextId::PasswordsDifferTitle, box::Information);
         txtConfirmation.SetText(L"");
         txtConfirmation.SetFocus();
-        return;
+        return false;
     }
-    isAccepted_ = false;
     app_.ShowMessage(TextId::PasswordRefused, TextId::PasswordRefusedTitle, box::Information);
     txtMotPasse.SetText(L"");
     txtConfirmation.SetText(L"");
     cmdAideMax_Click();
     txtMotPasse.SetFocus();
+    return false;
 }
 
 bool frmMotPasse::VerifierComplexiteMotPasse() {
     return Guarded(L"VerifierComplexiteMotPasse, module frmMotPasse", [this] {
-        std::wstring password = txtMotPasse.Text();
-        const bool isComplex = modGestionMotPasse::VerifierComplexiteMotPasse(password, app_.user->accountName);
-        modGestionMotPasse::Forget(password);
-        return isComplex;
+        const PassingSecret password(txtMotPasse.Text());
+        return modGestionMotPasse::VerifierComplexiteMotPasse(password.Text(), app_.user->accountName);
     });
 }
 
 bool frmMotPasse::IsConfirmed() {
-    return modGestionMotPasse::MotsPasseIdentiques(WithoutBlanksAround(txtMotPasse.Text()),
-                                                   WithoutBlanksAround(txtConfirmation.Text()));
+    const PassingSecret password(txtMotPasse.Text());
+    const PassingSecret confirmation(txtConfirmation.Text());
+    return modGestionMotPasse::MotsPasseIdentiques(WithoutBlanksAround(password.Text()),
+                                                   WithoutBlanksAround(confirmation.Text()));
 }
 
 void frmMotPasse::cmdCancel_Click() {
-    Guarded(L"cmdCancel_Click, module frmMotPasse", [this] {
-        isAccepted_ = false;
-        Unload();
-    });
+    Guarded(L"cmdCancel_Click, module frmMotPasse", [this] { Unload(); });
 }
 
 void frmMotPasse::txtMotPasse_KeyPress() {
@@ -256,10 +235,9 @@ bool modGestionMotPasse::DemanderMotPasse(Application& app, ui::Form* owner, Pas
     return Guarded(app, L"DemanderMotPasse, module modGestionMotPasse", [&] {
         std::wstring& password = app.archive->backupPassword;
         Forget(password);
-        const auto dialog = std::make_unique<frmMotPasse>(app);
-        dialog->Ask(mode);
-        dialog->ShowModal(owner);
-        if (dialog->Answer()) password = *dialog->Answer();
-        return dialog->Answer().has_value();
+        frmMotPasse dialog(app, mode);
+        dialog.ShowModal(owner);
+        if (dialog.Answer()) password = *dialog.Answer();
+        return dialog.Answer().has_value();
     });
 }

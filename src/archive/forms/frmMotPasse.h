@@ -13,21 +13,17 @@ enum class PasswordMode : std::int16_t { Creation = 1, Entry = 2 };
 /// restored.
 class frmMotPasse final : public ApplicationForm {
   public:
-    explicit frmMotPasse(Application& app);
-    ~frmMotPasse() override { Forget(); }
+    frmMotPasse(Application& app, PasswordMode mode);
+    ~frmMotPasse() override;
 
-    /// What the dialog is to ask when it is shown next; a former answer is forgotten.
-    void Ask(PasswordMode mode);
     /// The password that was accepted; nothing when none was. It is overwritten with the dialog.
     const std::optional<std::wstring>& Answer() const { return answer_; }
 
   protected:
     void OnLoad() override;
-    bool OnClosing() override;
     void OnUnload() override;
 
   private:
-    void Forget();
     void Form_Load();
     void InitCaptionsMotPasse();
     void LayOutForCreation();
@@ -35,7 +31,8 @@ class frmMotPasse final : public ApplicationForm {
     bool IsCreation() const { return mode_ == PasswordMode::Creation; }
 
     void cmdOK_Click();
-    void CheckNewPassword();
+    /// Whether the two boxes hold a password for a backup; the user is told why not.
+    bool IsNewPasswordAccepted();
     bool VerifierComplexiteMotPasse();
     bool IsConfirmed();
     void cmdCancel_Click();
@@ -59,8 +56,8 @@ class frmMotPasse final : public ApplicationForm {
     ui::Label lblCritere{*this, IDC_lblCritere};
     ui::Label lblAlphaNum{*this, IDC_lblAlphaNum};
 
-    PasswordMode mode_ = PasswordMode::Creation;
-    /// What the last check said. It may change while messages run, before the password is kept.
+    const PasswordMode mode_;
+    /// What the last check said. A click that is handled while messages run checks again, before the password is kept.
     bool isAccepted_ = false;
     std::optional<std::wstring> answer_;
 };
