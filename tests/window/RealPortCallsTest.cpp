@@ -1,5 +1,7 @@
 // What the real ports ask of the system, to the letter: Wine and most machines would give the same answer to less.
 #include "ImportSwap.h"
+#include "platform/RuntimeError.h"
+#include "platform/windows/WindowsConsole.h"
 #include "platform/windows/WindowsDrives.h"
 #include "platform/windows/WindowsEventLog.h"
 #include "platform/windows/WindowsProcesses.h"
@@ -17,6 +19,9 @@ extern decltype(&RegisterEventSourceW) __imp_RegisterEventSourceW;
 extern decltype(&DeregisterEventSource) __imp_DeregisterEventSource;
 extern decltype(&GetDiskFreeSpaceA) __imp_GetDiskFreeSpaceA;
 extern decltype(&DeviceIoControl) __imp_DeviceIoControl;
+extern decltype(&AttachConsole) __imp_AttachConsole;
+extern decltype(&SetConsoleCtrlHandler) __imp_SetConsoleCtrlHandler;
+extern decltype(&CreateFileW) __imp_CreateFileW;
 }
 
 namespace {
@@ -142,6 +147,62 @@ TEST(RealPortCalls, BusTypeIsTheNumberAtByte28OfTheDescriptor) {
     EXPECT_EQ(askedBytes, 12u);
     EXPECT_TRUE(isQueryAllZero);
     EXPECT_EQ(offeredBytes, 551u);
+}
+
+bool isAttached = false;
+bool isControlHandled = false;
+
+/// As the system does it: a console that is attached takes away the handlers that were there.
+BOOL WINAPI AttachAndForgetHandlers(DWORD process) {
+    if (process != ATTACH_PARENT_PROCESS || isAttached) return FALSE;
+    isAttached = true;
+    isControlHandled = false;
+    return TRUE;
+}
+BOOL WINAPI SeeHandler(PHANDLER_ROUTINE routine, BOOL isAdded) {
+    isControlHandled = routine != nullptr && isAdded;
+    return TRUE;
+}
+HANDLE WINAPI OpenNothing(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) {
+    return INVALID_HANDLE_VALUE;
+}
+
+/// A program without the standard handle `id`, as one with windows is started by hand.
+class WithoutStandardHandle {
+  public:
+    explicit WithoutStandardHandle(DWORD id) : id_(id), before_(GetStdHandle(id)) { SetStdHandle(id, nullptr); }
+    ~WithoutStandardHandle() { SetStdHandle(id_, before_); }
+    WithoutStandardHandle(const WithoutStandardHandle&) = delete;
+    WithoutStandardHandle& operator=(const WithoutStandardHandle&) = delete;
+
+  private:
+    DWORD id_;
+    HANDLE before_;
+};
+
+class ConsoleAttaching : public testing::Test {
+  protected:
+    ConsoleAttaching() { isAttached = isControlHandled = false; }
+
+    const ImportSwap<decltype(&AttachConsole)> attach_{&__imp_AttachConsole, &AttachAndForgetHandlers};
+    const ImportSwap<decltype(&SetConsoleCtrlHandler)> see_{&__imp_SetConsoleCtrlHandler, &SeeHandler};
+    const ImportSwap<decltype(&CreateFileW)> open_{&__imp_CreateFileW, &OpenNothing};
+};
+
+TEST_F(ConsoleAttaching, ControlKeysAreStillTakenAfterTheOutputsConsoleWasAttached) {
+    const WithoutStandardHandle noOutput(STD_OUTPUT_HANDLE);
+    const WindowsConsole console;
+    EXPECT_TRUE(isAttached);
+    EXPECT_TRUE(isControlHandled);
+}
+
+TEST_F(ConsoleAttaching, ControlKeysAreStillTakenAfterTheInputsConsoleWasAttached) {
+    WindowsConsole console;
+    isAttached = false;
+    const WithoutStandardHandle noInput(STD_INPUT_HANDLE);
+    EXPECT_THROW(console.Input(), RuntimeError);
+    EXPECT_TRUE(isAttached);
+    EXPECT_TRUE(isControlHandled);
 }
 
 } // namespace

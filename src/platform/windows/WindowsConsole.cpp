@@ -83,6 +83,14 @@ BOOL WINAPI TakeControlEvent(DWORD event) {
     return TRUE;
 }
 
+/// Takes the console of whoever started the program. That empties the program's list of handlers, so ours goes in
+/// after.
+bool AttachToParent() {
+    if (!AttachConsole(ATTACH_PARENT_PROCESS)) return false;
+    SetConsoleCtrlHandler(TakeControlEvent, TRUE);
+    return true;
+}
+
 } // namespace
 
 WindowsConsole::WindowsConsole() {
@@ -90,7 +98,7 @@ WindowsConsole::WindowsConsole() {
     output_ = GetStdHandle(STD_OUTPUT_HANDLE);
     if (!IsUsable(output_)) {
         output_ = nullptr;
-        if (AttachConsole(ATTACH_PARENT_PROCESS)) attached_ = OpenConsole(L"CONOUT$");
+        if (AttachToParent()) attached_ = OpenConsole(L"CONOUT$");
         if (attached_) output_ = attached_.Get();
     }
     isOutputConsole_ = output_ != nullptr && IsConsole(output_);
@@ -117,7 +125,7 @@ std::string WindowsConsole::Input() {
     HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     UniqueFile opened;
     if (!IsUsable(input)) {
-        AttachConsole(ATTACH_PARENT_PROCESS);
+        AttachToParent();
         opened = OpenConsole(L"CONIN$");
         if (!opened) throw RuntimeError(ErrorNumber::InputPastEndOfFile);
         input = opened.Get();
