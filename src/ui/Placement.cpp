@@ -92,15 +92,17 @@ void ResizeOnScreen(HWND window, SIZE outer) {
     screen.cbSize = sizeof screen;
     GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &screen);
     POINT first{screen.rcWork.left, screen.rcWork.top};
+    POINT end{screen.rcWork.right, screen.rcWork.bottom};
     if (IsWindowVisible(window)) {
-        // Where the user has put it beyond the screen's edge it is not pulled back.
+        // Where the user has put it beyond the screen's edge it is not pulled back; only its new foot stays in sight.
         first = {std::min(place.left, first.x), std::min(place.top, first.y)};
+        end.x = std::max(place.right, end.x);
     } else {
         place.left -= (outer.cx - (place.right - place.left)) / 2;
         place.top -= (outer.cy - (place.bottom - place.top)) / 2;
     }
-    const LONG left = Within(place.left, outer.cx, first.x, screen.rcWork.right);
-    const LONG top = Within(place.top, outer.cy, first.y, screen.rcWork.bottom);
+    const LONG left = Within(place.left, outer.cx, first.x, end.x);
+    const LONG top = Within(place.top, outer.cy, first.y, end.y);
     SetWindowPos(window, nullptr, left, top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -81,4 +81,22 @@ TEST_F(Placement, ShownWindowIsNotPulledBackFromWhereTheUserPutIt) {
     EXPECT_EQ(Place().top, 100);
 }
 
+TEST_F(Placement, ShownWindowThatHangsOverTheRightEdgeStaysThereWhenItGrowsDown) {
+    form.Create();
+    form.Show();
+    const LONG left = WorkArea().right - 40;
+    MoveTo(left, 100);
+    form.SetHeightTwips(3000);
+    EXPECT_EQ(Place().left, left);
+    EXPECT_EQ(Place().top, 100);
+}
+
+TEST_F(Placement, ShownWindowInSightOfTheRightEdgeIsNotPushedOverItWhenItGrowsWider) {
+    form.Create();
+    form.Show();
+    MoveTo(WorkArea().right - (Place().right - Place().left), 100);
+    form.SetInnerWidthTwips(form.InnerWidthTwips() + 1500);
+    EXPECT_EQ(Place().right, WorkArea().right);
+}
+
 } // namespace
