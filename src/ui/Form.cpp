@@ -266,6 +266,8 @@ INT_PTR CALLBACK Form::DialogProcedure(HWND window, UINT message, WPARAM wParam,
     // Read for every message, so not from the property, which a look-up by name takes.
     auto* form = reinterpret_cast<Form*>(GetWindowLongPtrW(window, DWLP_USER));
     if (message == WM_INITDIALOG) {
+        // Before the form hears of anything: a form that is not loaded yet is not told its size.
+        EnlargeToUnits(window);
         form = reinterpret_cast<Form*>(lParam);
         form->window_ = window;
         SetWindowLongPtrW(window, DWLP_USER, lParam);

@@ -24,7 +24,6 @@ INT_PTR Form::TakeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == autoPlayQuestion && KeepsDiscsFromOpening()) return Answer(window, TRUE);
     switch (message) {
     case WM_INITDIALOG:
-        EnlargeToUnits(window_);
         ShowProgramIcon();
         controlStates_.Begin(window_);
         OnLoad();

@@ -1,10 +1,16 @@
+#include "ImportSwap.h"
 #include "TestForm.h"
 #include "ui/MessagePump.h"
 #include "ui/Units.h"
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <stdexcept>
+
+extern "C" {
+extern decltype(&MapDialogRect) __imp_MapDialogRect;
+}
 
 namespace {
 
@@ -125,6 +131,33 @@ TEST(Form, PostedWorkIsDroppedWhenTheWindowGoesFirst) {
     form.Unload();
     ui::RunPendingMessages();
     EXPECT_EQ(runs, 1);
+}
+
+/// Counts what it is told of its size before it is loaded.
+class SizedForm : public TestForm {
+  public:
+    int sizesBeforeLoad = 0;
+
+  private:
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM) override {
+        if (message == WM_SIZE && loads == 0) ++sizesBeforeLoad;
+        return std::nullopt;
+    }
+};
+
+/// As with a font that has fallen far behind the scale of the screen.
+BOOL WINAPI MapToAPixelAUnit(HWND, LPRECT) {
+    return TRUE;
+}
+
+TEST(Form, IsEnlargedToItsUnitsBeforeItHearsOfAnySize) {
+    TestForm usual;
+    usual.Create();
+    const ImportSwap map(&__imp_MapDialogRect, &MapToAPixelAUnit);
+    SizedForm form;
+    form.Create();
+    EXPECT_GT(form.InnerWidthTwips(), usual.InnerWidthTwips());
+    EXPECT_EQ(form.sizesBeforeLoad, 0);
 }
 
 } // namespace
