@@ -1,4 +1,5 @@
 #include "platform/windows/SingleInstance.h"
+#include "ImportSwap.h"
 #include "TestFormIds.h"
 #include "WaitFor.h"
 #include "ui/Form.h"
@@ -8,6 +9,11 @@
 
 #include <filesystem>
 #include <memory>
+
+extern "C" {
+extern decltype(&Sleep) __imp_Sleep;
+extern decltype(&MessageBoxW) __imp_MessageBoxW;
+}
 
 namespace {
 
@@ -66,6 +72,46 @@ TEST(SingleInstance, SecondCopyBringsTheFirstToTheFront) {
         ui::RunPendingMessages();
         return GetForegroundWindow() == marked.Handle();
     }));
+}
+
+HWND windowToMark = nullptr;
+const SingleInstance* firstCopy = nullptr;
+DWORD waitedMilliseconds = 0;
+int boxesShown = 0;
+
+void WINAPI WaitWhileTheFirstCopyLoads(DWORD milliseconds) {
+    waitedMilliseconds += milliseconds;
+    if (firstCopy != nullptr && waitedMilliseconds >= 1000) firstCopy->Mark(windowToMark);
+}
+int WINAPI CountBox(HWND, LPCWSTR, LPCWSTR, UINT) {
+    return ++boxesShown;
+}
+
+TEST(SingleInstance, SecondCopyWaitsForAFirstThatIsStillMakingItsWindow) {
+    waitedMilliseconds = 0;
+    boxesShown = 0;
+    const ImportSwap wait(&__imp_Sleep, &WaitWhileTheFirstCopyLoads);
+    const ImportSwap count(&__imp_MessageBoxW, &CountBox);
+    MarkedForm marked;
+    const SingleInstance first(L"C:\\Valcoreaux\\Backup");
+    firstCopy = &first;
+    windowToMark = marked.Handle();
+    ShowWindow(marked.Handle(), SW_MINIMIZE);
+    SingleInstance(L"C:\\Valcoreaux\\Backup").ShowFirst();
+    firstCopy = nullptr;
+    EXPECT_EQ(boxesShown, 0);
+    EXPECT_FALSE(IsIconic(marked.Handle()));
+}
+
+TEST(SingleInstance, SecondCopySaysThatTheFirstRunsWhenThereIsNoWindowForSomeSeconds) {
+    waitedMilliseconds = 0;
+    boxesShown = 0;
+    const ImportSwap wait(&__imp_Sleep, &WaitWhileTheFirstCopyLoads);
+    const ImportSwap count(&__imp_MessageBoxW, &CountBox);
+    const SingleInstance first(L"C:\\Valcoreaux\\Backup");
+    SingleInstance(L"C:\\Valcoreaux\\Backup").ShowFirst();
+    EXPECT_EQ(boxesShown, 1);
+    EXPECT_EQ(waitedMilliseconds, 3000u);
 }
 
 TEST(SingleInstance, MinimizedFirstCopyIsRestored) {

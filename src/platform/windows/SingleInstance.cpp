@@ -7,6 +7,9 @@
 
 namespace {
 
+constexpr DWORD PatienceMilliseconds = 3000;
+constexpr DWORD PauseMilliseconds = 50;
+
 struct MarkedWindow {
     const wchar_t* mark;
     HWND window;
@@ -55,6 +58,11 @@ void SingleInstance::Mark(HWND window) const {
 void SingleInstance::ShowFirst() const {
     MarkedWindow first{name_.c_str(), nullptr};
     EnumWindows(TakeMarked, reinterpret_cast<LPARAM>(&first));
+    // A copy that was started a moment ago has its window still to make.
+    for (DWORD waited = 0; first.window == nullptr && waited < PatienceMilliseconds; waited += PauseMilliseconds) {
+        Sleep(PauseMilliseconds);
+        EnumWindows(TakeMarked, reinterpret_cast<LPARAM>(&first));
+    }
     if (first.window == nullptr) return SayThatItRuns();
     if (IsIconic(first.window)) ShowWindow(first.window, SW_RESTORE);
     SetForegroundWindow(GetLastActivePopup(first.window));

@@ -13,7 +13,8 @@ class SingleInstance {
     bool IsFirst() const { return isFirst_; }
     /// Marks the window that a later copy brings to the front.
     void Mark(HWND window) const;
-    /// Brings the first copy to the front; when it belongs to another user's session, says so in the system's words.
+    /// Brings the first copy to the front, once it has marked its window. When it marks none for some seconds, because
+    /// it belongs to another user's session, says in the system's words that it runs.
     void ShowFirst() const;
 
   private:
