@@ -16,5 +16,9 @@ void ApplicationForm::SetNames(std::span<const Caption> names) {
 }
 
 void ApplicationForm::OnUnhandledException() noexcept {
-    ReportCurrentException(app_, L"WindowProc, module " + module_);
+    try {
+        ReportCurrentException(app_, L"WindowProc, module " + module_);
+    } catch (...) {
+        // Nobody is left to tell. The program stays, and what the user does next is tried as ever.
+    }
 }
