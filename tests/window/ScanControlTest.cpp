@@ -2,12 +2,14 @@
 #include "FormDriver.h"
 #include "HostForm.h"
 #include "core/LanguageValues.h"
+#include "platform/RuntimeError.h"
 #include "selection/forms/ctlScan.h"
 #include "support/FakeMachine.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -36,6 +38,21 @@ TEST_F(ScanControlTest, LabelReadsInEnglish) {
     Open();
     EXPECT_EQ(Text(IDC_lblScan), L"Scan of the IDE / SCSI / USB / IEEE1394 buses in progress");
     EXPECT_EQ(ClippedCaptions(scan.Handle()), std::vector<std::string>{});
+}
+
+TEST_F(ScanControlTest, CaptionWhoseReportCannotBeMadeIsReportedByTheStartOfTheControl) {
+    machine.strings.outOfMemoryAt = 672;
+    bool isFirst = true;
+    machine.messageBoxes.whileShown = [&](const auto&) {
+        if (std::exchange(isFirst, false)) throw RuntimeError(ErrorNumber::OutOfMemory);
+    };
+    Open();
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 2u);
+    const auto isToldOf = [&](std::size_t box, const wchar_t* label) {
+        return machine.messageBoxes.shown[box].text.find(label) != std::wstring::npos;
+    };
+    EXPECT_TRUE(isToldOf(0, L" InitCaptions, module ctlScan "));
+    EXPECT_TRUE(isToldOf(1, L" UserControl_Initialize, module ctlScan "));
 }
 
 TEST_F(ScanControlTest, RangeAndPositionAreTheBars) {
