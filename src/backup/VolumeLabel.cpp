@@ -1,6 +1,6 @@
 #include "backup/VolumeLabel.h"
 
-#include "core/LanguageValues.h"
+#include "core/Languages.h"
 #include "core/NumberFormat.h"
 #include "platform/Clock.h"
 #include "platform/Locale.h"
@@ -10,5 +10,5 @@ std::wstring DefaultVolumeLabel(const Application& app) {
     const std::wstring month = app.machine.locale->AbbreviatedMonth(today.month);
     const std::wstring day = FormatNumber(today.day, L"00", L"");
     const std::wstring year = FormatNumber(today.year, L"0000", L"");
-    return app.language->lngLangue == 0 ? day + L" " + month + L", " + year : month + L" " + day + L", " + year;
+    return LanguageOf(app).isDayBeforeMonth ? day + L" " + month + L", " + year : month + L" " + day + L", " + year;
 }

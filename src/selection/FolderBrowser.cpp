@@ -1,7 +1,7 @@
 #include "selection/FolderBrowser.h"
 
 #include "core/Application.h"
-#include "core/LanguageValues.h"
+#include "core/Languages.h"
 #include "platform/Drives.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
@@ -89,8 +89,9 @@ std::optional<std::wstring> StartFolder(const Application& app) {
     const std::wstring profile = app.machine.environment->Variable(L"UserProfile").value_or(L"");
     std::vector<std::wstring> candidates = {profile + L"\\Documents"};
     if (!app.machine.operatingSystem->Version().IsVistaOrLater()) {
-        candidates = {profile + L"\\Mes Documents", profile + L"\\My Documents"};
-        if (app.language->lngLangue != 0) std::swap(candidates[0], candidates[1]);
+        candidates = {profile + L"\\" + LanguageOf(app).documentsFolder};
+        for (const LanguageDescription& other : Languages)
+            candidates.push_back(profile + L"\\" + other.documentsFolder);
     }
     for (const std::wstring& candidate : candidates) {
         if (!app.machine.files->FolderExists(candidate)) continue;

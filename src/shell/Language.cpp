@@ -1,18 +1,25 @@
 #include "shell/Language.h"
 
 #include "core/LanguageValues.h"
+#include "core/Languages.h"
 #include "core/LongConversion.h"
 #include "core/StartUpValues.h"
 #include "platform/Locale.h"
 #include "platform/SettingsFiles.h"
 #include "shell/modFonctionsCommunes.h"
 
+#include <algorithm>
+
 namespace {
 
-constexpr std::int32_t French = 0;
-constexpr std::int32_t English = 10000;
-/// The only code by which the settings file asks for French.
-constexpr std::int32_t FrenchCode = 20001;
+/// The language that Windows or the settings file asks for: by its name, or by its code in that file.
+const LanguageDescription& LanguageAskedFor(const std::wstring& value, std::int32_t code) {
+    const auto* const found =
+        std::find_if(Languages.begin(), Languages.end(), [&](const LanguageDescription& language) {
+            return (language.windowsName != nullptr && value == language.windowsName) || language.settingsCode == code;
+        });
+    return found != Languages.end() ? *found : Languages.back();
+}
 
 } // namespace
 
@@ -30,5 +37,5 @@ void ChooseLanguage(Application& app) {
     } else {
         app.language->lngLangue = ToLong(value, app.machine.locale->DecimalSeparator());
     }
-    app.language->lngLangue = value == L"français" || app.language->lngLangue == FrenchCode ? French : English;
+    app.language->lngLangue = LanguageAskedFor(value, app.language->lngLangue).textOffset;
 }

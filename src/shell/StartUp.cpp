@@ -1,6 +1,6 @@
 #include "shell/StartUp.h"
 
-#include "core/LanguageValues.h"
+#include "core/Languages.h"
 #include "core/UserValues.h"
 #include "platform/Drives.h"
 #include "platform/Processes.h"
@@ -40,6 +40,5 @@ std::wstring MainWindowTitle(const Application& app) {
 
 void OpenHelp(Application& app) {
     const std::wstring folder = L"C:\\Valcoreaux\\Backup\\";
-    app.machine.processes->Open(folder + (app.language->lngLangue == 0 ? L"Copie de Sauvegarde.pdf" : L"Backup.pdf"),
-                                folder);
+    app.machine.processes->Open(folder + LanguageOf(app).guide, folder);
 }

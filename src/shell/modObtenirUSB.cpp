@@ -1,6 +1,6 @@
 #include "shell/modObtenirUSB.h"
 
-#include "core/LanguageValues.h"
+#include "core/Languages.h"
 #include "core/UsbAnswer.h"
 #include "platform/AtScopeEnd.h"
 #include "platform/MessageBoxes.h"
@@ -32,16 +32,8 @@ std::array<std::int32_t, 32> PowersOfTwo() {
 }
 
 int AskForUsb(Application& app) {
-    if (app.language->lngLangue == 0) {
-        return app.machine.messageBoxes->Show(
-            L"Un périphérique de masse USB (disque externe et/ou disque amovible) a été détecté.  Désirez-vous "
-            L"l'utiliser pour faire une copie de sécurité ? ",
-            L"Utilisation d'un périphérique USB pour la prise de copie",
-            box::DefaultButton2 | box::Information | box::YesNo);
-    }
-    return app.machine.messageBoxes->Show(L"A mass storage device USB (removable disk and/or external disk) has been "
-                                          L"detected.  Do you want tu use that device to do your backup ? ",
-                                          L"Utilization of a USB device for your backup", box::YesNo);
+    const LanguageDescription& language = LanguageOf(app);
+    return app.machine.messageBoxes->Show(language.usbQuestion, language.usbQuestionTitle, language.usbQuestionBox);
 }
 
 /// Whether USB disks may be used at all: there is one, and the user did not decline.
