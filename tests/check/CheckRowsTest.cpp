@@ -127,7 +127,7 @@ TEST_F(CheckRowsTest, AmountsAreOrderedAsNumbers) {
     rows.SortBy(CheckColumn::Files, -1);
     EXPECT_THAT(Cells(CheckColumn::Files), ElementsAre(L"9", L"10", L"100"));
     rows.SortBy(CheckColumn::Size, -1);
-    EXPECT_THAT(Cells(CheckColumn::Size), ElementsAre(L"900 bytes", L"4.9 KB", L"1.0 MB"));
+    EXPECT_THAT(Cells(CheckColumn::Size), ElementsAre(L"900 B", L"4.9 KB", L"1.0 MB"));
 }
 
 TEST_F(CheckRowsTest, AllAreTickedAndThenNothingIsLeftOut) {

@@ -18,8 +18,8 @@ class WindowWordsTest : public testing::Test {
 };
 
 TEST_F(WindowWordsTest, SizesComeInTheUnitThatSuitsThem) {
-    EXPECT_EQ(words.Size(0), L"0 octets");
-    EXPECT_EQ(words.Size(1023), L"1 023 octets");
+    EXPECT_EQ(words.Size(0), L"0 o");
+    EXPECT_EQ(words.Size(1023), L"1 023 o");
     EXPECT_EQ(words.Size(1024), L"1,0 Ko");
     EXPECT_EQ(words.Size(1536 * 1024), L"1,5 Mo");
     EXPECT_EQ(words.Size(1024 * 1024 - 1), L"1,0 Mo");
@@ -48,7 +48,7 @@ TEST_F(WindowWordsTest, ProgressThatStandsStillPromisesNoEnd) {
     WorkPace pace;
     pace.Note(0, 100);
     pace.Note(3, 100);
-    EXPECT_EQ(ProgressWords(words, {100, 1000, true}, pace), L"100 octets sur 1 000 octets, 0 octets par seconde");
+    EXPECT_EQ(ProgressWords(words, {100, 1000, true}, pace), L"100 o sur 1 000 o, 0 o par seconde");
 }
 
 TEST_F(WindowWordsTest, EveryVerdictHasAWordOfItsOwn) {
@@ -59,8 +59,8 @@ TEST_F(WindowWordsTest, EveryVerdictHasAWordOfItsOwn) {
         found.push_back(ShortVerdict(item, french));
     }
     EXPECT_EQ(found, (std::vector<std::wstring>{L"Intact", L"Endommagé", L"Enregistré endommagé", L"Incomplet", L"Vide",
-                                                L"Table abîmée", L"Illisible", L"Absent", L"En trop", L"Autre contenu",
-                                                L"Non vérifié"}));
+                                                L"Table des matières abîmée", L"Illisible", L"Absent", L"En trop",
+                                                L"Autre contenu", L"Non vérifié"}));
 }
 
 TEST_F(WindowWordsTest, ABackupOfWhichOnlyTheListWasReadIsCalledUnchecked) {

@@ -65,7 +65,7 @@ TEST_F(CheckWindowShown, ColumnsAndTheirRowsAreShown) {
     EXPECT_EQ(Text(IDC_Verdict), machine.app.Text(TextId::CheckNotCheckedYet));
     Check();
     EXPECT_EQ(List().Row(1), L"2|C:\\Docs|Répertoire|1|2,9 Ko|Intact");
-    EXPECT_THAT(List().Tip(1), testing::HasSubstr(L"Intact (1 fichiers"));
+    EXPECT_THAT(List().Tip(1), testing::HasSubstr(L"Intact (1 fichier(s), 3000 octet(s))"));
 }
 
 TEST_F(CheckWindowShown, AHeaderOrdersTheRowsAndTheSelectionGoesWithItsItem) {
