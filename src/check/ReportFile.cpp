@@ -1,6 +1,7 @@
 #include "check/ReportFile.h"
 
 #include "check/CheckWork.h"
+#include "check/TargetNames.h"
 #include "platform/CodePages.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -8,6 +9,8 @@
 namespace {
 
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr const wchar_t* FreshEnding = L".new";
+constexpr int MostNumbers = 1000;
 
 std::string AsText(const BackupReport& report, const Texts& texts) {
     std::string bytes(Utf8Mark);
@@ -15,18 +18,33 @@ std::string AsText(const BackupReport& report, const Texts& texts) {
     return bytes;
 }
 
+void Discard(FileStore& files, const std::wstring& path) {
+    try {
+        files.Delete(path);
+    } catch (const RuntimeError&) {
+        // The disk has gone, and the reason is told already.
+    }
+}
+
 /// Beside the file that it may replace first, so that a report is never half there.
 void WriteBytes(FileStore& files, const std::wstring& path, const std::string& bytes) {
     const std::wstring full = files.FullPath(path);
-    const std::wstring fresh = full + L".new";
-    if (files.Look(fresh)) files.Delete(fresh);
-    const auto file = files.CreateNew(fresh);
-    if (!file) throw RuntimeError(ErrorNumber::PathFileAccessError);
-    file->Write(bytes);
-    file->Close();
-    const auto old = files.Look(full);
-    if (old && !old->isFolder) files.Delete(full);
-    if (!files.Rename(fresh, full)) throw RuntimeError(ErrorNumber::PathFileAccessError);
+    std::wstring fresh;
+    std::unique_ptr<NewFile> file;
+    for (int number = 1; !file; ++number) {
+        if (number > MostNumbers) throw RuntimeError(ErrorNumber::PathFileAccessError);
+        fresh = number == 1 ? full + FreshEnding : Numbered(full + FreshEnding, number);
+        file = files.CreateNew(fresh);
+    }
+    try {
+        file->Write(bytes);
+        file->Close();
+        files.Replace(fresh, full);
+    } catch (const RuntimeError&) {
+        file.reset();
+        Discard(files, fresh);
+        throw;
+    }
 }
 
 bool IsTextReport(const std::wstring& path) {

@@ -57,6 +57,8 @@ class FileStore {
     virtual std::unique_ptr<NewFile> CreateNew(const std::wstring& path) = 0;
     /// Gives a file another name in its folder; false, and nothing is done, when that name is taken.
     virtual bool Rename(const std::wstring& path, const std::wstring& newPath) = 0;
+    /// Gives a file the name of another one in its folder, which goes in the same step. Both stay where that throws.
+    virtual void Replace(const std::wstring& path, const std::wstring& oldPath) = 0;
     /// Makes a folder; one that is there already is well.
     virtual void MakeFolder(const std::wstring& path) = 0;
     virtual void Delete(const std::wstring& path) = 0;

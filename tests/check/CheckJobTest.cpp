@@ -126,6 +126,24 @@ TEST_F(CheckJobTest, AReportNeverTakesThePlaceOfWhatItIsAbout) {
     EXPECT_EQ(files->BytesOf(L"E:\\rapport.json").value_or("").substr(0, 1), "{");
 }
 
+TEST_F(CheckJobTest, AReportReplacesOnlyTheFileOfItsNameAndOnlyWhenItIsWhole) {
+    BackupReport report;
+    report.archive = L"E:\\OKRBACKUP.ZIP";
+    const Texts texts = [](TextId) { return std::wstring(L"x"); };
+    files->Add(L"D:\\r.json", "ancien");
+    files->Add(L"D:\\r.json.new", "à moi");
+    const std::vector<std::wstring> before = files->Paths();
+    files->freeBytes = 10;
+    EXPECT_THROW(WriteReport(*files, report, L"D:\\r.json", texts), RuntimeError);
+    EXPECT_EQ(files->BytesOf(L"D:\\r.json"), "ancien");
+    EXPECT_EQ(files->Paths(), before) << "nothing half is left";
+    files->freeBytes = 100000;
+    WriteReport(*files, report, L"D:\\r.json", texts);
+    EXPECT_EQ(files->BytesOf(L"D:\\r.json").value_or("").substr(0, 1), "{");
+    EXPECT_EQ(files->BytesOf(L"D:\\r.json.new"), "à moi");
+    EXPECT_EQ(files->Paths(), before);
+}
+
 TEST(IsOnMediumTest, OnlyTheDriveOfAMediumIsClosed) {
     EXPECT_TRUE(IsOnMedium(L"E:\\", L"e:\\Recuperes"));
     EXPECT_FALSE(IsOnMedium(L"E:\\", L"D:\\Recuperes"));

@@ -119,6 +119,14 @@ bool FakeFileStore::Rename(const std::wstring& path, const std::wstring& newPath
     return true;
 }
 
+void FakeFileStore::Replace(const std::wstring& path, const std::wstring& oldPath) {
+    const Kept* old = Find(oldPath);
+    if (old && old->isFolder) throw RuntimeError(ErrorNumber::PathFileAccessError);
+    if (!Find(path)) throw RuntimeError(ErrorNumber::FileNotFound);
+    if (old) Delete(oldPath);
+    Rename(path, oldPath);
+}
+
 void FakeFileStore::MakeFolder(const std::wstring& path) {
     RequireFolderOf(path);
     const auto [place, isNew] = kept_.try_emplace(KeyOf(path), Kept{path, true, {}, {}, 0});

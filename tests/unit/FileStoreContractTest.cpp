@@ -119,6 +119,20 @@ TYPED_TEST(FileStoreContract, ANameThatIsTakenIsNotGivenAgain) {
     EXPECT_EQ(this->Read(L"c.txt"), "a");
 }
 
+TYPED_TEST(FileStoreContract, AReplacedFileGoesAndAFolderDoesNot) {
+    this->Make(L"a.txt", "a");
+    this->Make(L"b.txt", "bb");
+    this->store_.Replace(this->Path(L"a.txt"), this->Path(L"B.TXT"));
+    this->store_.Replace(this->Path(L"b.txt"), this->Path(L"c.txt"));
+    EXPECT_THAT(this->Names(), UnorderedElementsAre(L"c.txt"));
+    EXPECT_EQ(this->Read(L"c.txt"), "a");
+    this->store_.MakeFolder(this->Path(L"sub"));
+    EXPECT_THROW(this->store_.Replace(this->Path(L"c.txt"), this->Path(L"sub")), RuntimeError);
+    EXPECT_EQ(NumberThrownBy([&] { this->store_.Replace(this->Path(L"no"), this->Path(L"c.txt")); }),
+              NumberOf(ErrorNumber::FileNotFound));
+    EXPECT_THAT(this->Names(), UnorderedElementsAre(L"c.txt", L"sub"));
+}
+
 TYPED_TEST(FileStoreContract, AFolderThatIsThereIsWell) {
     this->store_.MakeFolder(this->Path(L"sub"));
     EXPECT_NO_THROW(this->store_.MakeFolder(this->Path(L"SUB")));

@@ -158,6 +158,12 @@ bool WindowsFileStore::Rename(const std::wstring& path, const std::wstring& newP
     ThrowSystemError(error);
 }
 
+void WindowsFileStore::Replace(const std::wstring& path, const std::wstring& oldPath) {
+    const std::wstring longPath = LongPath(path);
+    const std::wstring oldLongPath = LongPath(oldPath);
+    if (!MoveFileExW(longPath.c_str(), oldLongPath.c_str(), MOVEFILE_REPLACE_EXISTING)) ThrowLastError();
+}
+
 void WindowsFileStore::MakeFolder(const std::wstring& path) {
     const std::wstring longPath = LongPath(path);
     if (CreateDirectoryW(longPath.c_str(), nullptr)) return;

@@ -11,6 +11,7 @@ class WindowsFileStore final : public FileStore {
     std::vector<StoredEntry> List(const std::wstring& folder) const override;
     std::unique_ptr<NewFile> CreateNew(const std::wstring& path) override;
     bool Rename(const std::wstring& path, const std::wstring& newPath) override;
+    void Replace(const std::wstring& path, const std::wstring& oldPath) override;
     void MakeFolder(const std::wstring& path) override;
     void Delete(const std::wstring& path) override;
     void Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes) override;
