@@ -16,14 +16,31 @@ struct FreeTaskMemory {
     void operator()(void* memory) const { CoTaskMemFree(memory); }
 };
 
+/// Nothing of the tree is taken for what was typed: what is not there yet is chosen by its whole path.
+int CALLBACK TakeTyped(HWND, UINT message, LPARAM lParam, LPARAM typed) {
+    if (message != BFFM_VALIDATEFAILEDW) return 0;
+    const std::wstring text = reinterpret_cast<const wchar_t*>(lParam);
+    const bool isWhole = text.starts_with(L"\\\\") || text.substr(1, 2) == L":\\";
+    if (isWhole) {
+        *reinterpret_cast<std::wstring*>(typed) = text;
+    } else {
+        MessageBeep(MB_ICONWARNING);
+    }
+    return isWhole ? 0 : 1;
+}
+
 std::optional<std::wstring> Browse(Form& owner, const std::wstring& instruction, UINT flags) {
     std::array<wchar_t, MAX_PATH> path{};
     BROWSEINFOW browse{};
     browse.hwndOwner = owner.Handle();
     browse.lpszTitle = instruction.c_str();
     browse.pszDisplayName = path.data();
-    browse.ulFlags = BIF_NEWDIALOGSTYLE | BIF_EDITBOX | flags;
+    browse.ulFlags = BIF_NEWDIALOGSTYLE | BIF_EDITBOX | BIF_VALIDATE | flags;
+    std::wstring typed;
+    browse.lpfn = TakeTyped;
+    browse.lParam = reinterpret_cast<LPARAM>(&typed);
     const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(SHBrowseForFolderW(&browse));
+    if (!typed.empty()) return typed;
     if (!chosen || !SHGetPathFromIDListW(chosen.get(), path.data())) return std::nullopt;
     return std::wstring(path.data());
 }

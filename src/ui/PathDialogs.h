@@ -8,7 +8,8 @@
 
 namespace ui {
 
-/// Lets the user choose a folder with the system's dialog; nothing when he gives up.
+/// Lets the user choose a folder with the system's dialog; nothing when he gives up. A path that he types need not be
+/// there.
 std::optional<std::wstring> ChooseFolder(Form& owner, const std::wstring& instruction);
 
 /// The same, with the files of the folders to be chosen from as well.
