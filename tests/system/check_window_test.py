@@ -1,6 +1,8 @@
 """What the tests of the check's window share: the window of the shipped program, driven by a person's clicks."""
 
+import os
 import shutil
+from pathlib import Path
 
 from check_test import PASSWORD, CheckTest
 from system_test import IDOK, Program, ProgramEnd
@@ -50,6 +52,19 @@ class CheckWindowTest(ProgramEnd, CheckTest):
         """The box at the end of a check."""
         self.start_check(window, password)
         return self.program.answer(IDOK, SECONDS)
+
+    def processor_seconds(self):
+        """What the program has used of the processor, whatever else runs on the machine."""
+        prefix = f"WINEPREFIX={self.station.prefix}\0".encode()
+        for process in Path("/proc").glob("[0-9]*"):
+            try:
+                is_own = (process / "comm").read_text().startswith("BackupCheck") and prefix in (process / "environ").read_bytes()
+                times = (process / "stat").read_text().rsplit(")", 1)[1].split()[11:13]
+            except OSError:
+                continue
+            if is_own:
+                return sum(map(int, times)) / os.sysconf("SC_CLK_TCK")
+        raise LookupError("the program is not there")
 
     def results(self, window):
         return [row.texts[-1] for row in window.rows("Items")]

@@ -1,7 +1,6 @@
 """The check's window, driven from outside: what an agent does with a medium, good or bad."""
 
 import random
-import time
 import unittest
 
 from check_test import zip_of
@@ -43,10 +42,9 @@ class ShippedCheckWindowTest(CheckWindowTest):
     def test_a_wrong_password_is_told_and_the_right_one_goes_on(self):
         self.good_medium()
         window = self.open()
-        started = time.monotonic()
         box = self.check_to_end(window, "Valcoreaux2")
         self.assertIn("The password does not open this backup", box.text)
-        self.assertLess(time.monotonic() - started, 10)
+        self.assertEqual(window.progress("Progress"), 0, "told before anything else is read")
         self.assertEqual(window.text("Verdict"), box.text)
         self.assertIn("The backup is good", self.check_to_end(window).text)
 
@@ -99,19 +97,18 @@ class ShippedCheckWindowTest(CheckWindowTest):
         self.wait_idle(window)
         self.assertIn("The backup is good", self.check_to_end(window).text)
 
-    def test_cancel_works_within_a_second_and_leaves_nothing_that_looks_whole(self):
+    def test_cancel_ends_the_item_at_hand_and_leaves_nothing_that_looks_whole(self):
         self.large_medium(160)
         window = self.open()
         window.set_text("Password", "Valcoreaux1")
         window.press("Recover")
         self.choose_folder("D:\\")
         self.program.wait(lambda: window.progress("Progress") > 50, "some progress", SECONDS, pause_seconds=0.01)
-        started = time.monotonic()
         window.press("Cancel")
         self.program.wait(lambda: window.control("Close").visible, "an idle window", SECONDS, pause_seconds=0.01)
-        self.assertLess(time.monotonic() - started, 1.5, "a second, and what asking for it takes")
         self.assertEqual(window.text("Verdict"), "The work was stopped before its end.")
         self.assertFalse((self.target / "C/grand.bin").exists())
+        self.assertFalse((self.target / "C/petit.txt").exists(), "the item behind the one at hand")
 
     def test_closing_while_it_works_is_asked_about(self):
         self.large_medium(160)
@@ -140,13 +137,11 @@ class ShippedCheckWindowTest(CheckWindowTest):
         self.good_medium()
         rows = [rf"C:\Docs\Client {number}.doc,32,Zip{number}" for number in range(1, 100_001)]
         self.write_list(*rows)
-        started = time.monotonic()
         window = self.open(is_chosen=False)
-        opened = time.monotonic()
         self.program.wait(lambda: window.row_count("Items") == 100_000, "all rows", SECONDS, pause_seconds=0.01)
-        print(f"\n   window after {opened - started:.1f} s, 100,000 rows {time.monotonic() - opened:.1f} s later; "
+        print(f"\n   100,000 rows after {self.processor_seconds():.1f} s of the processor; "
               f"private bytes now and at most {self.program.usage()[:2]}")
-        self.assertLess(time.monotonic() - opened, 5, "two seconds on a machine that has nothing else to do")
+        self.assertLess(self.processor_seconds(), 2)
 
 
 if __name__ == "__main__":
