@@ -84,6 +84,7 @@ struct BackupReport {
     bool isComparison = false;
     std::wstring archive; ///< its path
     std::wstring target;  ///< of a recovery
+    bool isTargetOnMedium = false;
     std::uint64_t archiveBytes = 0;
     bool hasList = false;
     bool isListUnreadable = false;

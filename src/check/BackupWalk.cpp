@@ -20,7 +20,9 @@ class OuterWalk {
 
     WalkOutcome Run() {
         outcome_.hasDirectory = Pass(ZipReader::Way::ByDirectory);
-        if (outcome_.hasDirectory) outcome_.doesDirectoryAgree = ReadDirectory();
+        // It has no checksum of its own: it must say the same as the entries.
+        if (outcome_.hasDirectory)
+            outcome_.doesDirectoryAgree = ReadOuterDirectory(archive_, tally_, onBytes_) && tally_.Agrees();
         if (!outcome_.hasDirectory) Pass(ZipReader::Way::ByHeaders);
         return outcome_;
     }
@@ -48,7 +50,6 @@ class OuterWalk {
         tally_.Met(item.name, item.sizeBytes.value_or(0));
         done_.insert(item.name);
         if (!listener_.Wants(item.name)) return;
-        ++outcome_.items;
         listener_.OnItem(item);
         ItemOutcome outcome = WalkInner(reader, listener_);
         if (item.isInconsistent && outcome.state == ItemState::Whole) {
@@ -56,32 +57,6 @@ class OuterWalk {
             outcome.reason = "the directory and the entry do not agree";
         }
         listener_.OnItemEnd(outcome);
-    }
-
-    /// Whether the outer directory, which has no checksum, says the same as the entries.
-    bool ReadDirectory() {
-        const std::uint64_t size = archive_.SizeBytes();
-        std::string tail(static_cast<std::size_t>(std::min(size, LongestTail)), '\0');
-        tail.resize(archive_.ReadAt(size - tail.size(), tail));
-        const std::size_t end = tail.rfind(std::string_view("PK\5\6", 4));
-        if (end == std::string::npos || end + 22 > tail.size()) return false;
-        std::uint64_t length = 0;
-        for (int at = 3; at >= 0; --at) length = length << 8 | static_cast<unsigned char>(tail[end + 12 + at]);
-        const std::uint64_t endPlace = size - tail.size() + end;
-        // Directories beyond 4 GiB or 65,535 entries say so elsewhere, a fixed length before their end.
-        constexpr std::uint64_t LargeEndBytes = 56 + 20;
-        const bool isLarge = end >= LargeEndBytes && tail.compare(end - 20, 4, std::string_view("PK\6\7", 4)) == 0;
-        const std::uint64_t directoryEnd = isLarge ? endPlace - LargeEndBytes : endPlace;
-        if (isLarge) {
-            length = 0;
-            for (int at = 7; at >= 0; --at)
-                length = length << 8 | static_cast<unsigned char>(tail[end - LargeEndBytes + 40 + at]);
-        }
-        if (length > directoryEnd) return false;
-        MediumSource source(archive_, PieceBytes, onBytes_);
-        source.Seek(directoryEnd - length);
-        for (std::string_view piece = source.Next(); !piece.empty(); piece = source.Next()) tally_.Take(piece);
-        return tally_.Agrees();
     }
 
     InputFile& archive_;
@@ -95,6 +70,31 @@ class OuterWalk {
 };
 
 } // namespace
+
+bool ReadOuterDirectory(InputFile& archive, DirectoryTally& tally, const std::function<void(std::size_t)>& onBytes) {
+    const std::uint64_t size = archive.SizeBytes();
+    std::string tail(static_cast<std::size_t>(std::min(size, LongestTail)), '\0');
+    tail.resize(archive.ReadAt(size - tail.size(), tail));
+    const std::size_t end = tail.rfind(std::string_view("PK\5\6", 4));
+    if (end == std::string::npos || end + 22 > tail.size()) return false;
+    std::uint64_t length = 0;
+    for (int at = 3; at >= 0; --at) length = length << 8 | static_cast<unsigned char>(tail[end + 12 + at]);
+    const std::uint64_t endPlace = size - tail.size() + end;
+    // Directories beyond 4 GiB or 65,535 entries say so elsewhere, a fixed length before their end.
+    constexpr std::uint64_t LargeEndBytes = 56 + 20;
+    const bool isLarge = end >= LargeEndBytes && tail.compare(end - 20, 4, std::string_view("PK\6\7", 4)) == 0;
+    const std::uint64_t directoryEnd = isLarge ? endPlace - LargeEndBytes : endPlace;
+    if (isLarge) {
+        length = 0;
+        for (int at = 7; at >= 0; --at)
+            length = length << 8 | static_cast<unsigned char>(tail[end - LargeEndBytes + 40 + at]);
+    }
+    if (length > directoryEnd) return false;
+    MediumSource source(archive, PieceBytes, onBytes);
+    source.Seek(directoryEnd - length);
+    for (std::string_view piece = source.Next(); !piece.empty(); piece = source.Next()) tally.Take(piece);
+    return true;
+}
 
 WalkOutcome WalkBackup(InputFile& archive, const std::optional<std::string>& passphrase, WalkListener& listener,
                        const std::function<void(std::size_t)>& onBytes) {

@@ -35,11 +35,6 @@ const std::wstring& NameOf(const ItemReport& item) {
     return item.path.empty() ? item.archive : item.path;
 }
 
-/// Items that no row names stand behind the others.
-std::size_t NumberOf(const ItemReport& item) {
-    return item.place;
-}
-
 } // namespace
 
 void CheckRows::Clear() {
@@ -178,7 +173,7 @@ int CheckRows::Compare(const Row& left, const Row& right) const {
     const bool areRead = left.isSettled && right.isSettled;
     switch (sortedBy_) {
     case CheckColumn::Number:
-        return Order(NumberOf(*left.item), NumberOf(*right.item));
+        return Order(left.item->place, right.item->place);
     case CheckColumn::Path:
         return OrderOfNames(NameOf(*left.item), NameOf(*right.item));
     case CheckColumn::Kind:

@@ -35,6 +35,9 @@ class CheckRows {
     /// Nothing for an item that has not been read.
     const ItemReport* Settled(int row) const;
 
+    /// The place of a row's item among all items of the backup.
+    int PlaceOf(int row) const { return static_cast<int>(order_.at(static_cast<std::size_t>(row))); }
+
     bool IsTicked(int row) const { return At(row).isTicked; }
     void Toggle(int row);
     void TickAll(bool isTicked);

@@ -8,6 +8,8 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
+#include <algorithm>
+#include <limits>
 #include <new>
 
 namespace {
@@ -22,6 +24,27 @@ std::wstring WithoutBackslash(std::wstring path) {
     while (path.size() > 3 && path.ends_with(L'\\')) path.pop_back();
     return path;
 }
+
+/// How large the wanted inner archives are, as the outer directory has it.
+class WantedSizes final : public DirectoryTally {
+  public:
+    explicit WantedSizes(const std::set<std::wstring>& wanted) {
+        for (const std::wstring& name : wanted) wanted_.insert(UpperCase(name));
+    }
+    std::uint64_t Sum() const { return sum_; }
+
+  protected:
+    void OnRecord(std::uint64_t, const DirectoryRecord& record) override {
+        const std::wstring name = ArchiveOfRow(std::wstring(record.name.begin(), record.name.end()));
+        // A directory that is not sane may say anything.
+        const std::uint64_t left = std::numeric_limits<std::uint64_t>::max() - sum_;
+        if (wanted_.contains(UpperCase(name))) sum_ += std::min(record.sizeBytes, left);
+    }
+
+  private:
+    std::set<std::wstring> wanted_;
+    std::uint64_t sum_ = 0;
+};
 
 /// One check or recovery, from the place that was named to the finished report.
 class CheckWork {
@@ -71,7 +94,7 @@ class CheckWork {
         if (request_.isListOnly) {
             report_.verdict = Verdict::NotChecked;
             Inspection(std::move(rows), report_, {}, {}, hooks_.onItem);
-        } else if (FindPassphrase() && HasRoom()) {
+        } else if (MayWrite() && FindPassphrase() && HasRoom()) {
             Walk(std::move(rows));
         }
     }
@@ -115,17 +138,36 @@ class CheckWork {
         return true;
     }
 
+    bool MayWrite() {
+        if (!request_.target) return true;
+        report_.target = WithoutBackslash(files_.FullPath(*request_.target));
+        report_.isTargetOnMedium = IsOnMedium(files_, report_.archive, report_.target);
+        if (!report_.isTargetOnMedium) return true;
+        Fail(Verdict::NotWritable, DescriptionOf(static_cast<std::int32_t>(ErrorNumber::PermissionDenied)));
+        return false;
+    }
+
     /// A backup is compressed, so its size is the least that its files take.
     bool HasRoom() {
         if (!request_.target) return true;
+        report_.neededBytes = WantedBytes();
         isWriting_ = true;
-        report_.target = WithoutBackslash(files_.FullPath(*request_.target));
         recovery_ = std::make_unique<Recovery>(files_, report_.target);
         report_.freeBytes = files_.FreeBytes(report_.target);
-        report_.neededBytes = request_.wanted.empty() ? report_.archiveBytes : 0;
         if (report_.freeBytes >= report_.neededBytes) return true;
         report_.verdict = Verdict::NoRoom;
         return false;
+    }
+
+    std::uint64_t WantedBytes() {
+        if (request_.wanted.empty()) return report_.archiveBytes;
+        WantedSizes sizes(request_.wanted);
+        try {
+            ReadOuterDirectory(*archive_, sizes, [this](std::size_t) { StopIfAsked(); });
+        } catch (const RuntimeError&) {
+            // Then the disk tells when it is full.
+        }
+        return std::min(sizes.Sum(), report_.archiveBytes);
     }
 
     void Walk(std::vector<ListedItem> rows) {
@@ -168,12 +210,13 @@ BackupPlace PlaceOf(const FileStore& files, const std::wstring& place) {
     if (!entry) return {};
     const std::wstring folder = WithBackslash(entry->isFolder ? path : path.substr(0, path.find_last_of(L'\\') + 1));
     const bool isList = !entry->isFolder && UpperCase(entry->name) == UpperCase(ControlFileName);
-    return {folder, entry->isFolder || isList ? folder + ArchiveName : path, folder + ControlFileName};
+    return {entry->isFolder || isList ? folder + ArchiveName : path, folder + ControlFileName};
 }
 
-bool IsOnMedium(const std::wstring& place, const std::wstring& folder) {
-    const bool isRoot = place.size() == 3 && place.ends_with(L":\\");
-    return isRoot && UpperCase(folder).starts_with(UpperCase(place.substr(0, 2)));
+bool IsOnMedium(const FileStore& files, const std::wstring& archive, const std::wstring& path) {
+    const std::wstring folder = archive.substr(0, archive.find_last_of(L'\\') + 1);
+    const bool isRoot = folder.size() == 3 && folder.ends_with(L":\\");
+    return isRoot && UpperCase(files.FullPath(path)).starts_with(UpperCase(folder.substr(0, 2)));
 }
 
 BackupReport RunCheck(FileStore& files, const CheckRequest& request, const CheckHooks& hooks) {

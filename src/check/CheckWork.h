@@ -27,13 +27,13 @@ struct CheckHooks {
 
 /// Where a backup lies that is named by its drive, its folder or its archive.
 struct BackupPlace {
-    std::wstring folder; ///< with a trailing backslash; empty when there is nothing under that name
-    std::wstring archive;
+    std::wstring archive; ///< empty when there is nothing under that name
     std::wstring list;
 };
 
-/// Whether a folder lies on the medium of a backup that is named by its drive: nothing is written there.
-bool IsOnMedium(const std::wstring& place, const std::wstring& folder);
+/// Whether a path lies on the medium of a backup, the drive whose root holds the archive: nothing is written there. A
+/// backup that was copied into a folder has none.
+bool IsOnMedium(const FileStore& files, const std::wstring& archive, const std::wstring& path);
 
 BackupPlace PlaceOf(const FileStore& files, const std::wstring& place);
 

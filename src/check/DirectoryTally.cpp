@@ -95,7 +95,9 @@ std::size_t DirectoryTally::TakeRecord(std::string_view bytes) {
         const std::uint64_t system = Number(bytes, 5, 1);
         if (system == DosSystem || system == NtSystem)
             record.attributes = static_cast<std::uint32_t>(Number(bytes, 38, 4) & 0xFFFF);
-        namedSum_ += Print(bytes.substr(RecordBytes, nameLength), sizeBytes);
+        record.name = bytes.substr(RecordBytes, nameLength);
+        record.sizeBytes = sizeBytes;
+        namedSum_ += Print(record.name, sizeBytes);
         OnRecord(namedCount_++, record);
         return length;
     }

@@ -6,6 +6,8 @@
 
 /// What an archive's directory says of one entry beyond what stands at the entry itself.
 struct DirectoryRecord {
+    std::string_view name; ///< in the archive's own bytes; valid during the call
+    std::uint64_t sizeBytes = 0;
     std::uint64_t created = 0; ///< in units of 100 nanoseconds since 1601, UTC; 0 is not known
     std::uint64_t written = 0;
     std::uint32_t attributes = 0; ///< those of Windows

@@ -76,7 +76,6 @@ class InnerWalk {
         } else {
             while (!data_.HasEnded()) data_.Next();
         }
-        outcome_.innerBytes = data_.Given();
         outcome_.state = StateAfter(end);
         return outcome_;
     }

@@ -7,19 +7,18 @@ namespace {
 constexpr std::wstring_view ArchiveEnding = L".zip";
 constexpr std::size_t LongestPath = 259;
 
-/// The name that rows know an inner archive by.
-std::wstring BareName(const std::wstring& name) {
-    const bool hasEnding = name.size() > ArchiveEnding.size() &&
-                           UpperCase(name.substr(name.size() - ArchiveEnding.size())) == UpperCase(ArchiveEnding);
-    return hasEnding ? name.substr(0, name.size() - ArchiveEnding.size()) : name;
-}
-
 std::wstring FolderBefore(const std::wstring& path) {
     const std::size_t end = path.find_last_of(L'\\');
     return end == std::wstring::npos ? std::wstring() : path.substr(0, end + 1);
 }
 
 } // namespace
+
+std::wstring ArchiveOfRow(const std::wstring& name) {
+    const bool hasEnding = name.size() > ArchiveEnding.size() &&
+                           UpperCase(name.substr(name.size() - ArchiveEnding.size())) == UpperCase(ArchiveEnding);
+    return hasEnding ? name.substr(0, name.size() - ArchiveEnding.size()) : name;
+}
 
 Inspection::Inspection(std::vector<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
                        const std::set<std::wstring>& wanted, OnItemKnown onItemKnown)
@@ -42,7 +41,7 @@ Inspection::Inspection(std::vector<ListedItem> rows, BackupReport& report, std::
 }
 
 bool Inspection::Wants(const std::wstring& name) {
-    return IsWanted(BareName(name));
+    return IsWanted(ArchiveOfRow(name));
 }
 
 bool Inspection::IsWanted(const std::wstring& archive) const {
@@ -54,7 +53,7 @@ void Inspection::Tell(const ItemReport& item, bool isSettled) const {
 }
 
 void Inspection::OnItem(const ZipEntry& item) {
-    const std::wstring name = BareName(item.name);
+    const std::wstring name = ArchiveOfRow(item.name);
     const auto row = rowOf_.find(UpperCase(name));
     // A second archive of one name belongs to no row any more.
     if (row != rowOf_.end() && report_.items[row->second].verdict == ItemVerdict::NotChecked) {

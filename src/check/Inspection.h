@@ -18,6 +18,9 @@ class FileTaker {
     virtual void EndItem() = 0;
 };
 
+/// The name that rows know an inner archive by.
+std::wstring ArchiveOfRow(const std::wstring& name);
+
 /// Holds what the walk meets against the backup's list, and writes it into the report.
 class Inspection final : public WalkListener {
   public:

@@ -5,6 +5,7 @@
 #include "platform/CodePages.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "resources/TextId.h"
 
 namespace {
 
@@ -51,6 +52,7 @@ bool IsTextReport(const std::wstring& path) {
     return UpperCase(path).ends_with(L".TXT");
 }
 
+/// Where a copied backup lies in a folder, its two files are what no report may take the place of.
 bool IsPartOfBackup(const FileStore& files, const BackupReport& report, const std::wstring& path) {
     const std::wstring full = UpperCase(files.FullPath(path));
     const BackupPlace place = PlaceOf(files, report.archive);
@@ -60,6 +62,9 @@ bool IsPartOfBackup(const FileStore& files, const BackupReport& report, const st
 } // namespace
 
 void WriteReport(FileStore& files, const BackupReport& report, const std::wstring& path, const Texts& texts) {
+    if (IsOnMedium(files, report.archive, path))
+        throw RuntimeError(static_cast<std::int32_t>(ErrorNumber::PermissionDenied),
+                           texts(TextId::CheckTargetOnMedium));
     if (IsPartOfBackup(files, report, path)) throw RuntimeError(ErrorNumber::PermissionDenied);
     WriteBytes(files, path, IsTextReport(path) ? AsText(report, texts) : ReportJson(report));
 }

@@ -28,6 +28,7 @@ TextId Behind(TextId first, Place place) {
 
 TextId TextOf(const BackupReport& report) {
     if (report.verdict == Verdict::NotChecked) return TextId::CheckNotCheckedYet;
+    if (report.isTargetOnMedium) return TextId::CheckTargetOnMedium;
     if (report.verdict == Verdict::Good && report.isRecovery) return TextId::CheckGoodRecovery;
     if (report.verdict == Verdict::Faulty && report.FaultyItems() == 0) return TextId::CheckFaultyAround;
     if (report.verdict == Verdict::Faulty && report.isRecovery) return TextId::CheckFaultyRecovery;

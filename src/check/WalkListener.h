@@ -37,7 +37,6 @@ struct ItemOutcome {
     std::uint64_t files = 0;
     std::uint64_t damagedFiles = 0;
     std::uint64_t bytes = 0;
-    std::uint64_t innerBytes = 0; ///< bytes of the inner archive that could be read
     std::string reason;
 };
 

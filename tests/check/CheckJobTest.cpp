@@ -118,12 +118,19 @@ TEST_F(CheckJobTest, AReportNeverTakesThePlaceOfWhatItIsAbout) {
     BackupReport report;
     report.archive = L"E:\\OKRBACKUP.ZIP";
     const Texts texts = [](TextId) { return std::wstring(L"x"); };
-    for (const wchar_t* path : {L"E:\\okrbackup.zip", L"E:\\_listFich.lst"})
+    const std::vector<std::wstring> before = files->Paths();
+    for (const wchar_t* path : {L"E:\\okrbackup.zip", L"E:\\_listFich.lst", L"E:\\rapport.txt", L"e:\\sous\\r.json"})
         EXPECT_THROW(WriteReport(*files, report, path, texts), RuntimeError) << path;
-    WriteReport(*files, report, L"E:\\rapport.txt", texts);
-    EXPECT_EQ(files->BytesOf(L"E:\\rapport.txt").value_or("").substr(0, 3), "\xEF\xBB\xBF");
-    WriteReport(*files, report, L"E:\\rapport.json", texts);
-    EXPECT_EQ(files->BytesOf(L"E:\\rapport.json").value_or("").substr(0, 1), "{");
+    EXPECT_EQ(files->Paths(), before);
+    files->Add(L"D:\\copie\\OKRBACKUP.ZIP", "archive");
+    files->Add(L"D:\\copie\\_listFich.lst", "liste");
+    report.archive = L"D:\\copie\\OKRBACKUP.ZIP";
+    for (const wchar_t* path : {L"D:\\copie\\okrbackup.zip", L"D:\\copie\\_listFich.lst"})
+        EXPECT_THROW(WriteReport(*files, report, path, texts), RuntimeError) << path;
+    WriteReport(*files, report, L"D:\\copie\\rapport.txt", texts);
+    EXPECT_EQ(files->BytesOf(L"D:\\copie\\rapport.txt").value_or("").substr(0, 3), "\xEF\xBB\xBF");
+    WriteReport(*files, report, L"D:\\copie\\rapport.json", texts);
+    EXPECT_EQ(files->BytesOf(L"D:\\copie\\rapport.json").value_or("").substr(0, 1), "{");
 }
 
 TEST_F(CheckJobTest, AReportReplacesOnlyTheFileOfItsNameAndOnlyWhenItIsWhole) {
@@ -145,10 +152,13 @@ TEST_F(CheckJobTest, AReportReplacesOnlyTheFileOfItsNameAndOnlyWhenItIsWhole) {
 }
 
 TEST(IsOnMediumTest, OnlyTheDriveOfAMediumIsClosed) {
-    EXPECT_TRUE(IsOnMedium(L"E:\\", L"e:\\Recuperes"));
-    EXPECT_FALSE(IsOnMedium(L"E:\\", L"D:\\Recuperes"));
-    EXPECT_FALSE(IsOnMedium(L"D:\\Copies\\medium", L"D:\\Recuperes"));
-    EXPECT_FALSE(IsOnMedium(L"", L"D:\\Recuperes"));
+    const FakeFileStore files;
+    EXPECT_TRUE(IsOnMedium(files, L"E:\\OKRBACKUP.ZIP", L"e:\\Recuperes"));
+    EXPECT_TRUE(IsOnMedium(files, L"E:\\OKRBACKUP.ZIP", L"E:\\"));
+    EXPECT_FALSE(IsOnMedium(files, L"E:\\OKRBACKUP.ZIP", L"D:\\Recuperes"));
+    EXPECT_FALSE(IsOnMedium(files, L"D:\\Copies\\OKRBACKUP.ZIP", L"D:\\Recuperes"));
+    EXPECT_FALSE(IsOnMedium(files, L"\\\\poste\\copies\\OKRBACKUP.ZIP", L"\\\\poste\\copies\\ici"));
+    EXPECT_FALSE(IsOnMedium(files, L"", L"D:\\Recuperes"));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "check/ReportWords.h"
 #include "check/ZipBuilder.h"
+#include "resources/TextId.h"
 #include "support/FakeFileStore.h"
 
 #include <gtest/gtest.h>
@@ -204,6 +205,32 @@ TEST_F(CheckWorkTest, WithoutRoomNothingIsBegun) {
     files.freeBytes = 100;
     EXPECT_EQ(Recover().verdict, Verdict::NoRoom);
     EXPECT_EQ(files.Paths().size(), 2u);
+}
+
+TEST_F(CheckWorkTest, TickedItemsAreHeldAgainstTheRoomByTheirOwnSizes) {
+    request.wanted = {L"zip0002"};
+    files.freeBytes = 1000;
+    const BackupReport without = Recover();
+    EXPECT_EQ(without.verdict, Verdict::NoRoom);
+    EXPECT_GT(without.neededBytes, 5000u) << "that much noise does not get smaller";
+    EXPECT_LT(without.neededBytes, without.archiveBytes);
+    EXPECT_EQ(files.Paths().size(), 2u) << "nothing was begun";
+    request.wanted = {L"Zip0001"};
+    EXPECT_EQ(Recover().ExitCode(), 0);
+}
+
+TEST_F(CheckWorkTest, NothingIsRecoveredOntoTheMediumHoweverItIsNamed) {
+    for (const wchar_t* place : {L"E:\\", L"e:", L"E:\\okrbackup.zip", L"E:\\_listFich.lst"}) {
+        request.place = place;
+        request.target = L"e:\\Cible";
+        const BackupReport report = Run();
+        EXPECT_EQ(report.verdict, Verdict::NotWritable) << place;
+        EXPECT_EQ(report.ExitCode(), 4);
+        const Texts numbers = [](TextId id) { return std::to_wstring(static_cast<int>(id)); };
+        EXPECT_EQ(VerdictSentence(report, numbers), numbers(TextId::CheckTargetOnMedium));
+    }
+    EXPECT_EQ(files.Paths().size(), 2u);
+    EXPECT_FALSE(files.Find(L"E:\\Cible"));
 }
 
 TEST_F(CheckWorkTest, ADiskThatFillsUpKeepsOnlyWhatIsWhole) {

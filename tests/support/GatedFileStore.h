@@ -51,13 +51,20 @@ class GatedInputFile final : public InputFile {
     Gate& gate_;
 };
 
-/// Files in memory, the archives among them behind a gate.
+/// Files in memory, the archives among them behind a gate. New files may have one of their own.
 class GatedFileStore final : public FakeFileStore {
   public:
     std::unique_ptr<InputFile> Open(const std::wstring& path) const override {
         auto file = FakeFileStore::Open(path);
-        if (!path.ends_with(L".ZIP")) return file;
+        if (!path.ends_with(L".ZIP") && !(isListGated && path.ends_with(L".lst"))) return file;
         return std::make_unique<GatedInputFile>(std::move(file), gate);
     }
+    std::unique_ptr<NewFile> CreateNew(const std::wstring& path) override {
+        if (isWritingGated) writeGate.Pass();
+        return FakeFileStore::CreateNew(path);
+    }
     mutable Gate gate;
+    Gate writeGate;
+    bool isWritingGated = false;
+    bool isListGated = false; ///< the lists as well
 };

@@ -2,7 +2,6 @@
 
 #include "archive/DriveLines.h"
 #include "archive/modGestionMotPasse.h"
-#include "check/ReportFile.h"
 #include "platform/Locale.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
@@ -160,12 +159,17 @@ std::optional<LRESULT> CheckWindow::OnMessage(UINT message, WPARAM, LPARAM lPara
 
 bool CheckWindow::OnClosing() {
     if (!IsBusy()) return true;
+    // A report is soon saved, and the window closes then. Where the disk hangs, the second wish closes it.
+    if (work_ == Work::Saving) return std::exchange(closesWhenSaved_, true);
     const TextId what = work_ == Work::Recovering ? TextId::RecoveryRuns : TextId::CheckRuns;
     isAsking_ = true;
     const int answer = app_.ShowMessage(Text(what) + L" " + Text(TextId::CheckCloseQuestion), TextId::CheckTitle,
                                         box::YesNo | box::Question | box::DefaultButton2);
     isAsking_ = false;
-    return answer == box::AnswerYes;
+    auto untold = std::exchange(untold_, nullptr);
+    if (answer == box::AnswerYes) return true;
+    if (untold) Post(std::move(untold));
+    return false;
 }
 
 void CheckWindow::OnUnload() {
@@ -188,9 +192,10 @@ void CheckWindow::ListPlaces() {
             refresh_.Request(RefreshDelayMilliseconds);
             return;
         }
-        listedDrives_ = std::make_shared<std::vector<std::wstring>>();
-        tasks_.emplace_back([lines = listedDrives_, list = ways_.driveLines] { *lines = list(); });
+        const auto lines = std::make_shared<std::vector<std::wstring>>();
+        tasks_.emplace_back([lines, list = ways_.driveLines] { *lines = list(); });
         placesTask_ = tasks_.back();
+        listedDrives_ = lines;
         follow_.Start(FollowMilliseconds);
     });
 }
@@ -212,11 +217,20 @@ void CheckWindow::ShowPlaces(const std::vector<std::wstring>& driveLines) {
     const auto now = std::find_if(shownPlaces_.begin(), shownPlaces_.end(), isChosen);
     const bool isThere = now != shownPlaces_.end();
     if (isThere) places_.Select(static_cast<int>(now - shownPlaces_.begin()));
+    isPlaceThere_ = isThere;
+    const bool isOther = !place_.empty() && (!isThere || now->line != lineBefore);
+    if (isOther && (report_ || IsBusy())) {
+        // What was found stays to be read and saved. Ticks among it say nothing about another medium.
+        archive_.clear();
+        isMediumLost_ = true;
+    }
     if (IsBusy()) return;
-    if (place_.empty() && shownPlaces_.size() == 1) {
+    if (report_) {
+        EnableControls();
+    } else if (place_.empty() && shownPlaces_.size() == 1) {
         places_.Select(0);
         UsePlace(shownPlaces_.front().path);
-    } else if (!place_.empty() && (!isThere || now->line != lineBefore)) {
+    } else if (isOther) {
         UsePlace(isThere ? place_ : std::wstring());
     }
 }
@@ -247,15 +261,14 @@ void CheckWindow::BrowseClicked() {
 
 /// The window is about another backup now: its list is read, and nothing is known of its archive.
 void CheckWindow::UsePlace(const std::wstring& path) {
+    ++placesUsed_;
     place_ = path;
+    isPlaceThere_ = !path.empty();
     job_.reset();
     report_.reset();
-    hasArchive_ = false;
+    archive_.clear();
     work_ = Work::None;
-    rows_.Clear();
-    items_.Select(-1);
-    items_.RowsChanged();
-    items_.ShowOrder(static_cast<int>(rows_.SortedBy()), rows_.IsDescending());
+    ClearRows();
     progress_.SetValue(0);
     progressText_.SetText(L"");
     ShowDetails();
@@ -270,8 +283,17 @@ void CheckWindow::UsePlace(const std::wstring& path) {
     Begin(Work::Listing, std::move(request));
 }
 
+void CheckWindow::ClearRows() {
+    rows_.Clear();
+    items_.Select(-1);
+    items_.RowsChanged();
+    items_.ShowOrder(static_cast<int>(rows_.SortedBy()), rows_.IsDescending());
+}
+
 void CheckWindow::CheckClicked() {
     Guarded(L"CheckClicked, module CheckWindow", [this] {
+        // The rows may be those of a medium that has left.
+        if (archive_.empty()) ClearRows();
         CheckRequest request;
         request.isComparison = compare_.IsChecked();
         Begin(Work::Checking, std::move(request));
@@ -280,37 +302,19 @@ void CheckWindow::CheckClicked() {
 
 void CheckWindow::RecoverClicked() {
     Guarded(L"RecoverClicked, module CheckWindow", [this] {
+        CheckRequest request;
+        request.wanted = rows_.Wanted();
+        const int placesUsed = placesUsed_;
         const auto target = ways_.chooseTarget(*this, Text(TextId::CheckChooseTarget));
         if (!target || target->empty() || !IsLoaded()) return;
-        if (IsOnMedium(place_, *target)) {
+        // Messages have run: what was ticked may be about a medium that has left.
+        if (placesUsed != placesUsed_ || !CanRecover()) return;
+        if (IsOnMedium(*ways_.files, archive_, *target)) {
             app_.ShowMessage(TextId::CheckTargetOnMedium, TextId::CheckTitle, box::Exclamation);
             return;
         }
-        CheckRequest request;
         request.target = *target;
-        request.wanted = rows_.Wanted();
         Begin(Work::Recovering, std::move(request));
-    });
-}
-
-void CheckWindow::SaveReportClicked() {
-    Guarded(L"SaveReportClicked, module CheckWindow", [this] {
-        const auto path = ways_.chooseReport(*this, Text(TextId::CheckReportName));
-        if (!path || path->empty() || !IsLoaded()) return;
-        savedPath_ = *path;
-        savingFailure_ = std::make_shared<std::optional<std::wstring>>();
-        work_ = Work::Saving;
-        EnableControls();
-        tasks_.emplace_back(
-            [files = ways_.files, report = report_, path = *path, texts = texts_, failure = savingFailure_] {
-                try {
-                    WriteReport(*files, *report, path, texts);
-                } catch (const RuntimeError& error) {
-                    *failure = error.Description();
-                }
-            });
-        savingTask_ = tasks_.back();
-        follow_.Start(FollowMilliseconds);
     });
 }
 
@@ -348,16 +352,20 @@ void CheckWindow::ShowDetails() {
     details_.SetText(AsParagraphs(lines));
 }
 
+bool CheckWindow::CanRecover() const {
+    return work_ == Work::None && isPlaceThere_ && !archive_.empty() && (rows_.Count() == 0 || rows_.IsAnyTicked());
+}
+
 void CheckWindow::EnableControls() {
     const bool isBusy = IsBusy();
     const bool isJob = isBusy && work_ != Work::Saving;
     const bool hasRows = rows_.Count() > 0;
     for (ui::Control* control : std::initializer_list<ui::Control*>{&places_, &browse_, &password_, &compare_})
         control->Enable(!isBusy);
-    check_.Enable(!isBusy && !place_.empty());
+    check_.Enable(!isBusy && isPlaceThere_);
     selectAll_.Enable(!isBusy && hasRows);
     deselectAll_.Enable(!isBusy && hasRows);
-    recover_.Enable(work_ == Work::None && hasArchive_ && (!hasRows || rows_.IsAnyTicked()));
+    recover_.Enable(CanRecover());
     saveReport_.Enable(!isBusy && report_ != nullptr);
     close_.Enable(!isBusy);
     cancel_.Enable(isJob && !cancelledAt_);

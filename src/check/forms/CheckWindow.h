@@ -75,12 +75,15 @@ class CheckWindow final : public ApplicationForm {
     void SetTexts();
     void AddColumns();
     bool IsBusy() const { return work_ != Work::None && work_ != Work::Listing; }
+    bool CanRecover() const;
 
     void ListPlaces();
     void ShowPlaces(const std::vector<std::wstring>& driveLines);
     void PlaceClicked();
     void BrowseClicked();
     void UsePlace(const std::wstring& path);
+
+    void ClearRows();
 
     void CheckClicked();
     void RecoverClicked();
@@ -94,6 +97,7 @@ class CheckWindow final : public ApplicationForm {
     void Follow();
     void FollowJob();
     void TakeRows();
+    void BeginRows();
     void EndJob();
     void GiveUpJob();
     void EndSaving();
@@ -101,6 +105,7 @@ class CheckWindow final : public ApplicationForm {
     void ShowProgress();
     void ShowVerdict(VerdictSign sign, const std::wstring& text);
     void ShowDetails();
+    void Tell(std::function<void()> box);
     void TellOutcome();
     void EnableControls();
 
@@ -137,13 +142,18 @@ class CheckWindow final : public ApplicationForm {
     CheckRows rows_;
     ShownRows shownRows_{rows_};
     const ItemReport* shownItem_ = nullptr; ///< whose details are shown
-    bool hasArchive_ = false;
+    int placesUsed_ = 0;
+    bool isPlaceThere_ = false; ///< as far as the list of places knows
+    bool isMediumLost_ = false; ///< it has left since the work began
+    std::wstring archive_;      ///< that the rows are about; empty while none is known
 
     Work work_ = Work::None;
     std::unique_ptr<CheckJob> job_;
     bool isPart_ = false;                        ///< the job is about the ticked items only
     bool hasNewRows_ = false;                    ///< items of the job are among the rows
+    int selectedBefore_ = -1;                    ///< where the selected item will stand again
     bool isAsking_ = false;                      ///< whether the window may close
+    std::function<void()> untold_;               ///< what has ended meanwhile
     std::shared_ptr<const BackupReport> report_; ///< of the last work that has ended
     WorkPace pace_;
     std::chrono::steady_clock::time_point startedAt_;
@@ -156,5 +166,6 @@ class CheckWindow final : public ApplicationForm {
     BackgroundTask savingTask_;
     std::shared_ptr<std::optional<std::wstring>> savingFailure_;
     std::wstring savedPath_;
+    bool closesWhenSaved_ = false;
     std::vector<BackgroundTask> tasks_; ///< all that were begun
 };

@@ -1,4 +1,5 @@
 // What the check window does while it works, and at the end of it.
+#include "check/ReportFile.h"
 #include "check/forms/CheckWindow.h"
 #include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
@@ -31,6 +32,7 @@ void CheckWindow::Begin(Work work, CheckRequest request) {
     std::erase_if(tasks_, [](const BackgroundTask& task) { return task.HasEnded(); });
     isPart_ = !request.wanted.empty();
     hasNewRows_ = false;
+    isMediumLost_ = false;
     job_ = std::make_unique<CheckJob>(ways_.files, std::move(request));
     tasks_.push_back(job_->Task());
     work_ = work;
@@ -39,7 +41,6 @@ void CheckWindow::Begin(Work work, CheckRequest request) {
     EnableControls();
     if (!IsBusy()) return;
     report_.reset();
-    saveReport_.Enable(false);
     pace_ = {};
     startedAt_ = std::chrono::steady_clock::now();
     awake_ = app_.machine.power->KeepAwake();
@@ -75,19 +76,23 @@ void CheckWindow::FollowJob() {
 void CheckWindow::TakeRows() {
     const std::vector<CheckJob::KnownItem> known = job_->TakeItems();
     if (known.empty()) return;
-    if (!std::exchange(hasNewRows_, true)) {
-        if (isPart_) {
-            rows_.BeginTicked();
-        } else {
-            rows_.BeginAll();
-        }
-    }
+    if (!std::exchange(hasNewRows_, true)) BeginRows();
     const auto contents = job_->Contents();
     for (const CheckJob::KnownItem& item : known) rows_.Take(item, contents);
     items_.RowsChanged();
     items_.FillWidth(static_cast<int>(CheckColumn::Path));
+    if (selectedBefore_ >= 0 && selectedBefore_ < rows_.Count()) items_.Select(std::exchange(selectedBefore_, -1));
     const int row = items_.Selected();
     if (row >= 0 && row < rows_.Count() && rows_.Settled(row) != shownItem_) ShowDetails();
+}
+
+/// Rows that are told anew come in the order of the backup, and the selection goes to where its item stands then.
+void CheckWindow::BeginRows() {
+    selectedBefore_ = -1;
+    if (isPart_) return rows_.BeginTicked();
+    const int row = items_.Selected();
+    if (row >= 0 && row < rows_.Count()) selectedBefore_ = rows_.PlaceOf(row);
+    rows_.BeginAll();
 }
 
 void CheckWindow::ShowProgress() {
@@ -115,9 +120,10 @@ void CheckWindow::CancelClicked() {
 void CheckWindow::EndJob() {
     const std::shared_ptr<const BackupReport> report = job_->Report();
     const bool isListing = work_ == Work::Listing;
-    if (isListing) {
-        hasArchive_ = report->verdict == Verdict::NotChecked;
-    } else {
+    // Where the check was begun before the list was read, it is the first to know of the archive.
+    const bool hasArchive = isListing ? report->verdict == Verdict::NotChecked : report->archiveBytes > 0;
+    if (hasArchive && !isMediumLost_) archive_ = report->archive;
+    if (!isListing) {
         report_ = report;
         if (report->verdict == Verdict::Good || report->verdict == Verdict::Faulty) progress_.SetValue(ProgressRange);
         progressText_.SetText(L"");
@@ -125,7 +131,16 @@ void CheckWindow::EndJob() {
     BackToIdle();
     ShowVerdict(SignOf(*report), VerdictSentence(*report, texts_));
     ShowDetails();
-    if (!isListing && report->verdict != Verdict::Stopped && !isAsking_) Post([this] { TellOutcome(); });
+    if (!isListing && report->verdict != Verdict::Stopped) Tell([this] { TellOutcome(); });
+}
+
+/// A box over the question whether the window may close would hide it: what it has to tell waits for the answer.
+void CheckWindow::Tell(std::function<void()> box) {
+    if (isAsking_) {
+        untold_ = std::move(box);
+    } else {
+        Post(std::move(box));
+    }
 }
 
 /// The thread is busy with something that nobody can end. What it finds is of no use any more.
@@ -158,10 +173,35 @@ void CheckWindow::TellOutcome() {
     if (isPassword && IsLoaded()) password_.SetFocus();
 }
 
+void CheckWindow::SaveReportClicked() {
+    Guarded(L"SaveReportClicked, module CheckWindow", [this] {
+        // Messages run while the dialog is open, and may leave this window without a report.
+        const std::shared_ptr<const BackupReport> report = report_;
+        const auto path = ways_.chooseReport(*this, Text(TextId::CheckReportName));
+        if (!path || path->empty() || !IsLoaded() || work_ != Work::None) return;
+        const auto failure = std::make_shared<std::optional<std::wstring>>();
+        tasks_.emplace_back([files = ways_.files, report, path = *path, texts = texts_, failure] {
+            try {
+                WriteReport(*files, *report, path, texts);
+            } catch (const RuntimeError& error) {
+                *failure = error.Description();
+            }
+        });
+        savingTask_ = tasks_.back();
+        savingFailure_ = failure;
+        savedPath_ = *path;
+        work_ = Work::Saving;
+        closesWhenSaved_ = false;
+        EnableControls();
+        follow_.Start(FollowMilliseconds);
+    });
+}
+
 void CheckWindow::EndSaving() {
     work_ = Work::None;
     EnableControls();
     const std::optional<std::wstring> failure = *savingFailure_;
+    if (closesWhenSaved_ && !failure) return Unload();
     const std::wstring text = failure ? Filled(Text(TextId::CheckReportNotWritten), {*failure})
                                       : Filled(Text(TextId::CheckReportSaved), {savedPath_});
     Post([this, text, isSaved = !failure] {
