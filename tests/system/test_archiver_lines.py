@@ -1,13 +1,18 @@
 """What the archiver makes of the command lines that are out of the ordinary."""
 
 import unittest
+import zipfile
 
-from system_test import SystemTest
+from system_test import ARCHIVE_NAME, SystemTest
 
 from program import IDOK
 
 SPACED = "Ab1 defgh"
 FIRST_WORD = "Ab1"
+ACCENTED = "Eté12345"
+QUOTED = 'Ab1"defgh'
+FAILED_COPY = ("La copie de sécurité a été annulée ou a rencontré des erreurs. Veuillez réessayer. Si l'erreur persiste, "
+               "veuillez contacter Ardel-Services au 1-800-555-0199")
 
 
 class ArchiverLinesTest(SystemTest):
@@ -42,6 +47,46 @@ class ArchiverLinesTest(SystemTest):
         self.assertEqual(self.station.path(path).read_bytes(), b"plus recent")
         self.restore_all(password=FIRST_WORD)
         self.assertEqual(self.station.path(path).read_bytes(), b"sauvegarde")
+
+    def test_a_password_with_an_accent_gives_no_backup_and_says_so(self):
+        self.disk()
+        path = self.document("a.txt", b"sauvegarde")
+        program = self.start()
+        backup = self.open_backup(program)
+        self.select(backup, path)
+        backup.press("cmdLancer")
+        self.give_new_password(program, ACCENTED)
+        self.assertIn("53", program.answer(IDOK, 60).text)
+        self.assertEqual(program.answer(IDOK, 60).text, FAILED_COPY)
+        backup.wait_enabled("cmdPrecedent")
+        self.assertEqual(self.station.medium_files("e"), [])
+
+    def test_a_password_with_a_quotation_mark_takes_no_item_into_the_backup(self):
+        self.disk()
+        path = self.document("a.txt", b"sauvegarde")
+        self.assertEqual(self.back_up(path, password=QUOTED).title, "Copie de sécurité terminée")
+        # The mark takes the rest of the line into the password, and the archiver packs what lies in the folder where it is.
+        with zipfile.ZipFile(self.station.path("e:") / ARCHIVE_NAME) as outer:
+            names = outer.namelist()
+        self.assertEqual([name for name in names if name.startswith("Zip")], [])
+
+    def test_of_two_mail_stores_of_one_name_the_later_one_stays(self):
+        self.disk()
+        self.write_backup([r"C:\Donnees\archive.pst,32,Zip0001", r"C:\Anciens\archive.pst,32,Zip0002"],
+                          {1: {"archive.pst": b"premier"}, 2: {"archive.pst": b"second"}})
+        self.restore_all()
+        self.assertEqual(self.station.path(r"C:\ValcoreauxTechno\OutlookBK\archive.pst").read_bytes(), b"second")
+
+    def test_a_comma_in_the_first_path_of_a_list_lets_nothing_come_back(self):
+        self.disk()
+        paths = [self.document("Roy, Anne.txt", b"1"), self.document("b.txt", b"2")]
+        self.assertEqual(self.back_up(*paths).title, "Copie de sécurité terminée")
+        self.assertEqual(self.inner_archives(),
+                         {"Zip0001.zip": {"Roy, Anne.txt": b"1"}, "Zip0002.zip": {"b.txt": b"2"}})
+        for path in paths:
+            self.station.path(path).unlink()
+        self.restore_all()
+        self.assertEqual([self.station.path(path).exists() for path in paths], [False, False])
 
 
 if __name__ == "__main__":
