@@ -3,6 +3,7 @@
 #include "archive/clsListe.h"
 #include "check/Comparison.h"
 #include "check/Inspection.h"
+#include "check/MediumLost.h"
 #include "check/PasswordProbe.h"
 #include "check/Recovery.h"
 #include "platform/RuntimeError.h"

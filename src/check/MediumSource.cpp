@@ -1,5 +1,8 @@
 #include "check/MediumSource.h"
 
+#include "check/MediumLost.h"
+#include "platform/RuntimeError.h"
+
 #include <algorithm>
 
 namespace {

@@ -2,18 +2,9 @@
 
 #include "check/ZipReader.h"
 #include "platform/FileStore.h"
-#include "platform/RuntimeError.h"
 
 #include <functional>
 #include <vector>
-
-/// Thrown where somebody wants the work to end.
-struct Stopped {};
-
-/// Thrown where the medium cannot be read any more, to be told from failures of what is written.
-struct MediumLost {
-    RuntimeError error;
-};
 
 /// The bytes of a medium's archive. Places that the device cannot read come as zeros and are counted, so that what
 /// lies behind them is still reached; throws `MediumLost` for a device that has gone.

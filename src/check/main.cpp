@@ -8,6 +8,7 @@
 #include "core/UsbAnswer.h"
 #include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
+#include "platform/RuntimeError.h"
 #include "platform/windows/WindowsConsole.h"
 #include "platform/windows/WindowsFileStore.h"
 #include "resources/TextId.h"

@@ -4,6 +4,7 @@
 #include "archive/modGestionMotPasse.h"
 #include "platform/Locale.h"
 #include "platform/MessageBoxes.h"
+#include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "ui/Menu.h"
 

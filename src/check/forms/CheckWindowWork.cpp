@@ -3,6 +3,7 @@
 #include "check/forms/CheckWindow.h"
 #include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
+#include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 
 #include <utility>

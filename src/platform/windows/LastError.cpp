@@ -1,5 +1,7 @@
 #include "platform/windows/LastError.h"
 
+#include "platform/RuntimeError.h"
+
 #include <windows.h>
 
 ErrorNumber ErrorNumberOf(std::uint32_t systemError) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
-
 #include <cstdint>
+
+enum class ErrorNumber : std::int32_t;
 
 /// The run-time number that stands for one of Windows' own error codes.
 ErrorNumber ErrorNumberOf(std::uint32_t systemError);

@@ -1,5 +1,6 @@
 #include "platform/windows/WindowsFileStore.h"
 
+#include "platform/RuntimeError.h"
 #include "platform/windows/FolderSearch.h"
 #include "platform/windows/LastError.h"
 #include "platform/windows/QuietErrors.h"

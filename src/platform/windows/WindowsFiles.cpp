@@ -1,5 +1,6 @@
 #include "platform/windows/WindowsFiles.h"
 
+#include "platform/RuntimeError.h"
 #include "platform/windows/FolderSearch.h"
 #include "platform/windows/HeldFiles.h"
 #include "platform/windows/LastError.h"
