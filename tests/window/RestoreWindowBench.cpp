@@ -1,6 +1,6 @@
 #include "RestoreWindowBench.h"
 
-#include "archive/forms/frmMotPasse.h"
+#include "archive/forms/frmMotPasseIds.h"
 #include "core/StartUpValues.h"
 
 #include <utility>
@@ -29,6 +29,14 @@ void CALLBACK LookForDialog(HWND, UINT, UINT_PTR, DWORD) {
     EnumThreadWindows(GetCurrentThreadId(), AnswerDialog, 0);
 }
 
+constexpr UINT LongerThanARefreshMilliseconds = 250;
+bool hasTimePassed = false;
+
+void CALLBACK LetTimePass(HWND, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(nullptr, timer);
+    hasTimePassed = true;
+}
+
 } // namespace
 
 RestoreWindow::RestoreWindow() {
@@ -42,4 +50,10 @@ RestoreWindow::RestoreWindow() {
 RestoreWindow::~RestoreWindow() {
     KillTimer(nullptr, timer_);
     script = nullptr;
+}
+
+void RestoreWindow::LetRefreshHappen() {
+    hasTimePassed = false;
+    SetTimer(nullptr, 0, LongerThanARefreshMilliseconds, LetTimePass);
+    EXPECT_TRUE(WaitFor([] { return hasTimePassed; }));
 }
