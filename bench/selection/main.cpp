@@ -21,10 +21,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <random>
 #include <string>
-#include <vector>
 
 namespace {
 

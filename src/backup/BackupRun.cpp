@@ -9,7 +9,6 @@
 #include "platform/Drives.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
-#include "platform/Power.h"
 #include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "shell/ErrorReport.h"

@@ -2,8 +2,6 @@
 
 #include "platform/Text.h"
 
-#include <cstdint>
-
 namespace {
 
 constexpr char32_t Replacement = 0xFFFD;

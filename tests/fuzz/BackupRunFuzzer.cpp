@@ -6,7 +6,6 @@
 #include "backup/BackupRun.h"
 #include "core/ArchiveValues.h"
 #include "core/SpaceValues.h"
-#include "platform/MessageBoxes.h"
 #include "support/FakeBackupSteps.h"
 #include "support/FakeBackupView.h"
 #include "support/FakeMachine.h"

@@ -5,10 +5,8 @@
 
 #include "backup/MediumReport.h"
 #include "backup/WriteSpeeds.h"
-#include "core/NumberFormat.h"
 #include "discutil/CdSpace.h"
 #include "discutil/DiscInformation.h"
-#include "discutil/EraseWatchdog.h"
 #include "platform/discs/DiscLabel.h"
 #include "platform/discs/DiscProgress.h"
 #include "platform/discs/DiscReading.h"

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <cstdio>
 #include <iostream>
 
 namespace kit {

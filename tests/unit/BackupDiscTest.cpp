@@ -9,8 +9,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
-
 namespace {
 
 using testing::ElementsAre;

@@ -3,8 +3,6 @@
 #include "resources/TextId.h"
 #include "support/BackupRunBench.h"
 
-#include <algorithm>
-
 namespace {
 
 using testing::ElementsAre;

@@ -1,6 +1,5 @@
 #include "shell/ErrorReport.h"
 #include "core/LanguageValues.h"
-#include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "support/FakeMachine.h"
 

@@ -4,8 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <memory>
-
 #ifdef _WIN32
 #include "platform/windows/WindowsFileStore.h"
 

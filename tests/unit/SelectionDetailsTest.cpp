@@ -1,5 +1,4 @@
 // Small promises of the selection that its other tests pass by.
-#include "core/SpaceValues.h"
 #include "selection/FolderBrowser.h"
 #include "support/PredefinedSetsBench.h"
 

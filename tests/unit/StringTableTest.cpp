@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <cwctype>
-#include <map>
 #include <set>
 #include <string>
 #include <vector>

@@ -2,9 +2,6 @@
 
 #include "Drives.h"
 
-#include "win32/UniqueHandle.h"
-
-#include <cstdio>
 #include <fstream>
 
 namespace fs = std::filesystem;

@@ -4,7 +4,6 @@
 #include "platform/RuntimeError.h"
 #include "platform/discs/MasteringCodes.h"
 
-#include <optional>
 #include <sstream>
 
 namespace {

@@ -3,7 +3,6 @@
 #include "ComObject.h"
 #include "Drives.h"
 
-#include <memory>
 #include <string>
 
 /// The recorder that a format object was given; null for one that is not of this server or not initialized.

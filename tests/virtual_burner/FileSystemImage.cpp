@@ -8,6 +8,7 @@
 #include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 

@@ -20,7 +20,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 /// The backup window on a stand-in workstation that has real messages.
 class BackupWindowTest : public testing::Test, protected FormDriver {

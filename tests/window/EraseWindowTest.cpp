@@ -2,7 +2,6 @@
 #include "FormDriver.h"
 #include "KeyboardReach.h"
 #include "ScreenFit.h"
-#include "backup/DriveEntries.h"
 #include "core/LanguageValues.h"
 #include "core/WriterFlags.h"
 #include "discutil/DiscHost.h"

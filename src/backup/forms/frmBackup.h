@@ -19,7 +19,6 @@
 #include "shell/forms/ApplicationForm.h"
 #include "ui/Timer.h"
 
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <iterator>
-
 /// Whether the error is what a file or folder gives that another program holds, a scanner for instance.
 inline bool MayBeReleased(DWORD error) {
     return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||

@@ -11,7 +11,6 @@
 #include "ui/ListView.h"
 #include "ui/WindowProcedureHook.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>

@@ -7,7 +7,6 @@
 #include "platform/Text.h"
 #include "resources/TextId.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {

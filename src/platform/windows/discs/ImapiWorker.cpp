@@ -2,6 +2,7 @@
 
 #include "platform/discs/MasteringCodes.h"
 #include "platform/windows/QuietErrors.h"
+#include "platform/windows/discs/ImapiBurn.h"
 
 #include <utility>
 

@@ -2,9 +2,10 @@
 
 #include "platform/discs/DiscWriter.h"
 #include "platform/windows/discs/DiscEventQueue.h"
-#include "platform/windows/discs/ImapiBurn.h"
 #include "platform/windows/discs/ImapiDrive.h"
 #include "platform/windows/discs/ImapiDriveList.h"
+#include "platform/windows/discs/ImapiImage.h"
+#include "platform/windows/discs/OperationWatch.h"
 
 #include <atomic>
 #include <deque>
@@ -12,7 +13,6 @@
 #include <memory>
 #include <mutex>
 #include <thread>
-#include <vector>
 
 /// The thread that talks to image mastering. Every call of the system that may wait for a drive is made on it, and no
 /// object of image mastering leaves it. What it finds goes to the queue, which must outlive it. While idle it looks at
