@@ -3,6 +3,7 @@
 #include "backup/BackupRun.h"
 #include "core/ArchiveValues.h"
 #include "resources/TextId.h"
+#include "support/BoxReader.h"
 #include "support/FakeBackupSteps.h"
 #include "support/FakeBackupView.h"
 #include "support/FakeMachine.h"
@@ -13,7 +14,7 @@
 #include <vector>
 
 /// A run on a stand-in workstation.
-class BackupRunTest : public testing::Test {
+class BackupRunTest : public testing::Test, protected BoxReader {
   protected:
     static constexpr std::uint64_t Megabyte = 1048576;
 
@@ -42,16 +43,7 @@ class BackupRunTest : public testing::Test {
     FakeDiscWriter& Writer() { return *machine.discWriters.Latest(Family(state.miTypeMedia)); }
     FakeDiscRecord& Record() { return machine.discWriters.Record(Family(state.miTypeMedia)); }
     std::wstring Text(TextId id) const { return machine.app.Text(id); }
-    void ExpectBox(std::size_t at, const std::wstring& text, const std::wstring& title, std::uint32_t style) {
-        ASSERT_LT(at, machine.messageBoxes.shown.size());
-        EXPECT_EQ(machine.messageBoxes.shown[at].text, text);
-        EXPECT_EQ(machine.messageBoxes.shown[at].title, title);
-        EXPECT_EQ(machine.messageBoxes.shown[at].style, style);
-    }
-    void ExpectOnlyBox(const std::wstring& text, const std::wstring& title, std::uint32_t style) {
-        EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
-        ExpectBox(0, text, title, style);
-    }
+    const FakeMessageBoxes& Boxes() const override { return machine.messageBoxes; }
     /// The window's way into and out of its busy mode.
     std::vector<std::wstring> Modes() const {
         std::vector<std::wstring> modes;

@@ -14,36 +14,20 @@
 extern std::atomic<long> liveObjects;
 
 /// An object of the server, counted while it lives.
-template<class Interface>
-class ComObject : public CountedObject<Interface> {
+template<class Object>
+class LiveObject : public Object {
   public:
-    ComObject() { ++liveObjects; }
+    LiveObject() { ++liveObjects; }
 
   protected:
-    ~ComObject() override { --liveObjects; }
+    ~LiveObject() override { --liveObjects; }
 };
 
-/// The same for an automation interface, reached through its table only.
 template<class Interface>
-class DispatchObject : public ComObject<Interface> {
-  public:
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
-    }
+using ComObject = LiveObject<CountedObject<Interface>>;
 
-  protected:
-    void* Other(REFIID id) override {
-        return id == InterfaceId<IDispatch> ? static_cast<IDispatch*>(this) : OtherThanDispatch(id);
-    }
-    virtual void* OtherThanDispatch(REFIID) { return nullptr; }
-};
+template<class Interface>
+using DispatchObject = LiveObject<CountedDispatch<Interface>>;
 
 /// Calls sinks through Invoke, with the arguments in their natural order.
 inline void FireAt(const std::vector<ComPointer<IDispatch>>& sinks, DISPID id, std::vector<VARIANT> arguments) {

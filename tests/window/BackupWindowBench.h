@@ -9,6 +9,7 @@
 #include "resources/TextId.h"
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "shell/forms/FormMessageLoop.h"
+#include "support/BoxReader.h"
 #include "support/FakeMachine.h"
 #include "support/FakeMainWindow.h"
 #include "ui/MessagePump.h"
@@ -22,7 +23,7 @@
 #include <string>
 
 /// The backup window on a stand-in workstation that has real messages.
-class BackupWindowTest : public testing::Test, protected FormDriver {
+class BackupWindowTest : public testing::Test, protected FormDriver, protected BoxReader {
   protected:
     static constexpr std::uint64_t Megabyte = 1048576;
 
@@ -100,16 +101,7 @@ class BackupWindowTest : public testing::Test, protected FormDriver {
         ui::RunPendingMessages();
     }
     std::wstring Resource(TextId id) const { return machine.app.Text(id); }
-    void ExpectBox(std::size_t at, const std::wstring& text, const std::wstring& title, std::uint32_t style) {
-        ASSERT_LT(at, machine.messageBoxes.shown.size());
-        EXPECT_EQ(machine.messageBoxes.shown[at].text, text);
-        EXPECT_EQ(machine.messageBoxes.shown[at].title, title);
-        EXPECT_EQ(machine.messageBoxes.shown[at].style, style);
-    }
-    void ExpectOnlyBox(const std::wstring& text, const std::wstring& title, std::uint32_t style) {
-        ExpectBox(0, text, title, style);
-        EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
-    }
+    const FakeMessageBoxes& Boxes() const override { return machine.messageBoxes; }
 
     FormMessageLoop messages;
     FakeMachine machine;

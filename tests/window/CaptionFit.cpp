@@ -1,22 +1,11 @@
 #include "CaptionFit.h"
 
+#include "WindowText.h"
 #include "platform/Text.h"
 
 #include <commctrl.h>
 
 namespace {
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    return name;
-}
-
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
 
 SIZE Measured(HWND control, const std::wstring& text, UINT format, int width) {
     const HDC screen = GetDC(control);

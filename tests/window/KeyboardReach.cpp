@@ -1,23 +1,12 @@
 #include "KeyboardReach.h"
 
+#include "WindowText.h"
 #include "platform/Text.h"
 
 #include <algorithm>
 #include <map>
 
 namespace {
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    return name;
-}
-
-std::wstring TextOf(HWND window) {
-    wchar_t text[512] = {};
-    GetWindowTextW(window, text, 512);
-    return text;
-}
 
 bool HasStyle(HWND window, LONG_PTR style) {
     return (GetWindowLongPtrW(window, GWL_STYLE) & style) != 0;

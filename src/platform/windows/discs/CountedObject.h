@@ -36,3 +36,25 @@ class CountedObject : public Interface {
   private:
     std::atomic<ULONG> references_{1};
 };
+
+/// The same for an automation interface that is reached through its table only.
+template<class Interface>
+class CountedDispatch : public CountedObject<Interface> {
+  public:
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (!count) return E_POINTER;
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_NOTIMPL;
+    }
+
+  protected:
+    void* Other(REFIID id) override {
+        return id == InterfaceId<IDispatch> ? static_cast<IDispatch*>(this) : OtherThanDispatch(id);
+    }
+    virtual void* OtherThanDispatch(REFIID) { return nullptr; }
+};

@@ -8,15 +8,8 @@
 /// Receives the one event of an event interface. Image mastering delivers it through IDispatch::Invoke; the real method
 /// behind IDispatch is there for a source that calls it.
 template<class EventInterface, std::size_t ArgumentCount>
-class DiscSinkBase : public CountedObject<EventInterface> {
+class DiscSinkBase : public CountedDispatch<EventInterface> {
   public:
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
                                      UINT*) override {
         constexpr DISPID updateId = 0x200;
@@ -40,9 +33,6 @@ class DiscSinkBase : public CountedObject<EventInterface> {
         VariantInit(&number);
         return SUCCEEDED(VariantChangeType(&number, &argument, 0, VT_I4)) ? number.lVal : 0;
     }
-
-  private:
-    void* Other(REFIID id) override { return id == InterfaceId<IDispatch> ? static_cast<IDispatch*>(this) : nullptr; }
 };
 
 /// Told of each step of a write: the writer and what it says of the step, either may be null.
