@@ -10,7 +10,7 @@ FRAME_PIXELS = 3
 SIZING_FRAME_PIXELS = 8
 
 # Scale of the screen in percent to its size.
-SCREENS = {100: (1366, 768), 125: (1366, 768), 150: (1920, 1080), 175: (1920, 1080)}
+SCREENS = {100: (1366, 768), 125: (1366, 768), 150: (1920, 1080), 175: (1920, 1080), 200: (1920, 1080)}
 
 
 def outer_size(window, scale):
@@ -28,7 +28,7 @@ def room(scale):
 
 
 def fits(outer, scale):
-    return scale not in SCREENS or all(size <= limit for size, limit in zip(outer, room(scale)))
+    return all(size <= limit for size, limit in zip(outer, room(scale)))
 
 
 def size_table(sizes):
@@ -36,8 +36,7 @@ def size_table(sizes):
     scales = sorted({scale for found in sizes.values() for scale in found})
     lines = ["outer sizes in pixels with the frame of Windows 10 and 11; * does not fit its screen",
              "window".ljust(24) + "".join(f"{scale} %".rjust(14) for scale in scales),
-             "room".ljust(24) + "".join(("{}x{}".format(*room(scale)) if scale in SCREENS else "-").rjust(14)
-                                        for scale in scales)]
+             "room".ljust(24) + "".join("{}x{}".format(*room(scale)).rjust(14) for scale in scales)]
     for name, found in sizes.items():
         cells = []
         for scale in scales:

@@ -28,9 +28,9 @@ constexpr const wchar_t* AllUnitTests = L"-EventLogContract/1.*";
 constexpr const wchar_t* AllWindowTests = L"-ShownContents.*";
 constexpr const wchar_t* FewUnitTests =
     L"FilesContract/1.*:OperatingSystemContract/1.*:EnvironmentContract/1.*:LocaleContract/1.*:"
-    L"SettingsFilesContract/1.*:UserAccountContract/1.*:ClockContract/1.*:PowerContract/1.*:DrivesContract/1.*:"
+    L"SettingsFilesContract/1.*:UserAccountContract/1.*:ClockContract/1.*:DrivesContract/1.*:"
     L"ProcessesContract/1.*:UsbDevicesContract/1.*:HeldFiles.*";
-constexpr const wchar_t* FewWindowTests = L"ScanControl*:StringResource*:ProgressBar*:MessageBox*";
+constexpr const wchar_t* FewWindowTests = L"ScanControl*:StringResource*:ProgressBar*:MessageBox*:WindowsPower.*";
 
 struct Options {
     wchar_t letter = L'\0';

@@ -10,7 +10,7 @@ struct Screen {
 };
 
 constexpr std::array Screens = {Screen{100, {1366, 768}}, Screen{125, {1366, 768}}, Screen{150, {1920, 1080}},
-                                Screen{175, {1920, 1080}}};
+                                Screen{175, {1920, 1080}}, Screen{200, {1920, 1080}}};
 constexpr int TaskBarPixels = 48;
 
 // Of Windows 10 and 11 at 96 dots an inch. Its caption and menu grow with the screen, and so does a frame to resize by.
@@ -46,9 +46,10 @@ std::string TooLargeForScreen(HWND form) {
     const int scalePercent = ScalePercentOf(form);
     const SIZE outer = OuterSize(form, scalePercent);
     for (const Screen& screen : Screens) {
+        if (screen.scalePercent != scalePercent) continue;
         const SIZE room{screen.size.cx, screen.size.cy - TaskBarPixels};
-        if (screen.scalePercent == scalePercent && (outer.cx > room.cx || outer.cy > room.cy))
-            return "takes " + Text(outer) + " of " + Text(room);
+        const bool fits = outer.cx <= room.cx && outer.cy <= room.cy;
+        return fits ? std::string() : "takes " + Text(outer) + " of " + Text(room);
     }
-    return {};
+    return "no screen is known at " + std::to_string(scalePercent) + " %";
 }

@@ -5,5 +5,5 @@
 #include <string>
 
 /// Empty when a form with the frame that Windows draws around it fits the screen that agents have at the scale of this
-/// one, above a taskbar; else what it takes and what there is, in pixels. No screen is known for some scales.
+/// one, above a taskbar; else what it takes and what there is, in pixels.
 std::string TooLargeForScreen(HWND form);
