@@ -2,7 +2,6 @@
 
 import errno
 import random
-import resource
 import time
 
 from fault import DONE, FAILED, KILLED, NEW, OLD, Expect, fault
@@ -109,8 +108,7 @@ disk("archiver-claims-a-failure", Expect(outcomes=(DONE,), medium=(NEW,)),
 
 def end_hanging_archiver(scene):
     """The user ends it in the task manager; the next ones work."""
-    scene.wait_for(lambda: scene.station.processes("7za"), "the archiver")
-    time.sleep(2)
+    scene.wait_for(scene.is_archiver_met, "the archiver that hangs")
     scene.give_archiver_back_later()
     scene.kill_archiver()
 
@@ -119,15 +117,20 @@ disk("archiver-hangs-until-it-is-ended", Expect(told=(FAILED_BACKUP,)),
      when_chosen=change_archiver("hang"), when_running=end_hanging_archiver)
 
 
-def kill_archiver_after(scene, seconds):
-    time.sleep(seconds)
-    if not scene.succeeded() and scene.station.processes("7za"):
-        scene.kill_archiver()
+def kill_archiver_in_run(scene, number):
+    met = set()
+
+    def has_come():
+        met.update(scene.station.processes("7za"))
+        return len(met) >= number
+
+    scene.wait_for(has_come, f"run {number} of the archiver")
+    scene.kill_archiver()
 
 
-for moment in (0, 150, 300, 600):
-    disk(f"archiver-killed-after-{moment}-ms", UNNOTICED,
-         when_running=lambda scene, moment=moment: kill_archiver_after(scene, moment / 1000))
+for number in (1, 2, 3):
+    disk(f"archiver-killed-in-run-{number}", UNNOTICED,
+         when_running=lambda scene, number=number: kill_archiver_in_run(scene, number))
 
 
 def kill_after(scene, seconds):
@@ -149,7 +152,7 @@ disk("program-killed-when-the-list-comes", Expect(outcomes=(KILLED,)), holds=f"w
 disk("clock-set-back-during-the-run", Expect(outcomes=(DONE,), medium=(NEW,)),
      when_running=lambda scene: scene.rule("clock -86400"))
 disk("few-handles", Expect(outcomes=(FAILED, DONE), medium=(OLD, NEW)),
-     when_chosen=lambda scene: scene.limit(resource.RLIMIT_NOFILE, 24))
+     when_chosen=lambda scene: scene.limit_files(2))
 
 
 def change_list_in_temp(scene):
@@ -197,9 +200,11 @@ def hold_work_folder(scene):
 
 def log_off(scene, title="Prise de copie", needs_archiver=True):
     """Windows asks every window whether the session may end, and is told to wait."""
-    scene.wait_for(lambda: scene.program.find_window("frmMotPasse") is None, "the end of the password dialog")
     if needs_archiver:
-        scene.wait_for(lambda: scene.station.processes("7za"), "the archiver")
+        # While it runs, the windows answer nobody.
+        scene.wait_for(scene.is_archiver_met, "the archiver")
+    else:
+        scene.wait_for(lambda: scene.program.find_window("frmMotPasse") is None, "the end of the password dialog")
     answers = {window.title: scene.program.driver.call("send", window.handle, WM_QUERYENDSESSION, 0, 0)[0][0]
                for window in scene.program.windows() if window.title}
     if not any(title in name and answer == "0" for name, answer in answers.items()):

@@ -7,6 +7,9 @@ AREAS = ("disk", "disc", "restore", "selection", "start", "end")
 OLD, NEW, NOTHING = "old pair whole", "new pair whole", "nothing"
 # How the user's action ended.
 DONE, REFUSED, FAILED, ENDED, KILLED = "done", "refused", "failed", "program ended", "program killed"
+STOPPED = "stopped by the person"
+# A list without a row, which is all that a medium with an empty list of items says.
+EMPTY_LIST = "in the list: nothing"
 
 
 def nothing(_scene):
@@ -25,7 +28,9 @@ class Expect:
     """One of these is on the medium after the next start."""
     unnoticed: bool = False
     """The program may call good what is not whole; then the check of the medium must find it. For a restore: files may be
-    missing or cut though the restore is called finished."""
+    missing or cut though the restore is called finished. Something has to be wrong then, or the fault tried nothing."""
+    passed_over: tuple = ()
+    """Files that the comparison cannot open in their places, and says nothing of."""
 
 
 @dataclass(frozen=True)

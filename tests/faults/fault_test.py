@@ -9,7 +9,7 @@ import time
 from pathlib import Path
 
 from burner import Burner, install_image_mastering
-from fault import DONE, KILLED, NEW, NOTHING, Expect, Fault
+from fault import DONE, EMPTY_LIST, KILLED, NEW, NOTHING, Expect, Fault
 from invariants import breaches
 from scene import FaultScene, Seen
 
@@ -97,7 +97,8 @@ class FaultTest(FaultScene):
         """What the list says instead of items is told as well."""
         restore = self.program.exit_code() is None and self.program.find_window("frmRestaureCD", enabled=True)
         if restore and not restore.control("cmdLancerRestauration").enabled:
-            self.seen.told += [f"in the list: {row.texts[0]}" for row in restore.rows("lvFichiersRepertoires")[:1]]
+            rows = restore.rows("lvFichiersRepertoires")
+            self.seen.told.append(f"in the list: {rows[0].texts[0]}" if rows else EMPTY_LIST)
 
     # A medium to restore from
 
@@ -173,6 +174,8 @@ class FaultTest(FaultScene):
         self.seen.medium = self.what_is_on(self.expected_on_medium)
         if self.seen.medium != NOTHING:
             self.seen.checked = VERDICTS.get(self.check_medium(), "failed")
+        if self.seen.wrong and self.seen.checked == "good":
+            self.seen.compared = self.differences_found()
 
     def leave_quietly(self):
         seen, self.seen = self.seen, Seen()

@@ -1,14 +1,16 @@
 """What holds whatever goes wrong. Each invariant gives a line for what breaks it, or nothing; docs/guarantees.md says them
 in the words of a promise."""
 
-from fault import DONE, KILLED, NEW, NOTHING, OLD
+from fault import DONE, EMPTY_LIST, KILLED, NEW, NOTHING, OLD, STOPPED
 
 STILL_GOING = "no answer"
 
 
 def is_left_to_the_check(fault, seen):
-    """What the program cannot notice: the check calls such a disk faulty; of a disc's image it is not asked here."""
-    return fault.expect.unnoticed and (seen.checked == "faulty" or fault.area == "disc")
+    """What the program cannot notice: the check calls such a disk faulty, or the comparison names each file; of a disc's image
+    they are not asked here."""
+    is_named = bool(seen.wrong) and all(name.rsplit("/", 1)[-1] in seen.compared for name in seen.wrong)
+    return fault.expect.unnoticed and (seen.checked == "faulty" or is_named or fault.area == "disc")
 
 
 def the_medium_holds_one_pair(fault, seen):
@@ -31,7 +33,8 @@ def good_is_said_of_good_media_only(fault, seen):
 
 def no_failure_is_silent(fault, seen):
     """A person who is told nothing has what they asked for, or ended it themselves."""
-    if seen.told or seen.outcome == KILLED or fault.act is not None or seen.medium == NEW:
+    told = [text for text in seen.told if text != EMPTY_LIST or EMPTY_LIST in fault.expect.told]
+    if told or seen.outcome in (KILLED, STOPPED) or fault.act is not None or seen.medium == NEW:
         return None
     return f"{seen.outcome}, and nothing was told"
 
@@ -53,7 +56,7 @@ def what_goes_unnoticed_is_found_by_the_check(fault, seen):
         return "the check calls a damaged medium good"
     # A file that is missing in its place is no finding of the comparison: nothing of this computer lacks a backup then.
     unsaid = [name for name, state in seen.files.items() if seen.compared and state.startswith(("untouched", "other"))
-              and name.rsplit("/", 1)[-1] not in seen.compared]
+              and name not in fault.expect.passed_over and name.rsplit("/", 1)[-1] not in seen.compared]
     return f"the comparison says nothing of {unsaid}" if unsaid and not seen.is_medium_damaged else None
 
 
@@ -81,6 +84,18 @@ def the_next_restore_is_good(_fault, seen):
     return None if seen.next_restore == "good" else f"next restore: {seen.next_restore}"
 
 
+def the_fault_happened(_fault, seen):
+    return f"never met: {seen.unmet}" if seen.unmet else None
+
+
+def what_may_go_unnoticed_is_wrong(fault, seen):
+    """A run in which all is well has not tried what the program may overlook."""
+    if not fault.expect.unnoticed or seen.outcome != DONE:
+        return None
+    is_well = set(seen.files.values()) == {"back"} and seen.checked == "good" if fault.area == "restore" else seen.medium == NEW
+    return "nothing went wrong" if is_well else None
+
+
 def it_is_as_declared(fault, seen):
     """The fault's own expectation."""
     problems = []
@@ -94,8 +109,8 @@ def it_is_as_declared(fault, seen):
 
 INVARIANTS = (the_medium_holds_one_pair, good_is_said_of_good_media_only, no_failure_is_silent, what_is_restored_is_whole,
               what_goes_unnoticed_is_found_by_the_check, a_restore_leaves_the_medium_alone, nothing_outside_is_touched,
-              the_program_answers_and_ends,
-              the_next_backup_is_good, the_next_restore_is_good, it_is_as_declared)
+              the_program_answers_and_ends, the_next_backup_is_good, the_next_restore_is_good,
+              the_fault_happened, what_may_go_unnoticed_is_wrong, it_is_as_declared)
 
 
 def breaches(fault, seen):

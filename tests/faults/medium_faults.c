@@ -4,7 +4,7 @@
  *
  * A rule is "read|write ERROR DELAY_MS AFTER_BYTES PART-OF-PATH": from the byte on, calls on such a file take the delay
  * first and then fail with the error (0: go on). With the error -1 a call waits until the rule changes. The rule
- * "clock SECONDS" adds seconds to the clock of the day. */
+ * "clock SECONDS" adds seconds to the clock of the day, and a look at it is a call that meets the rule. */
 #define _GNU_SOURCE
 #include <errno.h>
 #include <fcntl.h>
@@ -60,7 +60,9 @@ static int Meet(const char* operation, int file, long long end) {
 
 static long ClockShift(void) {
     long seconds = 0;
-    return page != NULL && sscanf(page, "clock %ld", &seconds) == 1 ? seconds : 0;
+    if (page == NULL || sscanf(page, "clock %ld", &seconds) != 1) return 0;
+    __atomic_add_fetch((long*)(page + HitsAt), 1, __ATOMIC_SEQ_CST);
+    return seconds;
 }
 
 #define FAIL_OR(call)                                                                                                  \

@@ -12,6 +12,7 @@ from workstation import BINARIES
 HITS_AT = 2048
 # The second one does the work of a faulty one.
 ARCHIVERS = ("7za", "7za.real")
+ARCHIVER_MARK = "7Za.met"
 
 
 class Mischief:
@@ -22,12 +23,18 @@ class Mischief:
 
     def rule(self, text=""):
         """Puts a rule of the preloaded library in force; without one, none is. Gives nothing."""
+        self._note_rule_unmet()
         data = (text or "-").encode()
         # The first byte comes last: until then no rule is read.
         self.plan[0:1] = b"-"
         self.plan[1:HITS_AT] = data[1:] + bytes(HITS_AT - len(data))
         self.plan[HITS_AT:HITS_AT + 8] = bytes(8)
         self.plan[0:1] = data[:1]
+
+    def _note_rule_unmet(self):
+        rule = self.plan[:HITS_AT].rstrip(b"\0").decode()
+        if rule != "-" and not self.hits():
+            self.seen.unmet.append(rule)
 
     def hits(self):
         """How many calls have met the rule."""
@@ -46,9 +53,10 @@ class Mischief:
         """Fills a small file system so far that a file of so many bytes still fits, in whole pages."""
         filler = folder / "remplissage.bin"
         room = os.statvfs(folder).f_bavail * os.statvfs(folder).f_frsize
-        if room > free_bytes:
-            with open(filler, "wb") as file:
-                os.posix_fallocate(file.fileno(), 0, room - free_bytes)
+        if room <= free_bytes:
+            raise NotSeen(f"{folder} has {room} bytes free, too few to fill it")
+        with open(filler, "wb") as file:
+            os.posix_fallocate(file.fileno(), 0, room - free_bytes)
         self.fillers = [*getattr(self, "fillers", []), filler]
 
     def pull_out(self):
@@ -79,8 +87,14 @@ class Mischief:
             shutil.copy2(BINARIES / "faulty_archiver.exe", folder / "7Za.exe")
         (folder / "7Za.fault").write_text(f"{word} {number}\n", encoding="ascii")
 
+    def is_archiver_met(self):
+        return (self.program_folder() / ARCHIVER_MARK).exists()
+
     def give_archiver_back(self):
         folder = self.program_folder()
+        if (folder / "7Za.real.exe").exists() and not self.is_archiver_met():
+            self.seen.unmet.append("the faulty archiver")
+        (folder / ARCHIVER_MARK).unlink(missing_ok=True)
         for name in ("7Za.fault", "7Za.exe") if (folder / "7Za.real.exe").exists() else ():
             (folder / name).unlink(missing_ok=True)
         shutil.copy2(BINARIES / "7Za.exe", folder / "7Za.exe")
@@ -92,20 +106,24 @@ class Mischief:
 
     def kill_archiver(self, seconds=20):
         """Ends the archiver as soon as one runs."""
-        self.wait_for(lambda: self.station.processes(*ARCHIVERS), "an archiver", seconds)
-        for process in self.station.processes(*ARCHIVERS):
-            _kill(process)
+        self.wait_for(lambda: any([_kill(process) for process in self.station.processes(*ARCHIVERS)]), "an archiver", seconds)
 
     def kill_program(self):
         """The program and its archiver end at once, as in a power cut."""
+        if not any([_kill(process) for process in self.station.processes("backup")]):
+            raise NotSeen("the program, to end it")
         self.was_killed = True
-        for process in self.station.processes("backup", *ARCHIVERS):
+        for process in self.station.processes(*ARCHIVERS):
             _kill(process)
 
-    def limit(self, kind, number):
-        """Sets a limit of the running program, of the kinds of the module resource."""
-        for process in self.station.processes("backup"):
-            resource.prlimit(process, kind, (number, number))
+    def limit_files(self, free):
+        """The running program can open so many files and pipes more than it has."""
+        processes = self.station.processes("backup")
+        if not processes:
+            raise NotSeen("the program, to limit it")
+        for process in processes:
+            most = max(int(number) for number in os.listdir(f"/proc/{process}/fd")) + 1 + free
+            resource.prlimit(process, resource.RLIMIT_NOFILE, (most, most))
 
     def wait_for(self, condition, description, seconds=60):
         deadline = time.monotonic() + seconds
@@ -117,7 +135,9 @@ class Mischief:
 
 
 def _kill(process):
+    """Whether the process still ran."""
     try:
         os.kill(process, signal.SIGKILL)
     except ProcessLookupError:
-        pass
+        return False
+    return True

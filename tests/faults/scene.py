@@ -42,6 +42,8 @@ class Seen:
     stray: list = field(default_factory=list)
     is_medium_damaged: bool = False
     compared: str = ""
+    unmet: list = field(default_factory=list)
+    wrong: list = field(default_factory=list)
 
 
 def build_preloaded():
@@ -140,6 +142,7 @@ class FaultScene(Mischief, Person, SystemTest):
         if sorted(found) != [ARCHIVE_NAME, LIST_NAME]:
             return f"mixture {sorted(found)}"
         wrong = self.unlike(expected or self.documents)
+        self.seen.wrong = wrong
         return NEW if not wrong else f"other than what was chosen: {wrong}"
 
     def unlike(self, expected, root=None):

@@ -169,4 +169,4 @@ def add_unwritable_name(scene):
 selection("file-with-letters-that-the-list-lacks", Expect(outcomes=(DONE,), medium=(NEW,)), when_open=add_unwritable_name,
           heal=lambda scene: document(scene, "Łukasz 日本.txt").unlink())
 selection("archiver-late-while-files-vanish", NOT_BACKED_UP, when_chosen=change_archiver("late", 1500),
-          when_running=lambda scene: (time.sleep(0.5), remove_folder(scene)))
+          when_running=lambda scene: (scene.wait_for(scene.is_archiver_met, "the archiver"), remove_folder(scene)))

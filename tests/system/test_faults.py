@@ -1,4 +1,4 @@
-"""The short form of the fault bench: a few cheap faults of each kind. tests/faults/run runs all of them."""
+"""The short form of the fault bench: a few cheap faults. tests/faults/run runs all of them."""
 
 import sys
 from pathlib import Path

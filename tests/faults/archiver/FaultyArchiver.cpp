@@ -1,5 +1,5 @@
 // Stands in the archiver's place and behaves as the word in 7Za.fault beside it says; the real archiver is
-// 7Za.real.exe.
+// 7Za.real.exe. That it did so is left behind as 7Za.met.
 #include <windows.h>
 
 #include <fstream>
@@ -45,6 +45,7 @@ int wmain() {
     std::string word;
     DWORD number = 0;
     fault >> word >> number;
+    if (word != "work") std::ofstream((folder + L"7Za.met").c_str());
     if (word == "fail") return static_cast<int>(number);
     if (word == "hang") Sleep(INFINITE);
     if (word == "crash") TerminateProcess(GetCurrentProcess(), 0xC0000005);
