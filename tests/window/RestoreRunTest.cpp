@@ -2,8 +2,10 @@
 #include "core/StartUpValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
+#include "support/FakeMessageLoop.h"
 
 #include <new>
+#include <vector>
 
 namespace {
 
@@ -48,6 +50,24 @@ TEST_F(RestoreWindow, TickedItemsAreRestoredInOrderAndTheProgramEnds) {
     EXPECT_FALSE(machine.files.FolderExists(WorkFolder));
     EXPECT_EQ(machine.power.awakeHoldsTaken, 1);
     EXPECT_EQ(machine.power.awakeHolds, 0);
+}
+
+// Windows may ask while the archive is opened; its question is met by the first messages that run.
+TEST_F(RestoreWindow, TheSessionIsHeldFromTheFirstMessageToTheLastRow) {
+    AddTwoItems();
+    OpenFirstDrive();
+    dialogs.passwords = {L"Abcdefg1"};
+    FakeMessageLoop asking;
+    std::vector<LRESULT> answers;
+    asking.handler = [&] {
+        if (!machine.processes.commandLines.empty())
+            answers.push_back(SendMessageW(form.Handle(), WM_QUERYENDSESSION, 0, 0));
+    };
+    machine.app.machine.messageLoop = asking;
+    Click(IDC_cmdLancerRestauration);
+    machine.app.machine.messageLoop = messages;
+    EXPECT_EQ(answers, (std::vector<LRESULT>{FALSE, FALSE, FALSE}));
+    EXPECT_EQ(machine.messageBoxes.shown.size(), 1u);
 }
 
 TEST_F(RestoreWindow, UntickedRowIsLeftAlone) {

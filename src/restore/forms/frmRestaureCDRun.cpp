@@ -68,11 +68,12 @@ bool frmRestaureCD::OpenArchive(const InsertedMedium::Print& medium) {
 
 void frmRestaureCD::Restore() {
     isRestoring_ = true;
-    hook_.Remove();
-    refresh_.Cancel();
-    BloquerBoutons(false);
     {
+        // Before any message runs: Windows may have asked while the archive was opened.
         const ui::SessionEndHold hold(*this, Text(TextId::RestoreRuns));
+        hook_.Remove();
+        refresh_.Cancel();
+        BloquerBoutons(false);
         for (int row = 0; row < rows_.Count(); ++row)
             if (rows_.At(row).isTicked && rows_.At(row).record.couldBeWritten) CopierFichRepert(row);
     }
