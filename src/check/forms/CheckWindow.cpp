@@ -42,7 +42,7 @@ constexpr std::array<ColumnHead, CheckColumns> ColumnHeads = {{
     {TextId::TypeHeader, 1000, false},
     {TextId::CheckFilesHeader, 900, true},
     {TextId::CheckSizeHeader, 1100, true},
-    {TextId::CheckResultHeader, 2000, false},
+    {TextId::CheckResultHeader, 2400, false},
 }};
 
 // A burst of device messages is over within this time.

@@ -5,6 +5,8 @@
 #include "core/LanguageValues.h"
 #include "resources/TextId.h"
 
+#include <commctrl.h>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -66,6 +68,24 @@ TEST_F(CheckWindowShown, ColumnsAndTheirRowsAreShown) {
     Check();
     EXPECT_EQ(List().Row(1), L"2|C:\\Docs|Répertoire|1|2,9 Ko|Intact");
     EXPECT_THAT(List().Tip(1), testing::HasSubstr(L"Intact (1 fichier(s), 3000 octet(s))"));
+}
+
+TEST_F(CheckWindowShown, EveryResultFitsItsColumnInBothLanguages) {
+    constexpr LRESULT CellMargins = 12;
+    for (const int language : {0, 10000}) {
+        machine.app.language->lngLangue = language;
+        Open();
+        const HWND list = GetDlgItem(Window(), IDC_Items);
+        const LRESULT room = SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(CheckColumn::Result), 0);
+        for (auto id = static_cast<int>(TextId::CheckShortWhole); id <= static_cast<int>(TextId::CheckShortRemarks);
+             ++id) {
+            const std::wstring text = machine.app.Text(static_cast<TextId>(id));
+            const LRESULT width = SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str()));
+            EXPECT_GT(width, 0);
+            EXPECT_LE(width + CellMargins, room) << text;
+        }
+        form->Unload();
+    }
 }
 
 TEST_F(CheckWindowShown, AHeaderOrdersTheRowsAndTheSelectionGoesWithItsItem) {
