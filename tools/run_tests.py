@@ -2,6 +2,7 @@
 
 import json
 import multiprocessing
+import os
 import re
 import shutil
 import signal
@@ -11,8 +12,10 @@ import time
 import unittest
 from concurrent.futures import ProcessPoolExecutor, ThreadPoolExecutor
 from functools import partial
+from itertools import repeat
 from pathlib import Path
 
+import surroundings
 import workstation
 from lint import lint_tests
 from test_choice import choices, google_filter, matches, window_programs
@@ -109,39 +112,43 @@ def flatten(suite):
             yield entry
 
 
-def run_python_test(folder, identity):
+def run_python_test(folder, identity, round_name):
     """Runs one test in this process; a failure's or a skip's text comes back with the kind of outcome."""
+    os.environ[surroundings.VARIABLE] = round_name
     if str(folder) not in sys.path:
         sys.path.insert(0, str(folder))
     result = unittest.TestResult()
     begun = time.monotonic()
-    unittest.defaultTestLoader.loadTestsFromName(identity).run(result)
+    tests = unittest.defaultTestLoader.loadTestsFromName(identity)
+    around = next((str(surroundings.chosen(type(test))) for test in flatten(tests) if hasattr(test, "keeps")), "")
+    tests.run(result)
     seconds = time.monotonic() - begun
     problems = [text for _, text in result.failures + result.errors]
     problems += [f"{test} passed although it was expected to fail" for test in result.unexpectedSuccesses]
     if problems:
+        problems += [f"Surroundings: {around}"] if around else []
         return identity, seconds, "failed", "\n".join(problems)
     if result.skipped:
         return identity, seconds, "skipped", "; ".join(reason for _, reason in result.skipped)
     return identity, seconds, "passed" if result.testsRun else "failed", "" if result.testsRun else "did not run"
 
 
-def python_tests(name, folder, filters=()):
-    report = Report(name)
+def python_tests(name, folder, filters=(), round_name=""):
+    report = Report(f"{name}, {round_name}" if round_name else name)
     sys.path.insert(0, str(folder))
     suite = unittest.defaultTestLoader.discover(str(folder), pattern="test_*.py", top_level_dir=str(folder))
     identities, took = [], []
     for test in flatten(suite):
         if type(test).__name__ == "_FailedTest":
             report.count("failed", f"{test.id()} cannot be loaded", str(getattr(test, "_exception", "")))
-        elif matches(test.id(), filters):
+        elif matches(test.id(), filters) and (not round_name or hasattr(test, "keeps")):
             identities.append(test.id())
     with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
-        for identity, seconds, outcome, text in pool.map(run_python_test, [folder] * len(identities), identities):
+        for identity, seconds, outcome, text in pool.map(run_python_test, repeat(folder), identities, repeat(round_name)):
             report.count(outcome, identity, text)
             took.append((seconds, identity))
     lines = [f"{seconds:7.1f} s  {identity}\n" for seconds, identity in sorted(took, reverse=True)]
-    (LOGS / f"{name}-times.txt").write_text("".join(lines), encoding="utf-8")
+    (LOGS / f"{report.name.replace(', ', '-')}-times.txt").write_text("".join(lines), encoding="utf-8")
     return report.close()
 
 
@@ -201,7 +208,8 @@ def parts(choice):
                                              with_display=True, scale=scale) for scale in SCALES]
         return [part for program, part in programs.items() if program in window_programs(filters)] + scaled
     if choice.layer == "system":
-        return [partial(python_tests, "system", PROJECT / "tests" / "system", filters)]
+        return [partial(python_tests, "system", PROJECT / "tests" / "system", filters, name)
+                for name in surroundings.rounds()]
     return [partial(fuzz_tests if choice.layer == "fuzz" else lint_tests, choice)]
 
 

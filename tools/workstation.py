@@ -11,7 +11,10 @@ import shutil
 import subprocess
 import tempfile
 import time
+from dataclasses import replace
 from pathlib import Path
+
+from surroundings import UNIX_LOCALES, Surroundings
 
 PROJECT = Path(__file__).resolve().parent.parent
 BUILD = PROJECT / "build"
@@ -24,7 +27,6 @@ FONTS = Path("/usr/share/wine/fonts")
 ACCOUNT = "agent"
 INSTALL_FOLDER = r"C:\Valcoreaux\Backup"
 HELP_DOCUMENTS = ("Copie de Sauvegarde.pdf", "Backup.pdf")
-LANGUAGES = {"fr": "fr_FR.UTF-8", "en": "en_US.UTF-8"}
 DRIVE_KINDS = {"removable": "floppy", "fixed": "hd", "cdrom": "cdrom", "network": "network"}
 
 
@@ -78,13 +80,13 @@ def _base_environment(prefix):
 
 def _make_locales():
     """Locales under which Wine reports the language and still maps file names with accents."""
-    if LOCALES.is_dir():
-        return
-    scratch = LOCALES.with_name(f"locale.{os.getpid()}")
-    scratch.mkdir(parents=True)
-    for locale in LANGUAGES.values():
-        subprocess.run(["localedef", "-i", locale.split(".")[0], "-f", "UTF-8", str(scratch / locale)], check=True)
-    _publish(scratch, LOCALES)
+    for locale in UNIX_LOCALES:
+        if (LOCALES / locale).is_dir():
+            continue
+        LOCALES.mkdir(parents=True, exist_ok=True)
+        scratch = LOCALES.with_name(f"locale.{locale}.{os.getpid()}")
+        subprocess.run(["localedef", "-i", locale.split(".")[0], "-f", "UTF-8", str(scratch)], check=True)
+        _publish(scratch, LOCALES / locale)
 
 
 def _publish(scratch, finished):
@@ -207,7 +209,7 @@ class Workstation:
     """One workstation, from its folder on the disk to its running Wine server."""
 
     def __init__(self, folder, language="fr", display=None, program_folder=INSTALL_FOLDER, scale_percent=100,
-                 keep=False, has_program=True):
+                 keep=False, has_program=True, surroundings=None):
         """Lays out a workstation in a folder that does not exist yet, or takes up the one that is kept there. The display
         is borrowed."""
         prepare()
@@ -219,7 +221,7 @@ class Workstation:
             _copy_template(self.prefix)
         atexit.register(self.stop)
         self.environment = _base_environment(self.prefix)
-        self.set_user_language(language)
+        self.surround(surroundings or Surroundings(language))
         if display:
             self.environment["DISPLAY"] = display if isinstance(display, str) else display.name
         self.profile = self.path(rf"C:\users\{ACCOUNT}")
@@ -259,14 +261,24 @@ class Workstation:
         drive, *pieces = Path(path).relative_to(self.prefix).parts
         return f"{drive[-1].upper()}:\\" + "\\".join(pieces)
 
+    def surround(self, surroundings):
+        """What Windows says of itself. Before the start."""
+        self.surroundings = surroundings
+        self.environment.pop("LC_ALL", None)
+        self.environment.update(surroundings.environment())
+        if surroundings.international():
+            self.set_registry("user.reg", r"Control Panel\International", *surroundings.international())
+        if surroundings.version:
+            self.set_windows_version(surroundings.version)
+
     def set_user_language(self, language):
-        self.environment["LC_ALL"] = LANGUAGES.get(language, language)
+        self.surround(replace(self.surroundings, language=language))
 
     def set_settings_language(self, value):
         """Writes the language number into the sibling application's settings file."""
         folder = self.path(self.program_folder).parent / "Accueil"
         folder.mkdir(exist_ok=True)
-        (folder / "accueil.ini").write_bytes(f"[ACCUEIL-DEFAULTS]\r\nLang={value}\r\n".encode("cp1252"))
+        (folder / "accueil.ini").write_bytes(f"[ACCUEIL-DEFAULTS]\r\nLang={value}\r\n".encode(self.surroundings.encoding))
 
     def set_windows_version(self, name):
         """The reported version: winxp64, win7, win10 and so on."""

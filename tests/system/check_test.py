@@ -13,6 +13,7 @@ from pathlib import Path
 
 from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SEVEN_ZIP, run_check
 
+from surroundings import Surroundings, chosen
 from workstation import BINARIES, Workstation
 
 CRC_TABLE = []
@@ -72,10 +73,14 @@ def protected_zip(entries, password):
 class CheckTest(unittest.TestCase):
     """One workstation for a class; the program lies alone in a folder."""
 
+    own_surroundings = Surroundings("en")
+    keeps = {"language": "its words are English"}
+
     @classmethod
     def setUpClass(cls):
         cls.folder = Path(tempfile.mkdtemp(prefix="check-"))
-        cls.station = Workstation(cls.folder / "station", language="en")
+        cls.surroundings = chosen(cls)
+        cls.station = Workstation(cls.folder / "station", surroundings=cls.surroundings)
         target = cls.station.path(r"C:\Check")
         target.mkdir()
         shutil.copy2(BINARIES / "BackupCheck.exe", target)
@@ -111,8 +116,9 @@ class CheckTest(unittest.TestCase):
         root = self.target / "Target"
         return {str(path.relative_to(root)): path.read_bytes() for path in root.rglob("*") if path.is_file()}
 
-    def write_list(self, *rows, encoding="cp1252"):
-        (self.medium / LIST_NAME).write_bytes("".join(row + "\r\n" for row in rows).encode(encoding))
+    def write_list(self, *rows, encoding=None):
+        text = "".join(row + "\r\n" for row in rows)
+        (self.medium / LIST_NAME).write_bytes(text.encode(encoding or self.surroundings.encoding))
 
     def write_archive(self, *inner, password=PASSWORD, names=None):
         """The outer archive, as the archiver makes it item by item."""

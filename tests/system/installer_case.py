@@ -27,6 +27,8 @@ def registry_stamp(path):
 
 
 class InstallerCase(SystemTest):
+    keeps = {"language": "what it installs is named in French"}
+
     def setUp(self):
         for tool in ("makensis", "weasyprint"):
             if not shutil.which(tool):

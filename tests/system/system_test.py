@@ -13,11 +13,15 @@ PROJECT = Path(__file__).resolve().parent.parent.parent
 sys.path.insert(0, str(PROJECT / "tools"))
 
 from program import IDOK, Program  # noqa: E402
+from surroundings import Surroundings, chosen  # noqa: E402
+from texts import translated  # noqa: E402
 from workstation import BUILD, CannotHave, Display, Workstation  # noqa: E402
 
 PASSWORD = "Valcoreaux1"
 LIST_NAME = "_listFich.lst"
 ARCHIVE_NAME = "OKRBACKUP.ZIP"
+FAILED_COPY = ("La copie de sécurité a été annulée ou a rencontré des erreurs. Veuillez réessayer. Si l'erreur persiste, "
+               "veuillez contacter Ardel-Services au 1-800-555-0199")
 # The package 7zip names its program so or so, by release.
 SEVEN_ZIP = shutil.which("7zz") or "7z"
 SAME_LOOKS = 15
@@ -28,7 +32,7 @@ def run_check(station, folder, *arguments, password=PASSWORD, seconds=120):
     entry = b""
     if password is not None:
         arguments += ("/password-file", "-")
-        entry = password if isinstance(password, bytes) else password.encode("cp1252")
+        entry = password if isinstance(password, bytes) else password.encode(station.surroundings.encoding)
     return subprocess.run(station.wine_command(folder + r"\BackupCheck.exe", *arguments), env=station.environment,
                           cwd=station.prefix, input=entry, capture_output=True, timeout=seconds, check=False)
 
@@ -50,7 +54,9 @@ class ProgramEnd:
 class SystemTest(ProgramEnd, unittest.TestCase):
     """A test with a workstation of its own, laid out anew and removed afterwards."""
 
-    language = "fr"
+    own_surroundings = Surroundings()
+    # What a class keeps of these in every round, with the reason: {"language": "..."}.
+    keeps = {}
     maxDiff = None
 
     def setUp(self):
@@ -58,7 +64,8 @@ class SystemTest(ProgramEnd, unittest.TestCase):
         shutil.rmtree(folder, ignore_errors=True)
         self.display = Display()
         self.addCleanup(self.display.stop)
-        self.station = Workstation(folder, language=self.language, display=self.display)
+        self.surroundings = chosen(type(self))
+        self.station = Workstation(folder, surroundings=self.surroundings, display=self.display)
         self.addCleanup(self.station.remove)
 
     def start(self):
@@ -77,6 +84,14 @@ class SystemTest(ProgramEnd, unittest.TestCase):
 
         program.wait(is_settled, f"the same usage {SAME_LOOKS} times")
         return seen[-1]
+
+    def words(self, french):
+        """A text of the program in the language of this round."""
+        return translated(french, self.surroundings.language)
+
+    def number(self, with_point):
+        """A number as it is written here."""
+        return with_point.replace(".", self.surroundings.separator)
 
     def disk(self, letter="e", **properties):
         """A removable disk; the test is skipped where the machine refuses one of the wanted sort."""
@@ -173,7 +188,7 @@ class SystemTest(ProgramEnd, unittest.TestCase):
     # What is on the medium
 
     def list_lines(self, letter="e"):
-        return (self.station.path(f"{letter}:") / LIST_NAME).read_bytes().decode("cp1252").split("\r\n")
+        return (self.station.path(f"{letter}:") / LIST_NAME).read_bytes().decode(self.surroundings.encoding).split("\r\n")
 
     def inner_archives(self, letter="e", password=PASSWORD):
         """Name of each inner archive to the names and contents inside; a folder's content is None."""
@@ -193,7 +208,7 @@ class SystemTest(ProgramEnd, unittest.TestCase):
     def write_backup(self, lines, items, letter="e", password=PASSWORD):
         """A medium as another workstation might have written it: control-file lines, and inner archives by number."""
         root = self.station.path(f"{letter}:")
-        (root / LIST_NAME).write_bytes("".join(line + "\r\n" for line in lines).encode("cp1252"))
+        (root / LIST_NAME).write_bytes("".join(line + "\r\n" for line in lines).encode(self.surroundings.encoding))
         scratch = self.station.prefix / "scratch"
         scratch.mkdir(exist_ok=True)
         for number, files in items.items():

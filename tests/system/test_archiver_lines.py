@@ -3,7 +3,7 @@
 import unittest
 import zipfile
 
-from system_test import ARCHIVE_NAME, SystemTest
+from system_test import ARCHIVE_NAME, FAILED_COPY, SystemTest
 
 from program import IDOK
 
@@ -11,8 +11,6 @@ SPACED = "Ab1 defgh"
 FIRST_WORD = "Ab1"
 ACCENTED = "Eté12345"
 QUOTED = 'Ab1"defgh'
-FAILED_COPY = ("La copie de sécurité a été annulée ou a rencontré des erreurs. Veuillez réessayer. Si l'erreur persiste, "
-               "veuillez contacter Ardel-Services au 1-800-555-0199")
 
 
 class ArchiverLinesTest(SystemTest):
@@ -26,7 +24,7 @@ class ArchiverLinesTest(SystemTest):
         program.wait(lambda: backup.row_count("lvFichRep") == 1, "the folder's row")
         backup.press("cmdLancer")
         self.give_new_password(program)
-        self.assertEqual(program.answer(IDOK, 60).title, "Copie de sécurité terminée")
+        self.assertEqual(program.answer(IDOK, 60).title, self.words("Copie de sécurité terminée"))
         self.assertEqual(program.wait_exit(), 0)
         program.stop()
         self.assertEqual(self.inner_archives(), {"Zip0001.zip": {"Clients/": None, "Clients/a.txt": b"contenu"}})
@@ -38,12 +36,12 @@ class ArchiverLinesTest(SystemTest):
         self.disk()
         path = self.document("a.txt", b"sauvegarde")
         # The line falls apart at the space on both ways; no exit code is looked at.
-        self.assertEqual(self.back_up(path, password=SPACED).title, "Copie de sécurité terminée")
+        self.assertEqual(self.back_up(path, password=SPACED).title, self.words("Copie de sécurité terminée"))
         self.assertEqual(self.check_archive_with_7zip(FIRST_WORD), 0)
         self.assertNotEqual(self.check_archive_with_7zip(SPACED), 0)
         self.assertEqual(self.inner_archives(password=FIRST_WORD), {"Zip0001.zip": {"a.txt": b"sauvegarde"}})
         self.station.path(path).write_bytes(b"plus recent")
-        self.assertEqual(self.restore_all(password=SPACED).title, "Restauration des fichiers")
+        self.assertEqual(self.restore_all(password=SPACED).title, self.words("Restauration des fichiers"))
         self.assertEqual(self.station.path(path).read_bytes(), b"plus recent")
         self.restore_all(password=FIRST_WORD)
         self.assertEqual(self.station.path(path).read_bytes(), b"sauvegarde")
@@ -57,14 +55,14 @@ class ArchiverLinesTest(SystemTest):
         backup.press("cmdLancer")
         self.give_new_password(program, ACCENTED)
         self.assertIn("53", program.answer(IDOK, 60).text)
-        self.assertEqual(program.answer(IDOK, 60).text, FAILED_COPY)
+        self.assertEqual(program.answer(IDOK, 60).text, self.words(FAILED_COPY))
         backup.wait_enabled("cmdPrecedent")
         self.assertEqual(self.station.medium_files("e"), [])
 
     def test_a_password_with_a_quotation_mark_takes_no_item_into_the_backup(self):
         self.disk()
         path = self.document("a.txt", b"sauvegarde")
-        self.assertEqual(self.back_up(path, password=QUOTED).title, "Copie de sécurité terminée")
+        self.assertEqual(self.back_up(path, password=QUOTED).title, self.words("Copie de sécurité terminée"))
         # The mark takes the rest of the line into the password, and the archiver packs what lies in the folder where it is.
         with zipfile.ZipFile(self.station.path("e:") / ARCHIVE_NAME) as outer:
             names = outer.namelist()
@@ -80,7 +78,7 @@ class ArchiverLinesTest(SystemTest):
     def test_a_comma_in_the_first_path_of_a_list_lets_nothing_come_back(self):
         self.disk()
         paths = [self.document("Roy, Anne.txt", b"1"), self.document("b.txt", b"2")]
-        self.assertEqual(self.back_up(*paths).title, "Copie de sécurité terminée")
+        self.assertEqual(self.back_up(*paths).title, self.words("Copie de sécurité terminée"))
         self.assertEqual(self.inner_archives(),
                          {"Zip0001.zip": {"Roy, Anne.txt": b"1"}, "Zip0002.zip": {"b.txt": b"2"}})
         for path in paths:

@@ -92,6 +92,8 @@ class DamageTest(CheckTest):
 
 
 class ListTest(CheckTest):
+    keeps = CheckTest.keeps | {"code_page": "which letters a list has lost depends on it"}
+
     def test_missing_extra_and_swapped_inner_archives_are_told(self):
         self.good_medium()
         self.write_archive(self.inner[1], self.inner[0], self.inner[2], names=["Zip0001.zip", "Zip0002.zip", "Zip0007.zip"])

@@ -4,6 +4,7 @@ import unittest
 
 from burner import Burner, install_image_mastering
 from program import IDNO, IDYES, Program
+from surroundings import BY_NAME
 from system_test import SystemTest
 from workstation import HELP_DOCUMENTS, INSTALL_FOLDER, Workstation
 
@@ -15,6 +16,7 @@ FRENCH_QUESTION = ("Utilisation d'un périphérique USB pour la prise de copie",
 ENGLISH_QUESTION = ("Utilization of a USB device for your backup",
                     "A mass storage device USB (removable disk and/or external disk) has been detected.  Do you want tu "
                     "use that device to do your backup ? ")
+SUPPORT = "Veuillez contacter Ardel-Services au 1-800-555-0199 en citant la première partie de ce message."
 
 
 class DetectionTest(SystemTest):
@@ -26,7 +28,8 @@ class DetectionTest(SystemTest):
         return [name for name in MEDIA if main.control(name).enabled]
 
     def labels(self, main):
-        return [main.text(name) for name in LABELS]
+        words = {self.words(word): word for word in ("Oui", "Non")}
+        return [words[main.text(name)] for name in LABELS]
 
     def detect_again(self, main):
         """Clicks the action for a backup and waits until its detection is over: the label that it fills in last, wiped
@@ -46,6 +49,9 @@ def box_with_icon(program, icon):
 
 
 class UsbQuestionTest(DetectionTest):
+    keeps = {"language": "the question and its default differ by language, and a test asks each",
+             "version": "an older Windows asks nothing, and tests set each"}
+
     def setUp(self):
         super().setUp()
         self.disk()
@@ -151,9 +157,11 @@ class WriterTest(DetectionTest):
         return self.offered(main), self.labels(main)
 
     def test_dvd_is_not_offered_on_windows_10_without_the_settings_file(self):
+        self.station.set_windows_version("win10")
         self.assertEqual(self.offered_with_both_writers(), (["optCD"], ["Oui", "Non", "Non", "Non"]))
 
     def test_dvd_is_offered_on_windows_10_where_the_settings_file_allows_it_in_any_case(self):
+        self.station.set_windows_version("win10")
         self.allow_dvd("oui")
         self.assertEqual(self.offered_with_both_writers(), (["optCD", "optDVD"], ["Oui", "Oui", "Non", "Non"]))
 
@@ -180,17 +188,18 @@ class ReportTest(SystemTest):
         for _ in range(2):
             box_with_icon(program, "critical")
             box = program.answer()
-            self.assertEqual(box.title, "Erreur fatale du logiciel de prise de sauvegarde")
-            self.assertIn("dans la procédure InitGraveur, module frmMain à la ligne nº 0\r\n\r\nVeuillez contacter "
-                          "Ardel-Services", box.text)
-        self.assertEqual(program.main_window().text("lblDetRemDisk"), "Oui")
+            self.assertEqual(box.title, self.words("Erreur fatale du logiciel de prise de sauvegarde"))
+            self.assertIn(self.words(" dans la procédure ") + "InitGraveur, module frmMain" + self.words(" à la ligne nº ") +
+                          "0\r\n\r\n" + self.words(SUPPORT), box.text)
+        self.assertEqual(program.main_window().text("lblDetRemDisk"), self.words("Oui"))
 
 
 class PlaceTest(SystemTest):
     def lay_out(self, program_folder):
         """Another workstation, with the program in another place."""
         folder = self.station.prefix.with_name(self.station.prefix.name + "-elsewhere")
-        self.station = Workstation(folder, language=self.language, display=self.display, program_folder=program_folder)
+        self.station = Workstation(folder, surroundings=self.surroundings, display=self.display,
+                                   program_folder=program_folder)
         self.addCleanup(self.station.remove)
         install_image_mastering(self.station)
 
@@ -222,6 +231,8 @@ class SecondCopyTest(SystemTest):
 
 
 class LeavingTest(SystemTest):
+    own_surroundings = BY_NAME["en-winxp64-65001-comma"]
+
     def test_closing_the_window_while_it_loads_ends_the_program(self):
         install_image_mastering(self.station)
         program = self.start()

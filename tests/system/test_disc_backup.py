@@ -10,15 +10,21 @@ from pathlib import Path
 
 from burner import Burner, install_image_mastering
 from program import IDNO, IDOK, IDYES
+from surroundings import Surroundings
 from system_test import ARCHIVE_NAME, LIST_NAME, SEVEN_ZIP, SystemTest
 
 MEGABYTE = 1024 * 1024
 
+BURNT = "La copie de sécurité s’est terminée avec succès. Veuillez identifier votre copie et la placer en lieu sûr."
+TOO_SMALL = ("L'espace requis pour la sauvegarde excède l'espace disponible sur le médium.\nEffacer certains fichiers et/ou "
+             "répertoires à sauvegarder\nOU\nCliquer sur PRÉCÉDENT, sélectionner un media avec une capacité supérieur et "
+             "reprendre la sélection.")
+WRONG_KIND = ("Vous avez choisi de faire une copie de sécurité sur un %3. Le disque inséré est un %1. Veuillez insérer un %2 "
+              "ou retourner à l'écran précédent afin de modifier votre choix.")
+
 
 class DiscTest(SystemTest):
     """A workstation with an empty CD writer G: and an empty DVD writer K:."""
-
-    end_text = "La copie de sécurité s’est terminée avec succès."
 
     def setUp(self):
         super().setUp()
@@ -34,6 +40,12 @@ class DiscTest(SystemTest):
         backup = program.window("frmBackup", 60)
         backup.wait_enabled("lvFichRep", 60)
         return backup
+
+    def end_text(self):
+        return self.words(BURNT)
+
+    def wrong_kind(self, inserted, wanted="CD-R/RW"):
+        return self.words(WRONG_KIND).replace("%1", inserted).replace("%2", wanted).replace("%3", wanted)
 
     def writer(self, kind):
         return self.cd if kind.startswith("CD") else self.dvd
@@ -63,7 +75,7 @@ class BurnTest(DiscTest):
         self.document(r"Dossier été\un, deux.txt", b"1, 2")
         paths.append(self.folder("Dossier été"))
         program, _ = self.start_burn(kind, *paths)
-        self.assertIn(self.end_text, program.answer(IDOK, 120).text)
+        self.assertIn(self.end_text(), program.answer(IDOK, 120).text)
         self.assertEqual(program.wait_exit(), 0)
         program.stop()
         self.check_image(self.writer(kind).image)
@@ -110,8 +122,11 @@ class BurnTest(DiscTest):
 
 
 class EnglishBurnTest(BurnTest):
-    language = "en"
-    end_text = "The backup is successfully completed."
+    own_surroundings = Surroundings("en")
+    keeps = {"language": "its words are English"}
+
+    def end_text(self):
+        return "The backup is successfully completed."
 
 
 class DiscStateTest(DiscTest):
@@ -129,10 +144,10 @@ class DiscStateTest(DiscTest):
 
     def test_without_a_disc_nothing_starts_until_one_is_inserted(self):
         program, backup = self.opened("CD-R", inserted=False)
-        self.assertEqual(backup.text("stBarDataWriter"), "Aucun disque")
+        self.assertEqual(backup.text("stBarDataWriter"), self.words("Aucun disque"))
         backup.drop("lvFichRep", self.document("a.txt"))
         # Without a disc no space is available, so whatever is added exceeds it.
-        self.assertEqual(program.answer(IDOK).title, "Capacité maximale atteinte")
+        self.assertEqual(program.answer(IDOK).title, self.words("Capacité maximale atteinte"))
         self.assert_start(backup, False)
         self.cd.insert("CD-R")
         program.wait(lambda: backup.text("stBarDataWriter") == "CD-R", "the new disc")
@@ -146,16 +161,14 @@ class DiscStateTest(DiscTest):
         main.press("optCD")
         main.press("cmdBackup")
         box = program.answer(IDOK, 60)
-        self.assertEqual(box.title, "Erreur format de disque")
-        self.assertEqual(box.text, "Vous avez choisi de faire une copie de sécurité sur un CD-R/RW. Le disque inséré est un "
-                                   "CD-R/RW. Veuillez insérer un CD-R/RW ou retourner à l'écran précédent afin de "
-                                   "modifier votre choix.")
+        self.assertEqual(box.title, self.words("Erreur format de disque"))
+        self.assertEqual(box.text, self.wrong_kind(inserted="CD-R/RW"))
 
     def test_a_closed_disc_cannot_be_started(self):
         program, backup = self.opened("CD-R", state="closed")
         backup.drop("lvFichRep", self.document("a.txt"))
         box = program.answer(IDOK)
-        self.assertEqual(box.title, "Capacité maximale atteinte")
+        self.assertEqual(box.title, self.words("Capacité maximale atteinte"))
         self.assert_start(backup, False)
         self.leave(program, backup)
 
@@ -163,8 +176,8 @@ class DiscStateTest(DiscTest):
         program, backup = self.opened("CD-R", capacity=3 * MEGABYTE)
         backup.drop("lvFichRep", self.document("grand.bin", os.urandom(4 * MEGABYTE)))
         box = program.answer(IDOK)
-        self.assertIn("excède l'espace disponible sur le médium", box.text)
-        self.assertEqual(box.title, "Capacité maximale atteinte")
+        self.assertEqual(box.text, self.words(TOO_SMALL))
+        self.assertEqual(box.title, self.words("Capacité maximale atteinte"))
         self.assert_start(backup, False)
 
     def test_a_double_layer_dvd_passes_the_kind_check_but_cannot_be_started(self):
@@ -176,7 +189,8 @@ class DiscStateTest(DiscTest):
 
     def test_800_megabytes_reported_free_offer_700(self):
         program, backup = self.opened("CD-R", capacity=900 * MEGABYTE, free=800 * MEGABYTE)
-        program.wait(lambda: backup.text("lblEspaceDispo") == "Espace disponible sur médium :   700,000 Megs",
+        program.wait(lambda: backup.text("lblEspaceDispo") ==
+                     f"{self.words('Espace disponible sur médium :')}   {self.number('700.000')} {self.words('Megs')}",
                      "700 megabytes")
         self.leave(program, backup)
 
@@ -185,7 +199,7 @@ class DiscStateTest(DiscTest):
         backup.press("cmdInfoDisque")
         information = program.window("frmInfoDisque")
         self.assertEqual([information.text(name) for name in ("lblTypeCD", "lblStatutCD", "lblEspaceUtilise")],
-                         ["CD-R", "Vierge", "0.000 Mo"])
+                         ["CD-R", self.words("Vierge"), "0.000 Mo"])
         information.press("cmdOK")
         self.leave(program, program.window("frmBackup"))
 
@@ -196,7 +210,7 @@ class DiscFaultTest(DiscTest):
         self.cd.set(start_code="0xC0AA0406")
         program, backup = self.start_burn()
         box = program.answer(IDOK, 60)
-        self.assertEqual(box.text, "Error: -1062599674. Ce disque ne convient pas à cette opération.")
+        self.assertEqual(box.text, "Error: -1062599674. " + self.words("Ce disque ne convient pas à cette opération."))
         self.assertEqual(box.title, "Backup")
         backup.wait_enabled("cmdPrecedent")
         self.leave(program, backup)
@@ -217,7 +231,7 @@ class DiscFaultTest(DiscTest):
         box = program.answer(IDOK, 60)
         self.assertTrue(box.text.startswith("Error: "), box.text)
         backup.wait_enabled("cmdPrecedent")
-        program.wait(lambda: backup.text("stBarDataWriter") == "Aucun disque", "the empty drive")
+        program.wait(lambda: backup.text("stBarDataWriter") == self.words("Aucun disque"), "the empty drive")
         self.leave(program, backup)
 
     def test_a_stop_at_30_brings_the_window_back_without_a_question(self):
@@ -245,7 +259,7 @@ class EraseTest(DiscTest):
     def assert_erased(self, program, how):
         box = program.answer(IDOK, 60)
         self.assertEqual((box.text, box.title),
-                         ("L'effacement du disque s'est correctement terminé", "Effacement du disque"))
+                         (self.words("L'effacement du disque s'est correctement terminé"), self.words("Effacement du disque")))
         program.wait(lambda: program.find_window("frmEffacerCDRW") is None, "the erase window's end")
         self.assertEqual(self.cd.disc_settings()["erased"], how)
 
@@ -259,7 +273,7 @@ class EraseTest(DiscTest):
         program, backup, erase = self.open_erase(full_erase_milliseconds=1500)
         erase.press("optEffacementComplet")
         erase.press("cmdEffacerCD")
-        self.assertEqual(program.answer(IDYES).title, "Effacement complet")
+        self.assertEqual(program.answer(IDYES).title, self.words("Effacement complet"))
         self.assert_erased(program, "fully")
 
     def test_a_declined_full_erase_leaves_the_disc_untouched(self):
@@ -276,10 +290,11 @@ class EraseTest(DiscTest):
     def test_an_erase_without_a_disc_shows_no_code_but_that_it_failed(self):
         program, backup, erase = self.open_erase()
         self.cd.take_out()
-        program.wait(lambda: backup.text("stBarDataWriter") == "Aucun disque", "the empty drive")
+        program.wait(lambda: backup.text("stBarDataWriter") == self.words("Aucun disque"), "the empty drive")
         erase.press("cmdEffacerCD")
         box = program.answer(IDOK, 30)
-        self.assertEqual((box.text, box.title), ("L'effacement du disque a généré une ou des erreurs", "Effacement du disque"))
+        self.assertEqual((box.text, box.title), (self.words("L'effacement du disque a généré une ou des erreurs"),
+                                                 self.words("Effacement du disque")))
         self.assertIsNone(program.find_message_box())
         erase.close()
         self.leave(program, program.window("frmBackup"))
@@ -288,7 +303,7 @@ class EraseTest(DiscTest):
         program, backup, erase = self.open_erase(stall_at=99, stall_milliseconds=30000)
         erase.press("cmdEffacerCD")
         box = program.answer(IDOK, 25)
-        self.assertEqual(box.text, "L'effacement du disque s'est correctement terminé")
+        self.assertEqual(box.text, self.words("L'effacement du disque s'est correctement terminé"))
 
 
 if __name__ == "__main__":

@@ -27,7 +27,7 @@ class DriveTest(DiscTest):
         backup.wait_enabled("cmdLancer", 60).enabled
         backup.press("cmdLancer")
         self.give_new_password(program)
-        self.assertIn(self.end_text, program.answer(IDOK, 120).text)
+        self.assertIn(self.end_text(), program.answer(IDOK, 120).text)
         self.assertEqual(program.wait_exit(), 0)
         self.assertGreater((self.dvd.image).stat().st_size, 200_000)
 
@@ -35,7 +35,7 @@ class DriveTest(DiscTest):
         self.dvd.insert("DVD+RW")
         for turn in range(2):
             program, _ = self.start_burn("DVD+RW", self.document(f"lettre{turn}.txt", os.urandom(200_000)))
-            self.assertIn(self.end_text, program.answer(IDOK, 120).text)
+            self.assertIn(self.end_text(), program.answer(IDOK, 120).text)
             self.assertEqual(program.wait_exit(), 0)
             program.stop()
             deadline = time.monotonic() + 60
@@ -60,7 +60,7 @@ class DriveTest(DiscTest):
         program, backup = self.start_burn()
         program.wait(lambda: backup.progress("pbProgressTotal") >= 10, "10 %", 60)
         backup.close()
-        self.assertIn(self.end_text, program.answer(IDOK, 120).text)
+        self.assertIn(self.end_text(), program.answer(IDOK, 120).text)
         self.assertEqual(program.wait_exit(), 0)
         self.assertEqual(self.cd.disc_settings()["writes"], "1")
 
@@ -71,10 +71,10 @@ class DriveTest(DiscTest):
         program.message_box(30)
         self.cd.insert("DVD-R")
         time.sleep(4)
-        boxes = [window for window in program.windows() if window.title == "Erreur format de disque"]
+        boxes = [window for window in program.windows() if window.title == self.words("Erreur format de disque")]
         self.assertEqual(len(boxes), 1)
         program.answer(IDOK)
-        self.assertIn("est un DVD-R.", program.answer(IDOK).text)
+        self.assertEqual(program.answer(IDOK).text, self.wrong_kind(inserted="DVD-R"))
         self.leave(program, backup)
 
     def test_an_empty_drive_has_no_kind_and_is_unknown(self):
@@ -84,7 +84,7 @@ class DriveTest(DiscTest):
         information = program.window("frmInfoDisque")
         self.assertEqual([information.text(name) for name in ("lblTypeCD", "lblStatutCD", "lblEspaceUtilise",
                                                               "lblEstimEspaceUtilise")],
-                         ["", "Inconnu", "0.000 Mo", "0.000 Mo"])
+                         ["", self.words("Inconnu"), "0.000 Mo", "0.000 Mo"])
         information.press("cmdOK")
         self.leave(program, program.window("frmBackup"))
 

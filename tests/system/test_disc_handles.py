@@ -42,7 +42,8 @@ class HandlesTest(DiscTest):
         self.select(backup, self.document("lettre.txt", os.urandom(100_000)))
         backup.press("cmdLancer")
         self.give_new_password(program)
-        program.wait(lambda: "piste" in backup.text("lblStatutGraveur"), "the track", 60)
+        program.wait(lambda: backup.text("lblStatutGraveur") in (self.words("Ecriture de piste..."),
+                                                                  self.words("Fermeture de la piste...")), "the track", 60)
         backup.press("cmdStopWrite")
         backup.wait_enabled("cmdPrecedent", 60)
         self.cd.take_out()

@@ -241,7 +241,7 @@ class RandomUser:
             if not box:
                 return False
             self.note(f"box {box.text[:60]!r}")
-            if self.test.end_text in box.text:
+            if self.test.end_text() in box.text:
                 self.successes += 1
                 self.check_disc()
             self.program.answer(next(button for button in (IDOK, IDYES, IDCANCEL) if button in box.buttons))

@@ -4,13 +4,15 @@ program goes on, and what was there before is still there."""
 import random
 import unittest
 
-from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SystemTest
+from surroundings import BY_NAME
+from system_test import ARCHIVE_NAME, FAILED_COPY, LIST_NAME, PASSWORD, SystemTest
 
 from program import IDOK
 
 BACKUP_TITLE = "Prise de copie de sécurité"
-FAILED_COPY = ("La copie de sécurité a été annulée ou a rencontré des erreurs. Veuillez réessayer. Si l'erreur persiste, "
-               "veuillez contacter Ardel-Services au 1-800-555-0199")
+
+OLD_FORMAT = ("La version de votre copie de sécurité (2.1) n'est pas compatible avec la version utilisé en ce moment (2.2).\n"
+              "Pour la restaurer, S.V.P. contacter Ardel-Services au 1-800-555-0199")
 
 
 class FailingBackupTest(SystemTest):
@@ -41,11 +43,11 @@ class FailingBackupTest(SystemTest):
         backup.press("cmdLancer")
         self.give_new_password(program, "facile")
         box = program.answer(IDOK)
-        self.assertEqual((box.title, box.icon), ("Mot de passe invalide", "information"))
+        self.assertEqual((box.title, box.icon), (self.words("Mot de passe invalide"), "information"))
         dialog = program.window("frmMotPasse")
         self.assertEqual((dialog.text("txtMotPasse"), dialog.text("txtConfirmation")), ("", ""))
         self.give_new_password(program)
-        self.assertEqual(program.answer(IDOK, 60).title, "Copie de sécurité terminée")
+        self.assertEqual(program.answer(IDOK, 60).title, self.words("Copie de sécurité terminée"))
 
     def test_two_different_passwords_are_refused_and_the_confirmation_is_emptied(self):
         self.disk()
@@ -56,7 +58,7 @@ class FailingBackupTest(SystemTest):
         dialog.set_text("txtConfirmation", "Valcoreaux2")
         dialog.press("cmdOK")
         box = program.answer(IDOK)
-        self.assertEqual((box.title, box.icon), ("Mot de passe pas identique", "information"))
+        self.assertEqual((box.title, box.icon), (self.words("Mot de passe pas identique"), "information"))
         self.assertEqual((dialog.text("txtMotPasse"), dialog.text("txtConfirmation")), (PASSWORD, ""))
 
     def test_an_item_deleted_after_its_selection_fails_the_run_and_leaves_the_medium_alone(self):
@@ -70,7 +72,7 @@ class FailingBackupTest(SystemTest):
         backup.press("cmdLancer")
         self.give_new_password(program)
         box = program.answer(IDOK, 60)
-        self.assertEqual((box.title, box.text, box.icon), ("Error", FAILED_COPY, "critical"))
+        self.assertEqual((box.title, box.text, box.icon), ("Error", self.words(FAILED_COPY), "critical"))
         self.assert_usable(program)
         self.assertEqual((medium / ARCHIVE_NAME).read_bytes(), b"older archive")
         self.assertEqual((medium / LIST_NAME).read_bytes(), b"older list")
@@ -81,7 +83,7 @@ class FailingBackupTest(SystemTest):
         self.station.pull_out("e")
         backup.press("cmdLancer")
         box = program.answer(IDOK)
-        self.assertEqual((box.text, box.icon), ("Disque amovible non disponible", "none"))
+        self.assertEqual((box.text, box.icon), (self.words("Disque amovible") + " " + self.words("non disponible"), "none"))
         self.assertEqual(self.station.medium_files("e"), [])
 
     def test_a_disk_pulled_out_and_put_back_can_be_used(self):
@@ -96,7 +98,7 @@ class FailingBackupTest(SystemTest):
         backup.choose("cmbGraveur", 0)
         backup.press("cmdLancer")
         self.give_new_password(program)
-        self.assertEqual(program.answer(IDOK, 60).title, "Copie de sécurité terminée")
+        self.assertEqual(program.answer(IDOK, 60).title, self.words("Copie de sécurité terminée"))
         self.assertEqual(self.station.medium_files("e"), [ARCHIVE_NAME, LIST_NAME])
 
     def test_a_selection_larger_than_the_disk_is_announced_and_cannot_be_started(self):
@@ -105,7 +107,7 @@ class FailingBackupTest(SystemTest):
         backup = self.open_backup(program)
         backup.drop("lvFichRep", self.document("grand.bin", random.Random(3).randbytes(3_000_000)))
         box = program.answer(IDOK)
-        self.assertEqual((box.title, box.icon), ("Capacité maximale atteinte", "exclamation"))
+        self.assertEqual((box.title, box.icon), (self.words("Capacité maximale atteinte"), "exclamation"))
         self.assertFalse(backup.control("cmdLancer").enabled)
 
     def test_a_disk_that_fills_up_before_the_copy_fails_the_run(self):
@@ -117,7 +119,7 @@ class FailingBackupTest(SystemTest):
         report = program.answer(IDOK, 60)
         self.assertIn("CopierUSB, Class clsCopie", report.text)
         self.assertIn("61", report.text)
-        self.assertEqual(program.answer(IDOK).text, FAILED_COPY)
+        self.assertEqual(program.answer(IDOK).text, self.words(FAILED_COPY))
         self.assert_usable(program)
         self.assertEqual((medium / "autre.bin").stat().st_size, 3_000_000)
 
@@ -142,8 +144,8 @@ class FailingBackupTest(SystemTest):
         (self.station.path(self.station.program_folder) / "7Za.exe").unlink()
         backup.press("cmdLancer")
         box = program.answer(IDOK)
-        self.assertEqual((box.title, box.icon), ("Erreur fatale du logiciel de prise de sauvegarde", "critical"))
-        self.assertIn("Compression des données impossible.", box.text)
+        self.assertEqual((box.title, box.icon), (self.words("Erreur fatale du logiciel de prise de sauvegarde"), "critical"))
+        self.assertIn(self.words("Compression des données impossible."), box.text)
         self.assertIn("7Za.exe", box.text)
         self.assert_usable(program)
         self.assertEqual(self.station.medium_files("e"), [])
@@ -169,9 +171,9 @@ class FailingRestoreTest(SystemTest):
         for attempt in range(3):
             self.give_password(program, f"Faux-{attempt}")
             box = program.answer(IDOK)
-            self.assertEqual((box.title, box.icon), ("Mot de passe invalide", "exclamation"))
+            self.assertEqual((box.title, box.icon), (self.words("Mot de passe invalide"), "exclamation"))
         self.give_password(program)
-        self.assertEqual(program.answer(IDOK).title, "Restauration des fichiers")
+        self.assertEqual(program.answer(IDOK).title, self.words("Restauration des fichiers"))
         self.assertEqual(program.wait_exit(), 0)
         self.assertEqual(self.station.path(path).read_bytes(), b"revenu")
 
@@ -205,9 +207,8 @@ class FailingRestoreTest(SystemTest):
         if not program.find_message_box():
             self.choose_drive(restore)
         box = program.answer(IDOK)
-        self.assertEqual((box.title, box.icon), (BACKUP_TITLE, "critical"))
-        self.assertEqual(box.text, "La version de votre copie de sécurité (2.1) n'est pas compatible avec la version utilisé "
-                         "en ce moment (2.2).\nPour la restaurer, S.V.P. contacter Ardel-Services au 1-800-555-0199")
+        self.assertEqual((box.title, box.icon), (self.words(BACKUP_TITLE), "critical"))
+        self.assertEqual(box.text, self.words(OLD_FORMAT))
         self.assertEqual(restore.row_count("lvFichiersRepertoires"), 0)
 
     def test_a_medium_without_a_backup_shows_two_rows_that_say_so(self):
@@ -227,6 +228,8 @@ class FailingRestoreTest(SystemTest):
 
 
 class ForeignControlFileTest(SystemTest):
+    own_surroundings = BY_NAME["en-winxp64-65001-comma"]
+
     """Control files as other versions, other programs or a damaged disk leave them."""
 
     def rows_of(self, content, count):
@@ -268,7 +271,7 @@ class ForeignControlFileTest(SystemTest):
         if not program.find_message_box():
             self.choose_drive(restore)
         box = program.message_box()
-        self.assertIn("nº 62 ", box.text)
+        self.assertIn(self.words("Erreur nº ") + "62 ", box.text)
         self.assertIn("MAJListeFich, module frmRestaureCD", box.text)
         self.assertEqual(restore.row_count("lvFichiersRepertoires"), 4)
         program.answer(IDOK)
@@ -292,7 +295,7 @@ class ForeignControlFileTest(SystemTest):
     def test_random_bytes_do_no_harm(self):
         program, restore = self.rows_of(random.Random(5).randbytes(20_000), None)
         # Some line has too few fields, which is told once all are listed.
-        self.assertIn("Erreur nº 62", program.answer(IDOK).text)
+        self.assertIn(self.words("Erreur nº ") + "62", program.answer(IDOK).text)
         self.assert_goes_on(program, restore)
 
     def test_an_outlook_store_is_listed_for_its_own_folder(self):

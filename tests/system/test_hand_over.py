@@ -3,10 +3,13 @@
 import unittest
 
 from burner import Burner, install_image_mastering
+from surroundings import BY_NAME
 from system_test import SystemTest
 
 
 class HandOverTest(SystemTest):
+    own_surroundings = BY_NAME["en-winxp64-65001-comma"]
+
     def setUp(self):
         super().setUp()
         install_image_mastering(self.station)

@@ -56,6 +56,8 @@ class ReportReader(HTMLParser):
 
 
 class KitCase(InstallerCase):
+    keeps = InstallerCase.keeps | {"code_page": "the report tells it"}
+
     def setUp(self):
         super().setUp()
         if not KIT.exists():

@@ -52,7 +52,7 @@ class LoadingTest(SystemTest):
         return forms if sum(enabled for _, enabled in forms) == 1 and len(self.backups()) <= 1 else None
 
     def backups(self):
-        titles = [window.title for window in self.program.windows() if "Prise de copie" in window.title]
+        titles = [window.title for window in self.program.windows() if self.words("Prise de copie de sécurité") in window.title]
         return [title for title in titles if "Version" in title]
 
     def open_by_mouse(self, then, seconds):

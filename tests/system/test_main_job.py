@@ -6,6 +6,7 @@ import shutil
 import stat
 import unittest
 
+from surroundings import Surroundings
 from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SystemTest
 
 from program import IDOK
@@ -17,13 +18,19 @@ PATH_LENGTH = 250
 class ComesBack:
     """The whole way: to the disk, and back after the originals are gone."""
 
+    def done_title(self):
+        return self.words("Copie de sécurité terminée")
+
+    def restored_title(self):
+        return self.words("Restauration des fichiers")
+
     def assert_comes_back(self, *paths, seconds=240):
         before = snapshot(self.station.documents)
-        self.assertEqual(self.back_up(*paths, seconds=seconds).title, self.done_title)
+        self.assertEqual(self.back_up(*paths, seconds=seconds).title, self.done_title())
         self.assertEqual(self.station.medium_files("e"), [ARCHIVE_NAME, LIST_NAME])
         self.assertEqual(self.check_archive_with_7zip(), 0)
         self.delete_documents()
-        self.assertEqual(self.restore_all(seconds=seconds).title, self.restored_title)
+        self.assertEqual(self.restore_all(seconds=seconds).title, self.restored_title())
         self.assertEqual(differences(before, snapshot(self.station.documents)), [])
 
     def delete_documents(self):
@@ -113,26 +120,26 @@ class MainJob(ComesBack):
 
 
 class FrenchMainJobTest(MainJob, SystemTest):
-    language = "fr"
-    done_title = "Copie de sécurité terminée"
-    restored_title = "Restauration des fichiers"
+    keeps = {"language": "its words are French"}
     file_word = "Fichier"
     folder_word = "Rep."
 
 
 class EnglishMainJobTest(MainJob, SystemTest):
-    language = "en"
-    done_title = "Backup successfully completed"
-    restored_title = "Restore of files"
+    own_surroundings = Surroundings("en")
+    keeps = {"language": "its words are English"}
     file_word = "File"
     folder_word = "Dir."
+
+    def done_title(self):
+        return "Backup successfully completed"
+
+    def restored_title(self):
+        return "Restore of files"
 
 
 class DemandingContentTest(ComesBack, SystemTest):
     """What takes long, or does not depend on the language, is shown in one."""
-
-    done_title = FrenchMainJobTest.done_title
-    restored_title = FrenchMainJobTest.restored_title
 
     def test_a_file_of_300_megabytes_comes_back(self):
         self.disk()

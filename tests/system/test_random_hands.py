@@ -163,7 +163,8 @@ class RandomHands:
             return f"no answer ({failure})"
         if sum(window.enabled for window in windows) != 1:
             return "not exactly one window that takes input"
-        backups = [window for window in windows if "Prise de copie" in window.title and "Version" in window.title]
+        title = self.test.words("Prise de copie de sécurité")
+        backups = [window for window in windows if title in window.title and "Version" in window.title]
         self.test.assertLessEqual(len(backups), 1, "two backup windows")
         return ""
 

@@ -11,6 +11,8 @@ ENGLISH_TITLE = "Backup - Version 2.2.0"
 
 
 class LanguageTest(SystemTest):
+    keeps = {"language": "what follows from the user's language is the test"}
+
     def title(self):
         return self.start().main_window().title
 
@@ -67,7 +69,8 @@ class MediaTest(SystemTest):
         program = self.start()
         self.assertEqual(set(self.media(program).values()), {False})
         main = program.main_window()
-        self.assertEqual({main.text(label) for label in ("lblDetCD", "lblDetDVD", "lblDetRemDisk", "lblDetExtDisk")}, {"Non"})
+        self.assertEqual({main.text(label) for label in ("lblDetCD", "lblDetDVD", "lblDetRemDisk", "lblDetExtDisk")},
+                         {self.words("Non")})
         main.press("cmdBackup")
         program.main_window().press("cmdSortie")
         self.assertEqual(program.wait_exit(), 0)
@@ -77,7 +80,7 @@ class MediaTest(SystemTest):
         program = self.start()
         self.assertTrue(self.media(program)["optDisqueAmovible"])
         main = program.main_window()
-        self.assertEqual((main.text("lblDetRemDisk"), main.control("optDisqueAmovible").checked), ("Oui", 1))
+        self.assertEqual((main.text("lblDetRemDisk"), main.control("optDisqueAmovible").checked), (self.words("Oui"), 1))
         self.assertEqual(main.chosen("cboDrive"), ["E:\\"])
 
     def test_a_cd_writer_is_detected_and_comes_first(self):
@@ -88,7 +91,7 @@ class MediaTest(SystemTest):
         self.assertEqual(self.media(program),
                          {"optCD": True, "optDVD": False, "optDisqueAmovible": True, "optDisqueExterne": False})
         main = program.main_window()
-        self.assertEqual((main.text("lblDetCD"), main.control("optCD").checked), ("Oui", 1))
+        self.assertEqual((main.text("lblDetCD"), main.control("optCD").checked), (self.words("Oui"), 1))
 
     def test_three_removable_disks_are_listed_and_the_first_is_chosen(self):
         for letter in "fge":
@@ -107,9 +110,9 @@ class MediaTest(SystemTest):
     def test_restore_hides_the_media_and_changes_the_caption_of_next(self):
         self.disk()
         main = self.start().main_window()
-        self.assertEqual(main.text("cmdBackup"), "&Suivant...")
+        self.assertEqual(main.text("cmdBackup"), self.words("&Suivant..."))
         main.press("optRestaure")
-        main.program.wait(lambda: main.text("cmdBackup") == "&Restaure...", "the caption for a restore")
+        main.program.wait(lambda: main.text("cmdBackup") == self.words("&Restaure..."), "the caption for a restore")
         self.assertFalse(main.control("frmMedium").visible)
 
     def test_quit_ends_the_program(self):

@@ -5,7 +5,7 @@ import shutil
 import unittest
 
 from program import IDOK, PBM_GETPOS
-from system_test import ARCHIVE_NAME, LIST_NAME, SystemTest
+from system_test import ARCHIVE_NAME, FAILED_COPY, LIST_NAME, SystemTest
 
 BM_CLICK = 0xF5
 LIST_FOLDER = r"C:\Valcoreaux\Backup\Fichierlst\Medium"
@@ -14,7 +14,7 @@ MAIL_FOLDER = r"C:\users\agent\AppData\Local\Microsoft\Outlook"
 
 class UsbTest(SystemTest):
     def list_file(self, name, *lines):
-        self.file(rf"{LIST_FOLDER}\{name}", "".join(line + "\r\n" for line in lines).encode("cp1252"))
+        self.file(rf"{LIST_FOLDER}\{name}", "".join(line + "\r\n" for line in lines).encode(self.surroundings.encoding))
 
     def file(self, windows_path, content):
         path = self.station.path(windows_path)
@@ -43,7 +43,8 @@ class PredefinedSetsTest(UsbTest):
         self.list_file("vexal.lst", r"C:\Repres\Vexal\client é.dat", r"C:\Repres\Vexal\absent.dat",
                        r"C:\Repres\Rentes\R*")
         self.list_file("tarvel.lst", r"C:\Repres\Documents")
-        self.list_file("outlookVista.lst", r"**UserProfile**\AppData\Local\Microsoft\Outlook\*.pst")
+        self.list_file("outlookXP.lst" if self.surroundings.is_before_vista else "outlookVista.lst",
+                       r"**UserProfile**\AppData\Local\Microsoft\Outlook\*.pst")
 
         program = self.start()
         backup = self.open_backup(program)
@@ -53,11 +54,12 @@ class PredefinedSetsTest(UsbTest):
             r"C:\Repres\Documents", rf"{MAIL_FOLDER}\archive.pst", rf"{MAIL_FOLDER}\boîte.pst"]))
         self.assertEqual([backup.control(f"chkSauvOKR{index}").checked for index in range(4)], [1, 0, 1, 1])
         sizes = sum(len(content) for content in [*kept.values(), *stores.values()])
-        megabytes = f"{sizes * 1.05 / 1024 / 1024:.3f}".replace(".", ",")
-        self.assertTrue(backup.text("lblEspaceRequis").endswith(f" {megabytes} Megs"), backup.text("lblEspaceRequis"))
+        megabytes = f"{sizes * 1.05 / 1024 / 1024:.3f}"
+        self.assertTrue(backup.text("lblEspaceRequis").endswith(f" {self.number(megabytes)} {self.words('Megs')}"),
+                        backup.text("lblEspaceRequis"))
         backup.press("cmdLancer")
         self.give_new_password(program)
-        self.assertEqual(program.answer(IDOK, 120).title, "Copie de sécurité terminée")
+        self.assertEqual(program.answer(IDOK, 120).title, self.words("Copie de sécurité terminée"))
         self.assertEqual(program.wait_exit(), 0)
         program.stop()
         self.assertEqual(self.station.medium_files("e"), sorted([ARCHIVE_NAME, LIST_NAME]))
@@ -80,7 +82,8 @@ class DropTest(UsbTest):
         program = self.start()
         backup = self.open_backup(program)
         self.select(backup, *paths)
-        program.wait(lambda: backup.text("lblEspaceRequis") == "Espace requis pour sauvegarde :   1,001 Megs",
+        wanted = f"{self.words('Espace requis pour sauvegarde :')}   {self.number('1.001')} {self.words('Megs')}"
+        program.wait(lambda: backup.text("lblEspaceRequis") == wanted,
                      "the sum of 1,000 sizes")
         self.assertEqual(backup.rows("lvFichRep", 999, 1)[0].texts[:2], ("1000", paths[-1]))
         self.assertTrue(backup.control("cmdLancer").enabled)
@@ -103,7 +106,7 @@ class StopTest(UsbTest):
         program.driver.call("post", stop, BM_CLICK, 0, 0)
         box = program.answer(IDOK, 60)
         self.assertEqual(box.title, "Error")
-        self.assertIn("La copie de sécurité a été annulée ou a rencontré des erreurs.", box.text)
+        self.assertEqual(box.text, self.words(FAILED_COPY))
         backup.wait_enabled("cmdPrecedent")
         self.assertEqual((root / LIST_NAME).read_bytes(), b"old list")
         self.assertEqual((root / ARCHIVE_NAME).read_bytes(), b"old archive")

@@ -33,6 +33,7 @@ RequestTable AllRequests() {
     AddDriveRequests(table);
     AddFileRequests(table);
     AddRightsRequests(table);
+    AddSurroundingsRequests(table);
     return table;
 }
 

@@ -21,6 +21,7 @@ void AddMessageBoxRequests(RequestTable& table);
 void AddDriveRequests(RequestTable& table);
 void AddFileRequests(RequestTable& table);
 void AddRightsRequests(RequestTable& table);
+void AddSurroundingsRequests(RequestTable& table);
 
 /// Every request by its verb.
 RequestTable AllRequests();
