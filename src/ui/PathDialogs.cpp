@@ -20,7 +20,7 @@ struct FreeTaskMemory {
 int CALLBACK TakeTyped(HWND, UINT message, LPARAM lParam, LPARAM typed) {
     if (message != BFFM_VALIDATEFAILEDW) return 0;
     const std::wstring text = reinterpret_cast<const wchar_t*>(lParam);
-    const bool isWhole = text.starts_with(L"\\\\") || text.substr(1, 2) == L":\\";
+    const bool isWhole = text.starts_with(L"\\\\") || text.find(L":\\") == 1;
     if (isWhole) {
         *reinterpret_cast<std::wstring*>(typed) = text;
     } else {
