@@ -3,6 +3,7 @@
 #include "Machine.h"
 #include "MainJob.h"
 #include "Samples.h"
+#include "WorkFolder.h"
 #include "win32/UniqueHandle.h"
 
 #include <windows.h>
@@ -16,10 +17,6 @@ namespace {
 constexpr const wchar_t* ParentFolder = L"C:\\Valcoreaux";
 constexpr const wchar_t* InstallFolder = L"C:\\Valcoreaux\\Backup";
 constexpr DWORD LimitMilliseconds = 10 * 60 * 1000;
-
-bool IsHere(const std::wstring& path) {
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
 
 /// Runs a program with the rights of an administrator, for which Windows asks; gives its exit code.
 DWORD RunElevated(const std::wstring& program, const std::wstring& arguments) {

@@ -1,6 +1,7 @@
 #include "Stick.h"
 
 #include "Words.h"
+#include "WorkFolder.h"
 #include "win32/UniqueHandle.h"
 
 #include <windows.h>
@@ -18,10 +19,6 @@ constexpr std::array OwnNames = {L"OKRBACKUP.ZIP",       L"_listFich.lst",      
 
 // Windows keeps notes about a drive in it, whenever it likes.
 constexpr const wchar_t* SystemFolder = L"System Volume Information";
-
-bool IsHere(const std::wstring& path) {
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
 
 bool IsSystemDrive(wchar_t letter) {
     wchar_t folder[MAX_PATH] = {};

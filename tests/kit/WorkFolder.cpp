@@ -11,10 +11,6 @@ namespace kit {
 
 namespace {
 
-bool IsHere(const fs::path& path) {
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 void DeleteOnce(const fs::path& folder) {
     {
         WIN32_FIND_DATAW entry{};
@@ -50,6 +46,10 @@ fs::path NewFolder() {
 }
 
 } // namespace
+
+bool IsHere(const fs::path& path) {
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
 
 bool DeleteTree(const fs::path& folder) {
     constexpr int tries = 25;

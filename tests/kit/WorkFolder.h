@@ -6,6 +6,8 @@ namespace kit {
 
 namespace fs = std::filesystem;
 
+bool IsHere(const fs::path& path);
+
 /// Deletes a folder with what lies in it; of a link or a junction the link alone. What is held for a moment is tried
 /// again; gives whether nothing is left.
 bool DeleteTree(const fs::path& folder);
