@@ -18,7 +18,7 @@ from pathlib import Path
 import surroundings
 import workstation
 from lint import lint_tests
-from test_choice import choices, google_filter, matches, window_programs
+from test_choice import choices, google_filter, matches, unit_programs, window_programs
 from test_report import Report
 from workstation import BUILD, PROJECT, Display, Workstation
 
@@ -196,8 +196,9 @@ def parts(choice):
     filters = choice.filters
     if choice.layer == "unit":
         rules = [partial(python_tests, "source", PROJECT / "tests" / "source")]
-        return ([] if filters else rules) + [partial(native_tests, filters),
-                                             partial(native_tests, filters, "unit, low memory", "low_memory_tests")]
+        names = {"unit_tests": "unit, native", "low_memory_tests": "unit, low memory"}
+        return ([] if filters else rules) + [partial(native_tests, filters, names[program], program)
+                                             for program in unit_programs(filters)]
     if choice.layer == "windows-unit":
         return [partial(windows_tests, "unit, Windows", "unit_tests", filters, with_display=False)]
     if choice.layer == "window":

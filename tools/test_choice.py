@@ -79,12 +79,24 @@ def tests_in(folder):
             yield f"{suite}.{test}"
 
 
+def has_one(folder, filters):
+    patterns = google_filter(filters).split("-")[0].split(":")
+    return any(fnmatchcase(test, pattern) for test in tests_in(folder) for pattern in patterns if pattern)
+
+
 def window_programs(filters):
     """The programs that have one of the tests; both when no source knows the name, and the run will say so."""
-    patterns = google_filter(filters).split("-")[0].split(":")
-    chosen = [program for program, folder in WINDOW_PROGRAMS.items()
-              if any(fnmatchcase(test, pattern) for test in tests_in(folder) for pattern in patterns if pattern)]
-    return chosen or list(WINDOW_PROGRAMS)
+    return [program for program, folder in WINDOW_PROGRAMS.items() if has_one(folder, filters)] or list(WINDOW_PROGRAMS)
+
+
+def unit_programs(filters):
+    """The same natively, where the large one also has tests whose names are put together."""
+    if not filters:
+        return ["unit_tests", "low_memory_tests"]
+    tests = PROJECT / "tests"
+    is_low_memory = has_one(tests / "low_memory", filters)
+    is_unit = not is_low_memory or any(has_one(tests / folder, filters) for folder in ("unit", "check"))
+    return ["unit_tests"] * is_unit + ["low_memory_tests"] * is_low_memory
 
 
 def matches(identity, filters):

@@ -6,7 +6,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent.parent / "tools"))
 
-from test_choice import DEFAULT_FUZZ_SECONDS, DEFAULT_LAYERS, Usage, choices, google_filter, matches, needs, window_programs  # noqa: E402
+from test_choice import (DEFAULT_FUZZ_SECONDS, DEFAULT_LAYERS, Usage, choices, google_filter, matches, needs,  # noqa: E402
+                         unit_programs, window_programs)
 
 
 def built(*words):
@@ -41,6 +42,13 @@ class ChoiceTest(unittest.TestCase):
     def test_native_unit_tests_build_nothing_for_windows(self):
         self.assertEqual(built("unit"), ["build native low_memory_tests unit_tests"])
         self.assertEqual(built("unit", "BackupRunTest.*"), ["build native low_memory_tests unit_tests"])
+
+    def test_a_unit_test_is_looked_for_where_it_is(self):
+        self.assertEqual(unit_programs([]), ["unit_tests", "low_memory_tests"])
+        for words in (["BackupRunTest.*"], ["CheckWorkTest.*"], ["NoSuchTest.*"]):
+            self.assertEqual(unit_programs(words), ["unit_tests"])
+        self.assertEqual(unit_programs(["LowMemory.*"]), ["low_memory_tests"])
+        self.assertEqual(unit_programs(["LowMemory.*", "BackupRunTest.*"]), ["unit_tests", "low_memory_tests"])
 
     def test_a_window_test_builds_the_program_that_has_it(self):
         self.assertEqual(window_programs(["RestoreWindow.*"]), ["window_tests"])
