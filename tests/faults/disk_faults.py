@@ -152,7 +152,7 @@ disk("program-killed-when-the-list-comes", Expect(outcomes=(KILLED,)), holds=f"w
 disk("clock-set-back-during-the-run", Expect(outcomes=(DONE,), medium=(NEW,)),
      when_running=lambda scene: scene.rule("clock -86400"))
 disk("few-handles", Expect(outcomes=(FAILED, DONE), medium=(OLD, NEW)),
-     when_chosen=lambda scene: scene.limit_files(2))
+     when_chosen=lambda scene: scene.limit_files(8))
 
 
 def change_list_in_temp(scene):
