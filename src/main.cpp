@@ -31,7 +31,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     Workstation workstation;
     Application app(workstation.Ports());
 
-    const SingleInstance instance(app.ProgramFolder());
+    SingleInstance instance(app.ProgramFolder());
     if (!instance.IsFirst()) {
         instance.ShowFirst();
         return 0;

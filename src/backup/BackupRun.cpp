@@ -123,8 +123,9 @@ void BackupRun::RunToDisc() {
     view_.AfficherProgression(true);
     AwaitDrive();
     if (state_.phase.IsAt(RunPhase::ArchiveStopped)) return;
-    if (IsDriveSilent()) {
-        Tell({TextId::WriterSilent, TextId::None, box::Ok});
+    // Messages ran since the archive was held against the disc: another may be in.
+    if (const std::optional<Notice> refusal = WhyNotToMedium()) {
+        Tell(*refusal);
         ReturnToIdle();
         return;
     }

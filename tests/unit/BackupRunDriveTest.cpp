@@ -191,6 +191,23 @@ TEST_F(BackupRunTest, ADriveThatFallsSilentBeforeTheWriteForGoodIsNamed) {
     EXPECT_THAT(Record().calls, Not(Contains(L"StartWrite")));
 }
 
+TEST_F(BackupRunTest, ADiscThatTheArchiveDoesNotFitAndThatCameBeforeTheWriteIsNotWritten) {
+    UseCd();
+    machine.app.archive->archiveSizeBytes = 500 * Megabyte;
+    view.whenBusyChanges = [&](bool isBusy) {
+        if (isBusy && state.phase.IsAt(RunPhase::Archived)) Writer().InsertDisc(NotAnswering());
+    };
+    machine.messageLoop.handler = [&] {
+        if (state.disc.presence == DiscPresence::NotAnswering)
+            Writer().InsertDisc(BlankDisc(MediaKind::CdR, 200 * Megabyte));
+    };
+    run.Launch();
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_EQ(machine.messageBoxes.shown[0].text, Text(TextId::MediumTooSmall));
+    EXPECT_EQ(Modes().back(), L"idle");
+    EXPECT_THAT(Record().filesWritten, IsEmpty());
+}
+
 TEST_F(BackupRunTest, AStopWhileTheDriveIsWaitedForAgainStartsNoWrite) {
     UseCd();
     view.whenBusyChanges = [&](bool isBusy) {

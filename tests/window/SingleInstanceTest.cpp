@@ -63,7 +63,7 @@ TEST(SingleInstance, SecondCopyBringsTheFirstToTheFront) {
     MarkedForm marked;
     const SingleInstance first(L"C:\\Valcoreaux\\Backup");
     first.Mark(marked.Handle());
-    const SingleInstance second(L"C:\\Valcoreaux\\Backup");
+    SingleInstance second(L"C:\\Valcoreaux\\Backup");
     MarkedForm other;
     ASSERT_EQ(GetForegroundWindow(), other.Handle());
     // The window manager's word that it has given the other window the focus may come late and take it back.

@@ -55,7 +55,8 @@ void SingleInstance::Mark(HWND window) const {
     SetPropW(window, name_.c_str(), window);
 }
 
-void SingleInstance::ShowFirst() const {
+void SingleInstance::ShowFirst() {
+    mutex_.Reset();
     MarkedWindow first{name_.c_str(), nullptr};
     EnumWindows(TakeMarked, reinterpret_cast<LPARAM>(&first));
     // A copy that was started a moment ago has its window still to make.

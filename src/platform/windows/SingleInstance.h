@@ -14,8 +14,9 @@ class SingleInstance {
     /// Marks the window that a later copy brings to the front.
     void Mark(HWND window) const;
     /// Brings the first copy to the front, once it has marked its window. When it marks none for some seconds, because
-    /// it belongs to another user's session, says in the system's words that it runs.
-    void ShowFirst() const;
+    /// it belongs to another user's session or is about to end, says in the system's words that it runs. Keeps no copy
+    /// out that is started meanwhile.
+    void ShowFirst();
 
   private:
     std::wstring name_;
