@@ -44,6 +44,9 @@ class DiscTest(SystemTest):
     def end_text(self):
         return self.words(BURNT)
 
+    def nothing_used(self):
+        return {"fr": "0.000 Mo", "en": "0.000 Mb"}[self.surroundings.language]
+
     def wrong_kind(self, inserted, wanted="CD-R/RW"):
         return self.words(WRONG_KIND).replace("%1", inserted).replace("%2", wanted).replace("%3", wanted)
 
@@ -162,7 +165,7 @@ class DiscStateTest(DiscTest):
         main.press("cmdBackup")
         box = program.answer(IDOK, 60)
         self.assertEqual(box.title, self.words("Erreur format de disque"))
-        self.assertEqual(box.text, self.wrong_kind(inserted="CD-R/RW"))
+        self.assertEqual(box.text, self.wrong_kind(inserted={"fr": "CD-R/RW", "en": "CD-ROM"}[self.surroundings.language]))
 
     def test_a_closed_disc_cannot_be_started(self):
         program, backup = self.opened("CD-R", state="closed")
@@ -199,7 +202,7 @@ class DiscStateTest(DiscTest):
         backup.press("cmdInfoDisque")
         information = program.window("frmInfoDisque")
         self.assertEqual([information.text(name) for name in ("lblTypeCD", "lblStatutCD", "lblEspaceUtilise")],
-                         ["CD-R", self.words("Vierge"), "0.000 Mo"])
+                         ["CD-R", self.words("Vierge"), self.nothing_used()])
         information.press("cmdOK")
         self.leave(program, program.window("frmBackup"))
 

@@ -84,7 +84,7 @@ class DriveTest(DiscTest):
         information = program.window("frmInfoDisque")
         self.assertEqual([information.text(name) for name in ("lblTypeCD", "lblStatutCD", "lblEspaceUtilise",
                                                               "lblEstimEspaceUtilise")],
-                         ["", self.words("Inconnu"), "0.000 Mo", "0.000 Mo"])
+                         ["", self.words("Inconnu"), self.nothing_used(), self.nothing_used()])
         information.press("cmdOK")
         self.leave(program, program.window("frmBackup"))
 

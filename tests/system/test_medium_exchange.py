@@ -36,7 +36,7 @@ class MediumExchangeTest(SystemTest):
     def assert_failed(self, program, number):
         report = program.answer(IDOK, 60)
         self.assertIn("CopierUSB, Class clsCopie", report.text)
-        self.assertIn(f"nº {number} ", report.text)
+        self.assertIn(f"{self.words('Erreur nº ')}{number} ", report.text)
         self.assertEqual(program.answer(IDOK).title, "Error")
         program.window("frmBackup").wait_enabled("cmdPrecedent")
 
