@@ -2,8 +2,8 @@
 
 #include "backup/RunPhase.h"
 #include "backup/StartCondition.h"
+#include "core/Medium.h"
 #include "platform/Power.h"
-#include "shell/MediumOffer.h"
 
 #include <memory>
 #include <string>

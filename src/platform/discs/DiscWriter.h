@@ -1,26 +1,11 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
+#include "platform/discs/DiscFamily.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
-
-/// Which discs a writer is asked for.
-enum class DiscFamily { Cd, Dvd };
-
-/// What goes with a family: another family has to be given its own here, and by every caller.
-template<typename Value>
-Value ByFamily(DiscFamily family, Value forCd, Value forDvd) {
-    switch (family) {
-    case DiscFamily::Cd:
-        return forCd;
-    case DiscFamily::Dvd:
-        return forDvd;
-    }
-    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-}
 
 /// What a progress event reports on.
 enum class DiscOperation : std::int16_t {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/discs/DiscWriter.h"
+#include "platform/discs/DiscFamily.h"
 #include "shell/MainWindow.h"
 #include "shell/MediumOffer.h"
 #include "shell/forms/ApplicationForm.h"

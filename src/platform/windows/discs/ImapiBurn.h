@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/discs/DiscWriter.h"
+#include "platform/discs/DiscFamily.h"
 #include "platform/windows/discs/ImapiDrive.h"
 #include "platform/windows/discs/ImapiImage.h"
 #include "platform/windows/discs/OperationWatch.h"
