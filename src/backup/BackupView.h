@@ -49,7 +49,9 @@ class BackupView : public BackupParent {
     virtual void EndProgram() = 0;
 };
 
-/// The steps of a backup that other units do. All but the first may let messages run.
+/// The steps of a backup that other units do. All but the first may let messages run. The order that the run keeps
+/// among them, and what a stop between them comes to, is tested on a stand-in: with the real steps a test of the run
+/// would be one of the archiver, the list and the copy as well.
 class BackupSteps {
   public:
     virtual ~BackupSteps() = default;

@@ -4,6 +4,7 @@
 #include "core/ArchiveValues.h"
 #include "core/UserValues.h"
 #include "platform/MessageBoxes.h"
+#include "platform/MessageLoop.h"
 #include "resources/TextId.h"
 
 #include <array>

@@ -2,7 +2,19 @@
 
 #include "backup/RunDisplay.h"
 #include "backup/forms/frmBackupIds.h"
+#include "core/ProgressBar.h"
 #include "shell/forms/ApplicationForm.h"
+
+/// The control that long work is given as its bar: the work knows no windows, and the control no work.
+class WorkProgressBar final : public ui::ProgressBarControl, public ProgressBar {
+  public:
+    using ProgressBarControl::ProgressBarControl;
+    std::int32_t Min() const override { return ProgressBarControl::Min(); }
+    std::int32_t Max() const override { return ProgressBarControl::Max(); }
+    void SetRange(std::int32_t min, std::int32_t max) override { ProgressBarControl::SetRange(min, max); }
+    std::int32_t Value() const override { return ProgressBarControl::Value(); }
+    void SetValue(std::int32_t value) override { ProgressBarControl::SetValue(value); }
+};
 
 /// The part of the backup window that stands in the settings' place while a backup runs.
 class ProgressControls final : public RunDisplay {

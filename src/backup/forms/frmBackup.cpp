@@ -8,6 +8,7 @@
 #include "discutil/forms/frmInfoDisque.h"
 #include "platform/Drives.h"
 #include "platform/Locale.h"
+#include "platform/MessageLoop.h"
 #include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "shell/DiskDetection.h"

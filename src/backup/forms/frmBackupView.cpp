@@ -4,6 +4,7 @@
 #include "backup/StartCondition.h"
 #include "core/SpaceValues.h"
 #include "core/StartUpValues.h"
+#include "platform/MessageLoop.h"
 #include "platform/Power.h"
 #include "resources/TextId.h"
 #include "shell/forms/RunHold.h"

@@ -4,6 +4,7 @@
 #include "discutil/EraseWatchdog.h"
 #include "platform/Clock.h"
 #include "platform/MessageBoxes.h"
+#include "platform/MessageLoop.h"
 #include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 #include "ui/SessionEndHold.h"

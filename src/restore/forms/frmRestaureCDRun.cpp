@@ -1,4 +1,5 @@
 // The restore itself: from the click to the last row.
+#include "platform/MessageLoop.h"
 #include "restore/forms/frmRestaureCD.h"
 
 #include "archive/WorkFolder.h"

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "core/Application.h"
-#include "core/ProgressBar.h"
-#include "platform/MessageLoop.h"
 #include "shell/ErrorReport.h"
 #include "ui/Controls.h"
 
@@ -40,15 +38,4 @@ class ApplicationForm : public ui::Form {
 
   private:
     std::wstring module_;
-};
-
-/// A progress bar control that long work can be given.
-class WorkProgressBar final : public ui::ProgressBarControl, public ProgressBar {
-  public:
-    using ProgressBarControl::ProgressBarControl;
-    std::int32_t Min() const override { return ProgressBarControl::Min(); }
-    std::int32_t Max() const override { return ProgressBarControl::Max(); }
-    void SetRange(std::int32_t min, std::int32_t max) override { ProgressBarControl::SetRange(min, max); }
-    std::int32_t Value() const override { return ProgressBarControl::Value(); }
-    void SetValue(std::int32_t value) override { ProgressBarControl::SetValue(value); }
 };
