@@ -3,7 +3,6 @@
 #include "platform/FileStore.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

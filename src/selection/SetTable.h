@@ -3,7 +3,6 @@
 #include "resources/TextId.h"
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <span>
 

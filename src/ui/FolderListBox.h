@@ -6,7 +6,6 @@
 #include "win32/UniqueHandle.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -6,7 +6,6 @@
 #include "ui/Windows.h"
 #include "win32/UniqueHandle.h"
 
-#include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>

@@ -8,7 +8,6 @@
 #include <shellapi.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 

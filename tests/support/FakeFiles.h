@@ -4,7 +4,6 @@
 #include "platform/RuntimeError.h"
 
 #include <map>
-#include <optional>
 
 /// Files in memory. Names are compared without regard to case; entries come in the order of their upper-case names.
 class FakeFiles : public Files {
