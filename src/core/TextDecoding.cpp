@@ -2,6 +2,8 @@
 
 #include "platform/Text.h"
 
+#include <utility>
+
 namespace {
 
 constexpr char32_t Replacement = 0xFFFD;

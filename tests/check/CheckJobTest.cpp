@@ -6,6 +6,7 @@
 #include "support/GatedFileStore.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 #include <chrono>
 #include <thread>

@@ -5,6 +5,7 @@
 #include "resources/TextId.h"
 #include "support/FakeFileStore.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {

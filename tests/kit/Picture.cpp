@@ -3,6 +3,7 @@
 #include "Words.h"
 #include "win32/PixelBitmap.h"
 
+#include <cstdint>
 #include <zlib.h>
 
 #include <vector>

@@ -2,6 +2,7 @@
 
 #include "core/ProgressBar.h"
 
+#include <utility>
 #include <vector>
 
 /// A progress bar as plain data.

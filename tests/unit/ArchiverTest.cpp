@@ -7,6 +7,7 @@
 #include "support/FakeMachine.h"
 #include "support/FakeProgressBar.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {

@@ -6,7 +6,9 @@
 #include "support/FakeMachine.h"
 #include "support/FakeProgressBar.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <utility>
 
 #include <chrono>
 #include <random>

@@ -12,6 +12,7 @@
 #include "support/FakeMachine.h"
 #include "ui/MessagePump.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include <windows.h>
