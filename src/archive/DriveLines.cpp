@@ -8,6 +8,7 @@
 
 namespace {
 
+constexpr const wchar_t* BeforeLabel = L"  Volume : ";
 constexpr const wchar_t* NoDriveLine = L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur";
 
 std::optional<RestoreDrive> KindOf(Application& app, const std::wstring& root) {
@@ -53,7 +54,7 @@ std::vector<DriveFacts> DrivesToRestoreFrom(Application& app) {
 
 std::wstring DriveLine(const Application& app, const DriveFacts& drive) {
     std::wstring line = drive.root + L" " + app.Text(MediumTextOf(drive));
-    if (drive.label) line += L"  Volume : " + *drive.label;
+    if (drive.label) line += BeforeLabel + *drive.label;
     return line;
 }
 
@@ -62,6 +63,10 @@ std::vector<std::wstring> DriveLines(Application& app) {
     for (const DriveFacts& drive : DrivesToRestoreFrom(app)) lines.push_back(DriveLine(app, drive));
     if (lines.empty()) lines.emplace_back(NoDriveLine);
     return lines;
+}
+
+bool HasLabel(const std::wstring& driveLine) {
+    return driveLine.find(BeforeLabel) != std::wstring::npos;
 }
 
 std::wstring RootOfLine(const std::wstring& line) {

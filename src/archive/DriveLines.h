@@ -26,5 +26,8 @@ std::wstring DriveLine(const Application& app, const DriveFacts& drive);
 /// The lines of all those drives, or the single line that says that there is none.
 std::vector<std::wstring> DriveLines(Application& app);
 
+/// Whether a drive's line names the label of a medium.
+bool HasLabel(const std::wstring& driveLine);
+
 /// The drive root of a line, which is its first three characters; empty when the line is no drive's.
 std::wstring RootOfLine(const std::wstring& line);

@@ -95,7 +95,12 @@ class CheckWork {
         if (request_.isListOnly) {
             report_.verdict = Verdict::NotChecked;
             Inspection(std::move(rows), report_, {}, {}, hooks_.onItem);
-        } else if (MayWrite() && FindPassphrase() && HasRoom()) {
+        } else if (!MayWrite()) {
+            return;
+        } else if (!FindPassphrase()) {
+            // Who follows the work has a use for the rows. Elsewhere they would hide that the password is wrong.
+            if (hooks_.onItem) Inspection(std::move(rows), report_, {}, request_.wanted, hooks_.onItem);
+        } else if (HasRoom()) {
             Walk(std::move(rows));
         }
     }

@@ -208,32 +208,38 @@ void CheckWindow::ShowPlaces(const std::vector<std::wstring>& driveLines) {
         if (const std::wstring root = RootOfLine(line); !root.empty()) places.push_back({root, line});
     }
     for (const std::wstring& path : pickedPlaces_) places.push_back({path, path});
-    const auto isChosen = [this](const Place& place) { return place.path == place_; };
-    const auto before = std::find_if(shownPlaces_.begin(), shownPlaces_.end(), isChosen);
-    const std::wstring lineBefore = before == shownPlaces_.end() ? std::wstring() : before->line;
     shownPlaces_ = std::move(places);
     std::vector<std::wstring> lines;
     for (const Place& place : shownPlaces_) lines.push_back(place.line);
     places_.SetItems(lines);
-    const auto now = std::find_if(shownPlaces_.begin(), shownPlaces_.end(), isChosen);
+    const auto now = PlaceShown();
     const bool isThere = now != shownPlaces_.end();
-    if (isThere) places_.Select(static_cast<int>(now - shownPlaces_.begin()));
-    isPlaceThere_ = isThere;
-    const bool isOther = !place_.empty() && (!isThere || now->line != lineBefore);
+    bool isOther = !place_.empty() && (!isThere || now->line != placeLine_);
+    // A medium that is read all the time may be slow to tell its label.
+    if (isOther && isThere && IsBusy()) isOther = HasLabel(now->line);
     if (isOther && (report_ || IsBusy())) {
         // What was found stays to be read and saved. Ticks among it say nothing about another medium.
         archive_.clear();
         isMediumLost_ = true;
     }
+    // Beside a line that is chosen, what was found would seem to be about the medium that is there now.
+    isPlaceThere_ = isThere && !isMediumLost_;
+    if (isPlaceThere_) places_.Select(static_cast<int>(now - shownPlaces_.begin()));
     if (IsBusy()) return;
     if (report_) {
         EnableControls();
+        ShowDetails();
     } else if (place_.empty() && shownPlaces_.size() == 1) {
         places_.Select(0);
         UsePlace(shownPlaces_.front().path);
-    } else if (isOther) {
+    } else if (isOther || isMediumLost_) {
         UsePlace(isThere ? place_ : std::wstring());
     }
+}
+
+std::vector<CheckWindow::Place>::const_iterator CheckWindow::PlaceShown() const {
+    return std::find_if(shownPlaces_.begin(), shownPlaces_.end(),
+                        [this](const Place& place) { return place.path == place_; });
 }
 
 void CheckWindow::PlaceClicked() {
@@ -264,7 +270,10 @@ void CheckWindow::BrowseClicked() {
 void CheckWindow::UsePlace(const std::wstring& path) {
     ++placesUsed_;
     place_ = path;
+    const auto shown = PlaceShown();
+    placeLine_ = shown == shownPlaces_.end() ? std::wstring() : shown->line;
     isPlaceThere_ = !path.empty();
+    isMediumLost_ = false;
     job_.reset();
     report_.reset();
     archive_.clear();
@@ -349,6 +358,7 @@ void CheckWindow::ShowDetails() {
         lines = ItemLines(*shownItem_, texts_);
     } else if (!isRow && report_) {
         lines = SummaryLines(*report_, texts_);
+        if (isMediumLost_) lines.push_back(Text(TextId::CheckChooseFirst));
     }
     details_.SetText(AsParagraphs(lines));
 }

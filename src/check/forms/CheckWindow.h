@@ -79,6 +79,7 @@ class CheckWindow final : public ApplicationForm {
 
     void ListPlaces();
     void ShowPlaces(const std::vector<std::wstring>& driveLines);
+    std::vector<Place>::const_iterator PlaceShown() const;
     void PlaceClicked();
     void BrowseClicked();
     void UsePlace(const std::wstring& path);
@@ -138,12 +139,13 @@ class CheckWindow final : public ApplicationForm {
 
     std::vector<Place> shownPlaces_;
     std::vector<std::wstring> pickedPlaces_;
-    std::wstring place_; ///< of the backup that the window is about; empty: none
+    std::wstring place_;     ///< of the backup that the window is about; empty: none
+    std::wstring placeLine_; ///< of that place, when it was chosen
     CheckRows rows_;
     ShownRows shownRows_{rows_};
     const ItemReport* shownItem_ = nullptr; ///< whose details are shown
     int placesUsed_ = 0;
-    bool isPlaceThere_ = false; ///< as far as the list of places knows
+    bool isPlaceThere_ = false; ///< and its medium the same, as far as the list of places knows
     bool isMediumLost_ = false; ///< it has left since the work began
     std::wstring archive_;      ///< that the rows are about; empty while none is known
 

@@ -77,6 +77,8 @@ void CheckWindow::FollowJob() {
 void CheckWindow::TakeRows() {
     const std::vector<CheckJob::KnownItem> known = job_->TakeItems();
     if (known.empty()) return;
+    // Rows without a password say nothing new where there are some.
+    if (IsBusy() && !job_->Now().isPasswordAccepted && rows_.Count() > 0 && !hasNewRows_) return;
     if (!std::exchange(hasNewRows_, true)) BeginRows();
     const auto contents = job_->Contents();
     for (const CheckJob::KnownItem& item : known) rows_.Take(item, contents);
@@ -122,7 +124,9 @@ void CheckWindow::EndJob() {
     const std::shared_ptr<const BackupReport> report = job_->Report();
     const bool isListing = work_ == Work::Listing;
     // Where the check was begun before the list was read, it is the first to know of the archive.
-    const bool hasArchive = isListing ? report->verdict == Verdict::NotChecked : report->archiveBytes > 0;
+    const bool areRowsKnown = rows_.Count() > 0 || !report->hasList;
+    const bool hasArchive =
+        isListing ? report->verdict == Verdict::NotChecked : report->archiveBytes > 0 && areRowsKnown;
     if (hasArchive && !isMediumLost_) archive_ = report->archive;
     if (!isListing) {
         report_ = report;
@@ -162,6 +166,9 @@ void CheckWindow::BackToIdle() {
     items_.Redraw();
     EnableControls();
     if (hadFocus) items_.SetFocus();
+    // Meanwhile it may have had no label. What that means is found out now that nothing reads any more.
+    const auto shown = PlaceShown();
+    if (!isMediumLost_ && shown != shownPlaces_.end() && shown->line != placeLine_) ListPlaces();
 }
 
 void CheckWindow::TellOutcome() {
@@ -176,10 +183,9 @@ void CheckWindow::TellOutcome() {
 
 void CheckWindow::SaveReportClicked() {
     Guarded(L"SaveReportClicked, module CheckWindow", [this] {
-        // Messages run while the dialog is open, and may leave this window without a report.
         const std::shared_ptr<const BackupReport> report = report_;
         const auto path = ways_.chooseReport(*this, Text(TextId::CheckReportName));
-        if (!path || path->empty() || !IsLoaded() || work_ != Work::None) return;
+        if (!path || path->empty() || !IsLoaded()) return;
         const auto failure = std::make_shared<std::optional<std::wstring>>();
         tasks_.emplace_back([files = ways_.files, report, path = *path, texts = texts_, failure] {
             try {

@@ -30,6 +30,28 @@ class CheckWindowChange : public CheckWindowTest {
         return false;
     }
 
+    int SelectedLine() const { return static_cast<int>(SendDlgItemMessageW(Window(), IDC_Places, LB_GETCURSEL, 0, 0)); }
+    /// Chooses the only place, and has its list read.
+    void ChooseMedium() {
+        Choose(IDC_Places, 0);
+        EXPECT_TRUE(WaitFor([this] { return IsEnabled(IDC_Recover); }));
+    }
+    /// Lets the check end that waits at the gate.
+    void EndCheck() {
+        files->gate.Open();
+        ASSERT_TRUE(WaitFor([this] { return !machine.messageBoxes.shown.empty(); }));
+    }
+
+    void OpenBeforeTheListIsRead() {
+        CloseGate();
+        files->isListGated = true;
+        form.emplace(machine.app, ways);
+        form->Create();
+        form->Show();
+        ASSERT_TRUE(WaitFor([this] { return IsEnabled(IDC_Check); }));
+    }
+
+    const Texts unlabelled = {L"E:\\ Disque amovible"};
     const Texts medium = {L"E:\\ Disque amovible  Volume : SAUVEGARDE"};
     const Texts otherMedium = {L"E:\\ Disque amovible  Volume : AUTRE"};
 };
@@ -54,8 +76,12 @@ TEST_F(CheckWindowChange, AMediumThatComesBackIsCheckedBeforeItIsRecovered) {
     Check();
     SetDrives({});
     SetDrives(medium);
-    EXPECT_TRUE(IsEnabled(IDC_Check));
+    EXPECT_EQ(SelectedLine(), -1);
+    EXPECT_FALSE(IsEnabled(IDC_Check));
     EXPECT_FALSE(IsEnabled(IDC_Recover)) << "it may be another one, and the ticks are not about it";
+    ChooseMedium();
+    EXPECT_TRUE(IsEnabled(IDC_Check));
+    EXPECT_EQ(Result(0), L"Non vérifié");
     Check();
     EXPECT_TRUE(List().IsTicked(0));
     EXPECT_TRUE(IsEnabled(IDC_Recover));
@@ -70,14 +96,42 @@ TEST_F(CheckWindowChange, AMediumThatWasPulledOutDuringTheCheckIsCheckedAgainBef
     ASSERT_TRUE(WaitFor([this] { return !machine.messageBoxes.shown.empty(); }));
     EXPECT_FALSE(IsEnabled(IDC_Recover)) << "the rows may be about the one before";
     EXPECT_TRUE(IsEnabled(IDC_SaveReport));
+    EXPECT_EQ(SelectedLine(), -1);
+    ChooseMedium();
     Check();
     EXPECT_TRUE(IsEnabled(IDC_Recover));
+}
+
+TEST_F(CheckWindowChange, AMediumWhoseLabelCannotBeReadForAMomentIsNotLost) {
+    Open();
+    CloseGate();
+    StartCheck();
+    SetDrives(unlabelled);
+    SetDrives(medium);
+    EndCheck();
+    EXPECT_EQ(SelectedLine(), 0);
+    EXPECT_TRUE(IsEnabled(IDC_Recover));
+}
+
+TEST_F(CheckWindowChange, AMediumWhoseLabelCannotBeReadAtTheEndOfTheCheckIsLost) {
+    Open();
+    CloseGate();
+    StartCheck();
+    SetDrives(unlabelled);
+    EndCheck();
+    EXPECT_TRUE(WaitFor([this] { return !IsEnabled(IDC_Recover); }));
+    EXPECT_EQ(SelectedLine(), -1);
+    EXPECT_EQ(Text(IDC_Verdict), TextOf(TextId::CheckGood));
+    EXPECT_THAT(Text(IDC_Details), HasSubstr(TextOf(TextId::CheckChooseFirst)));
 }
 
 TEST_F(CheckWindowChange, AnotherMediumInTheDriveLeavesTheResultUntilItsPlaceIsChosen) {
     Open();
     Check();
     SetDrives(otherMedium);
+    EXPECT_EQ(SelectedLine(), -1) << "the result is not that of the medium which is there";
+    EXPECT_FALSE(IsEnabled(IDC_Check));
+    EXPECT_THAT(Text(IDC_Details), HasSubstr(TextOf(TextId::CheckChooseFirst)));
     EXPECT_EQ(Text(IDC_Verdict), TextOf(TextId::CheckGood));
     EXPECT_TRUE(IsEnabled(IDC_SaveReport));
     EXPECT_FALSE(IsEnabled(IDC_Recover));
@@ -89,6 +143,7 @@ TEST_F(CheckWindowChange, AnotherMediumInTheDriveLeavesTheResultUntilItsPlaceIsC
 TEST_F(CheckWindowChange, AReportIsSavedThoughItsMediumGoesWhileItsFileIsChosen) {
     ways.chooseReport = [this](ui::Form&, const std::wstring&) {
         SetDrives({});
+        SetDrives(otherMedium);
         return chosenReport;
     };
     Open();
@@ -100,7 +155,9 @@ TEST_F(CheckWindowChange, AReportIsSavedThoughItsMediumGoesWhileItsFileIsChosen)
 TEST_F(CheckWindowChange, NothingIsRecoveredFromAMediumThatGoesWhileTheFolderIsChosen) {
     bool hasReport = false;
     Texts drivesAfter;
+    int folderChoices = 0;
     ways.chooseTarget = [&](ui::Form&, const std::wstring&) {
+        ++folderChoices;
         SetDrives({});
         if (!drivesAfter.empty()) SetDrives(drivesAfter);
         EXPECT_TRUE(WaitFor([&] { return drivesAfter.empty() || hasReport || List().Count() == 2; }));
@@ -121,20 +178,42 @@ TEST_F(CheckWindowChange, NothingIsRecoveredFromAMediumThatGoesWhileTheFolderIsC
             form->Unload();
         }
     }
+    EXPECT_EQ(folderChoices, 6);
 }
 
 TEST_F(CheckWindowChange, ACheckThatIsBegunBeforeTheListIsReadOffersRecovery) {
-    CloseGate();
-    files->isListGated = true;
-    form.emplace(machine.app, ways);
-    form->Create();
-    form->Show();
-    ASSERT_TRUE(WaitFor([this] { return IsEnabled(IDC_Check); }));
+    OpenBeforeTheListIsRead();
     StartCheck();
     files->gate.Open();
     ASSERT_TRUE(WaitFor([this] { return !machine.messageBoxes.shown.empty(); }));
     EXPECT_EQ(Text(IDC_Verdict), TextOf(TextId::CheckGood));
     EXPECT_TRUE(IsEnabled(IDC_Recover));
+}
+
+TEST_F(CheckWindowChange, AWrongPasswordBeforeTheListIsReadShowsWhatMayBeRecovered) {
+    OpenBeforeTheListIsRead();
+    StartCheck(L"wrong");
+    EndCheck();
+    EXPECT_EQ(List().Count(), 2);
+    EXPECT_EQ(Result(0), L"Non vérifié");
+    EXPECT_TRUE(IsEnabled(IDC_Recover));
+}
+
+TEST_F(CheckWindowChange, ACheckThatIsStoppedBeforeTheListIsReadOffersNoRecovery) {
+    OpenBeforeTheListIsRead();
+    StartCheck();
+    Click(IDC_Cancel);
+    files->gate.Open();
+    ASSERT_TRUE(WaitFor([this] { return IsVisible(IDC_Close); }));
+    EXPECT_EQ(List().Count(), 0);
+    EXPECT_FALSE(IsEnabled(IDC_Recover)) << "it would be of everything";
+}
+
+TEST_F(CheckWindowChange, AWrongPasswordLeavesTheResultsOfTheCheckBefore) {
+    Open();
+    Check();
+    Check(L"wrong");
+    EXPECT_EQ(Result(1), L"Intact");
 }
 
 TEST_F(CheckWindowChange, TheSelectionStaysWithItsItemWhenSortedRowsAreToldAnew) {
