@@ -1,5 +1,6 @@
 #include "check/CheckCommand.h"
 
+#include "check/CheckWork.h"
 #include "check/ReportFile.h"
 #include "platform/CodePages.h"
 #include "platform/RuntimeError.h"
@@ -90,6 +91,15 @@ std::string ReadSmallFile(const FileStore& files, const std::wstring& path) {
     return bytes;
 }
 
+/// Where the place cannot even be looked at, the work tells why.
+std::wstring ArchiveAt(const FileStore& files, const std::wstring& place) {
+    try {
+        return PlaceOf(files, place).archive;
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
 void ShowLines(Console& console, const std::wstring& text) {
     std::size_t from = 0;
     for (std::size_t end = text.find(L'\n'); end != std::wstring::npos; end = text.find(L'\n', from)) {
@@ -139,6 +149,14 @@ int RunCommand(FileStore& files, Console& console, const Texts& texts, const std
     }
     CheckCommand& command = std::get<CheckCommand>(understood);
     command.request.profileFolder = profileFolder;
+    if (command.reportFile) {
+        try {
+            RequireOffBackup(files, ArchiveAt(files, command.request.place), *command.reportFile, texts);
+        } catch (const RuntimeError& error) {
+            console.Line(Filled(texts(TextId::CheckReportNotWritten), {error.Description()}));
+            return CannotReadOrWrite;
+        }
+    }
     if (command.passwordFile) {
         try {
             const bool isInput = *command.passwordFile == L"-";

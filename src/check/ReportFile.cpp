@@ -53,18 +53,23 @@ bool IsTextReport(const std::wstring& path) {
 }
 
 /// Where a copied backup lies in a folder, its two files are what no report may take the place of.
-bool IsPartOfBackup(const FileStore& files, const BackupReport& report, const std::wstring& path) {
+bool IsPartOfBackup(const FileStore& files, const std::wstring& archive, const std::wstring& path) {
     const std::wstring full = UpperCase(files.FullPath(path));
-    const BackupPlace place = PlaceOf(files, report.archive);
-    return full == UpperCase(report.archive) || (!place.list.empty() && full == UpperCase(place.list));
+    const BackupPlace place = PlaceOf(files, archive);
+    return full == UpperCase(archive) || (!place.list.empty() && full == UpperCase(place.list));
 }
 
 } // namespace
 
-void WriteReport(FileStore& files, const BackupReport& report, const std::wstring& path, const Texts& texts) {
-    if (IsOnMedium(files, report.archive, path))
+void RequireOffBackup(const FileStore& files, const std::wstring& archive, const std::wstring& path,
+                      const Texts& texts) {
+    if (IsOnMedium(files, archive, path))
         throw RuntimeError(static_cast<std::int32_t>(ErrorNumber::PermissionDenied),
                            texts(TextId::CheckTargetOnMedium));
-    if (IsPartOfBackup(files, report, path)) throw RuntimeError(ErrorNumber::PermissionDenied);
+    if (IsPartOfBackup(files, archive, path)) throw RuntimeError(ErrorNumber::PermissionDenied);
+}
+
+void WriteReport(FileStore& files, const BackupReport& report, const std::wstring& path, const Texts& texts) {
+    RequireOffBackup(files, report.archive, path, texts);
     WriteBytes(files, path, IsTextReport(path) ? AsText(report, texts) : ReportJson(report));
 }

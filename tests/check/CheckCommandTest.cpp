@@ -15,6 +15,16 @@ std::wstring NumberAsText(TextId id) {
     return L"#" + std::to_wstring(static_cast<int>(id)) + L" %1";
 }
 
+/// Files in memory that count how often one of them is read.
+class CountedFiles final : public FakeFileStore {
+  public:
+    std::unique_ptr<InputFile> Open(const std::wstring& path) const override {
+        ++opened;
+        return FakeFileStore::Open(path);
+    }
+    mutable int opened = 0;
+};
+
 TextId FaultOf(const Words& words) {
     const auto read = ReadCommand(words);
     const auto* fault = std::get_if<CommandFault>(&read);
@@ -81,6 +91,22 @@ TEST(CheckCommand, APasswordFileThatIsNotThereAndAReportOverTheBackupEndWithFour
     EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/password-file", L"D:\\no"}, {}), 4);
     EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/report", L"E:\\OKRBACKUP.ZIP"}, {}), 4);
     EXPECT_EQ(RunCommand(files, console, NumberAsText, {}, {}), 5);
+}
+
+TEST(CheckCommand, AReportOnTheMediumIsRefusedBeforeAnythingIsRead) {
+    CountedFiles files;
+    const std::string backup = BuildBackup({{{"a.txt", "premier"}}}, "Valcoreaux1");
+    files.Add(L"E:\\OKRBACKUP.ZIP", backup);
+    files.Add(L"D:\\copie\\OKRBACKUP.ZIP", backup);
+    files.Add(L"D:\\secret.txt", "Valcoreaux1");
+    FakeConsole console;
+    for (const Words& words :
+         {Words{L"/check", L"E:\\", L"/password-file", L"D:\\secret.txt", L"/report", L"E:\\r.json"},
+          Words{L"/recover", L"E:", L"/to", L"D:\\Cible", L"/report", L"e:\\r.txt"},
+          Words{L"/check", L"D:\\copie", L"/report", L"D:\\copie\\_listFich.lst"}})
+        EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 4);
+    EXPECT_EQ(files.opened, 0);
+    EXPECT_EQ(console.lines.size(), 3u) << "why, and nothing else";
 }
 
 TEST(CheckCommand, AWorkThatIsBrokenOffFromTheConsoleIsReportedAsStopped) {
