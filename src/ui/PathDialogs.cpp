@@ -1,5 +1,7 @@
 #include "ui/PathDialogs.h"
 
+#include "ui/TypedPath.h"
+
 #include <commdlg.h>
 #include <shlobj.h>
 
@@ -19,14 +21,13 @@ struct FreeTaskMemory {
 /// Nothing of the tree is taken for what was typed: what is not there yet is chosen by its whole path.
 int CALLBACK TakeTyped(HWND, UINT message, LPARAM lParam, LPARAM typed) {
     if (message != BFFM_VALIDATEFAILEDW) return 0;
-    const std::wstring text = reinterpret_cast<const wchar_t*>(lParam);
-    const bool isWhole = text.starts_with(L"\\\\") || text.find(L":\\") == 1;
-    if (isWhole) {
-        *reinterpret_cast<std::wstring*>(typed) = text;
+    const auto path = WholePath(reinterpret_cast<const wchar_t*>(lParam));
+    if (path) {
+        *reinterpret_cast<std::wstring*>(typed) = *path;
     } else {
         MessageBeep(MB_ICONWARNING);
     }
-    return isWhole ? 0 : 1;
+    return path ? 0 : 1;
 }
 
 std::optional<std::wstring> Browse(Form& owner, const std::wstring& instruction, UINT flags) {
