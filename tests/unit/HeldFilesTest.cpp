@@ -1,5 +1,6 @@
 // What another program holds for a moment, as a scanner does with every fresh file.
 #ifdef _WIN32
+#include "platform/windows/WindowsFileStore.h"
 #include "platform/windows/WindowsFiles.h"
 #include "support/Failures.h"
 #include "win32/UniqueHandle.h"
@@ -42,6 +43,7 @@ class HeldFiles : public testing::Test {
     const std::filesystem::path folder_ = std::filesystem::temp_directory_path() / L"HeldFiles";
     const std::filesystem::path file_ = folder_ / L"Zip0001.zip";
     WindowsFiles files_;
+    WindowsFileStore store_;
 };
 
 TEST_F(HeldFiles, AreDeletedWhenTheyAreReleased) {
@@ -64,6 +66,27 @@ TEST_F(HeldFiles, GoWithTheirFolderWhenTheyAreReleased) {
     const Scanner scanner(file_, 120ms);
     EXPECT_EQ(NumberThrownBy([&] { files_.DeleteFolder(folder_.wstring()); }), 0);
     EXPECT_FALSE(std::filesystem::exists(folder_));
+}
+
+TEST_F(HeldFiles, AreDeletedFromAStoreWhenTheyAreReleased) {
+    const Scanner scanner(file_, 120ms);
+    EXPECT_EQ(NumberThrownBy([&] { store_.Delete(file_.wstring()); }), 0);
+    EXPECT_FALSE(std::filesystem::exists(file_));
+}
+
+TEST_F(HeldFiles, AreRenamedInAStoreWhenTheyAreReleased) {
+    const Scanner scanner(file_, 120ms);
+    bool isRenamed = false;
+    EXPECT_EQ(NumberThrownBy([&] { isRenamed = store_.Rename(file_.wstring(), (folder_ / L"b").wstring()); }), 0);
+    EXPECT_TRUE(isRenamed);
+}
+
+TEST_F(HeldFiles, ReplaceOthersWhenTheyAreReleased) {
+    const std::filesystem::path old = folder_ / L"b";
+    std::ofstream(old) << "old";
+    const Scanner scanner(file_, 120ms);
+    EXPECT_EQ(NumberThrownBy([&] { store_.Replace(file_.wstring(), old.wstring()); }), 0);
+    EXPECT_EQ(std::filesystem::file_size(old), 5u);
 }
 
 TEST_F(HeldFiles, ThatAreNotReleasedAreError70) {

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/windows/FolderSearch.h"
+#include "platform/windows/HeldFiles.h"
 #include "platform/windows/LastError.h"
 #include "platform/windows/QuietErrors.h"
 #include "win32/UniqueHandle.h"
@@ -153,7 +154,7 @@ std::unique_ptr<NewFile> WindowsFileStore::CreateNew(const std::wstring& path) {
 bool WindowsFileStore::Rename(const std::wstring& path, const std::wstring& newPath) {
     const std::wstring longPath = LongPath(path);
     const std::wstring newLongPath = LongPath(newPath);
-    if (MoveFileExW(longPath.c_str(), newLongPath.c_str(), 0)) return true;
+    if (OnceReleased([&] { return MoveFileExW(longPath.c_str(), newLongPath.c_str(), 0) != FALSE; })) return true;
     const DWORD error = GetLastError();
     if (IsTaken(error)) return false;
     ThrowSystemError(error);
@@ -162,7 +163,10 @@ bool WindowsFileStore::Rename(const std::wstring& path, const std::wstring& newP
 void WindowsFileStore::Replace(const std::wstring& path, const std::wstring& oldPath) {
     const std::wstring longPath = LongPath(path);
     const std::wstring oldLongPath = LongPath(oldPath);
-    if (!MoveFileExW(longPath.c_str(), oldLongPath.c_str(), MOVEFILE_REPLACE_EXISTING)) ThrowLastError();
+    const auto replace = [&] {
+        return MoveFileExW(longPath.c_str(), oldLongPath.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+    };
+    if (!OnceReleased(replace)) ThrowLastError();
 }
 
 void WindowsFileStore::MakeFolder(const std::wstring& path) {
@@ -176,7 +180,7 @@ void WindowsFileStore::MakeFolder(const std::wstring& path) {
 
 void WindowsFileStore::Delete(const std::wstring& path) {
     const std::wstring longPath = LongPath(path);
-    if (!DeleteFileW(longPath.c_str())) ThrowLastError();
+    if (!OnceReleased([&] { return DeleteFileW(longPath.c_str()) != FALSE; })) ThrowLastError();
 }
 
 void WindowsFileStore::Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes) {
