@@ -10,7 +10,7 @@ FRAME_PIXELS = 3
 SIZING_FRAME_PIXELS = 8
 
 # Scale of the screen in percent to its size.
-SCREENS = {100: (1366, 768), 125: (1366, 768), 150: (1920, 1080), 175: (1920, 1080), 200: (1920, 1080)}
+SCREENS = {100: (1366, 768), 125: (1366, 768), 150: (1920, 1080), 175: (1920, 1080), 200: (2560, 1440)}
 
 
 def outer_size(window, scale):

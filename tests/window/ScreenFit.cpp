@@ -10,7 +10,7 @@ struct Screen {
 };
 
 constexpr std::array Screens = {Screen{100, {1366, 768}}, Screen{125, {1366, 768}}, Screen{150, {1920, 1080}},
-                                Screen{175, {1920, 1080}}, Screen{200, {1920, 1080}}};
+                                Screen{175, {1920, 1080}}, Screen{200, {2560, 1440}}};
 constexpr int TaskBarPixels = 48;
 
 // Of Windows 10 and 11 at 96 dots an inch. Its caption and menu grow with the screen, and so does a frame to resize by.
