@@ -74,8 +74,10 @@ def units():
 def given_names():
     """The names that the vocabulary lists, and those of the forms' controls, which their members and handlers carry."""
     headers = (PROJECT / "src").rglob("*Ids.h")
+    # Controls of one name that differ by a number share their handlers.
     controls = [name for header in headers
-                for name in re.findall(r"#define IDC_(\w+)", header.read_text(encoding="utf-8"))]
+                for number in re.findall(r"#define IDC_(\w+)", header.read_text(encoding="utf-8"))
+                for name in (number, number.rstrip("0123456789"))]
     rows = [line for line in VOCABULARY.read_text(encoding="utf-8").splitlines() if line.startswith("| `")]
     listed = [word for row in rows for word in re.findall(r"`(\w+)`", row.split("|")[1]) if word.isidentifier()]
     return sorted({*controls, *listed})

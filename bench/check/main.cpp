@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::size_t PieceBytes = 256 * 1024;
+constexpr std::size_t PieceBytes = std::size_t{256} << 10;
 
 la_ssize_t ReadPiece(archive*, void* outer, const void** piece) {
     std::size_t length = 0;

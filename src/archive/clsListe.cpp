@@ -31,8 +31,8 @@ std::wstring InnerArchiveName(std::int32_t position) {
 }
 
 std::uint64_t ListPrint(std::string_view bytes, std::uint64_t print) {
-    constexpr std::uint64_t Prime = 0x100000001B3;
-    for (const char byte : bytes) print = (print ^ static_cast<unsigned char>(byte)) * Prime + 1;
+    constexpr std::uint64_t prime = 0x100000001B3;
+    for (const char byte : bytes) print = (print ^ static_cast<unsigned char>(byte)) * prime + 1;
     return print;
 }
 

@@ -115,18 +115,13 @@ bool IsNameMeant(const std::wstring& listed, const std::wstring& real) {
     const std::wstring meant = UpperCase(listed);
     const std::wstring found = UpperCase(real);
     if (meant == found || meant == UpperCase(FromAnsi(ToAnsi(real)))) return true;
-    // A letter outside of the list's alphabet may have become one question mark or two.
-    std::size_t at = 0;
-    for (std::size_t letter = 0; letter < found.size(); ++letter) {
-        if (at < meant.size() && meant[at] == found[letter]) {
-            ++at;
-        } else if (at < meant.size() && meant[at] == L'?' && static_cast<std::uint32_t>(found[letter]) > 127) {
-            ++at;
-        } else {
-            return false;
-        }
+    // A letter outside of the list's alphabet became a question mark, or two where it takes two units.
+    if (meant.size() != found.size()) return false;
+    for (std::size_t at = 0; at < found.size(); ++at) {
+        const bool isLost = meant[at] == L'?' && static_cast<std::uint32_t>(found[at]) > 127;
+        if (meant[at] != found[at] && !isLost) return false;
     }
-    return at == meant.size();
+    return true;
 }
 
 std::vector<ListedItem> ReadBackupList(std::string_view bytes, const std::wstring& profileFolder) {

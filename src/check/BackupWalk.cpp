@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::size_t PieceBytes = 256 * 1024;
+constexpr std::size_t PieceBytes = std::size_t{256} << 10;
 /// The directory's end stands in the last 64 KB of an archive.
 constexpr std::uint64_t LongestTail = 65536 + 22;
 
@@ -81,13 +81,13 @@ bool ReadOuterDirectory(InputFile& archive, DirectoryTally& tally, const std::fu
     for (int at = 3; at >= 0; --at) length = length << 8 | static_cast<unsigned char>(tail[end + 12 + at]);
     const std::uint64_t endPlace = size - tail.size() + end;
     // Directories beyond 4 GiB or 65,535 entries say so elsewhere, a fixed length before their end.
-    constexpr std::uint64_t LargeEndBytes = 56 + 20;
-    const bool isLarge = end >= LargeEndBytes && tail.compare(end - 20, 4, std::string_view("PK\6\7", 4)) == 0;
-    const std::uint64_t directoryEnd = isLarge ? endPlace - LargeEndBytes : endPlace;
+    constexpr std::uint64_t largeEndBytes = 56 + 20;
+    const bool isLarge = end >= largeEndBytes && tail.compare(end - 20, 4, std::string_view("PK\6\7", 4)) == 0;
+    const std::uint64_t directoryEnd = isLarge ? endPlace - largeEndBytes : endPlace;
     if (isLarge) {
         length = 0;
         for (int at = 7; at >= 0; --at)
-            length = length << 8 | static_cast<unsigned char>(tail[end - LargeEndBytes + 40 + at]);
+            length = length << 8 | static_cast<unsigned char>(tail[end - largeEndBytes + 40 + at]);
     }
     if (length > directoryEnd) return false;
     MediumSource source(archive, PieceBytes, onBytes);

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr std::uint64_t LargestList = 64 * 1024 * 1024;
+constexpr std::uint64_t LargestList = std::uint64_t{64} << 20;
 
 std::wstring WithBackslash(const std::wstring& folder) {
     return folder.ends_with(L'\\') ? folder : folder + L"\\";

@@ -72,15 +72,15 @@ class Json {
         isFirst_ = false;
     }
     void Quote(std::string_view value) {
-        constexpr std::string_view Digits = "0123456789abcdef";
+        constexpr std::string_view digits = "0123456789abcdef";
         text_ += '"';
         for (const char letter : value) {
             const auto code = static_cast<unsigned char>(letter);
             if (letter == '"' || letter == '\\') text_ += '\\';
             if (code < 32) {
                 text_ += "\\u00";
-                text_ += Digits[code >> 4];
-                text_ += Digits[code & 15];
+                text_ += digits[code >> 4];
+                text_ += digits[code & 15];
             } else {
                 text_ += letter;
             }

@@ -59,7 +59,7 @@ std::optional<std::wstring> SafePath(std::wstring_view path) {
 std::optional<std::wstring> PlaceOfFolder(std::wstring_view path) {
     const bool isShare = path.starts_with(L"\\\\");
     if (!IsDrive(path) && !isShare) return std::nullopt;
-    const auto below = SafePath(path);
+    auto below = SafePath(path);
     if (!below) return std::nullopt;
     if (isShare) return below;
     const std::wstring drive = UpperCase(path.substr(0, 1));

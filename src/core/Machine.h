@@ -23,8 +23,8 @@ template<typename T>
 class Port {
   public:
     Port(T& port) : port_(&port) {}
-    Port(Port&&) = default;
-    Port& operator=(Port&&) = default;
+    Port(Port&&) noexcept = default;
+    Port& operator=(Port&&) noexcept = default;
 
     T* operator->() { return port_; }
     const T* operator->() const { return port_; }

@@ -34,14 +34,14 @@ char32_t TakeUtf8(std::string_view& bytes) {
     if (lead < 0x80) return lead;
     const int trailCount = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
     if (lead < 0xC2 || lead > 0xF4) return Replacement;
-    constexpr char32_t Smallest[] = {0x80, 0x800, FirstBeyondOneUnit};
+    constexpr char32_t smallest[] = {0x80, 0x800, FirstBeyondOneUnit};
     char32_t c = lead & (0x3Fu >> trailCount);
     for (int taken = 0; taken < trailCount; ++taken) {
         if (bytes.empty() || (static_cast<unsigned char>(bytes.front()) & 0xC0) != 0x80) return Replacement;
         c = c << 6 | (static_cast<unsigned char>(bytes.front()) & 0x3Fu);
         bytes.remove_prefix(1);
     }
-    return c < Smallest[trailCount - 1] || c > LastCodePoint || IsSurrogate(c) ? Replacement : c;
+    return c < smallest[trailCount - 1] || c > LastCodePoint || IsSurrogate(c) ? Replacement : c;
 }
 
 std::wstring FromUtf8(std::string_view bytes) {
@@ -81,6 +81,6 @@ std::wstring DecodeText(std::string_view bytes) {
     for (const auto& [mark, isLittleEndian] : {std::pair("\xFF\xFE"sv, true), std::pair("\xFE\xFF"sv, false)}) {
         if (bytes.starts_with(mark)) return FromUtf16(bytes.substr(mark.size()), isLittleEndian);
     }
-    constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
-    return bytes.starts_with(Utf8Mark) ? FromUtf8(bytes.substr(Utf8Mark.size())) : FromAnsi(bytes);
+    constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+    return bytes.starts_with(utf8Mark) ? FromUtf8(bytes.substr(utf8Mark.size())) : FromAnsi(bytes);
 }

@@ -188,9 +188,9 @@ void PredefinedSets::AddItem(const clsFileInfo& probe, std::int32_t setIndex) {
 }
 
 void PredefinedSets::ViderArray(const std::wstring& listFile) {
-    constexpr const wchar_t* Procedure = L"ViderArray, module frmBackupCD";
-    Guarded(app_, Procedure, [&] {
-        ManySteps removals(app_, Procedure);
+    constexpr const wchar_t* procedure = L"ViderArray, module frmBackupCD";
+    Guarded(app_, procedure, [&] {
+        ManySteps removals(app_, procedure);
         for (const std::wstring& entry : Entries(listFile)) {
             work_.Continue();
             if (entry.ends_with(L'*') || entry.ends_with(L"*.pst")) {
@@ -206,9 +206,9 @@ void PredefinedSets::ViderArray(const std::wstring& listFile) {
 }
 
 void PredefinedSets::EffacerMultiple(const std::wstring& pattern) {
-    constexpr const wchar_t* Procedure = L"EffacerMultiple, module modFonctionsCommunes";
-    Guarded(app_, Procedure, [&] {
-        ManySteps removals(app_, Procedure);
+    constexpr const wchar_t* procedure = L"EffacerMultiple, module modFonctionsCommunes";
+    Guarded(app_, procedure, [&] {
+        ManySteps removals(app_, procedure);
         content_.rows.VisitBackwards([&](SelectionRow& row) {
             if (row.color == SetRowColor && IsMatch(pattern, *row.path)) removals.Run([&] { RemoveItem(row); });
             work_.Continue();

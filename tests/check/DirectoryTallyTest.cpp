@@ -126,11 +126,11 @@ TEST_F(DirectoryTallyTest, NamesThatAreNotPlainCountByTheirSizeAlone) {
 }
 
 TEST_F(DirectoryTallyTest, TheSizeOfALargeEntryStandsInItsOwnField) {
-    constexpr std::uint64_t Size = 0x1234567890;
-    tally.Met(L"a.txt", Size);
+    constexpr std::uint64_t size = 0x1234567890;
+    tally.Met(L"a.txt", size);
     Entry entry;
     entry.size = 0xFFFFFFFF;
-    entry.extra = Extra(0x7075, "other") + Extra(1, Bytes(Size, 8));
+    entry.extra = Extra(0x7075, "other") + Extra(1, Bytes(size, 8));
     tally.Take(Record(entry) + End(1));
     EXPECT_TRUE(tally.Agrees());
 }
@@ -160,8 +160,8 @@ TEST_F(DirectoryTallyTest, AFieldThatIsShortCutOrOfAnotherSortGivesNoMoments) {
 }
 
 TEST_F(DirectoryTallyTest, AttributesAreThoseOfWindowsOnly) {
-    constexpr std::pair<std::uint64_t, std::uint32_t> Systems[] = {{0, 0x23}, {10, 0x23}, {3, 0}};
-    for (const auto& [system, attributes] : Systems) {
+    constexpr std::pair<std::uint64_t, std::uint32_t> systems[] = {{0, 0x23}, {10, 0x23}, {3, 0}};
+    for (const auto& [system, attributes] : systems) {
         Entry entry;
         entry.system = system;
         entry.attributes = 0x81A40023;

@@ -31,8 +31,8 @@ class HandlesTest(DiscTest):
                 visit("no")
             visit("no", is_burnt=True)
 
-        # The first ones make what the process keeps anyway.
-        visits(1)
+        # The first ones make what the process keeps anyway; one of those handles comes late, so that both rounds are alike.
+        visits(4)
         before = self.settled_usage(program)[0]
         visits(4)
         program.wait(lambda: program.usage()[2] <= before, f"{before} handles again")

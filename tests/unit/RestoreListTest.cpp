@@ -222,11 +222,11 @@ TEST_F(RestoreMedium, WithAControlFileOfGigabytesIsNotReadAtAll) {
 }
 
 TEST_F(RestoreMedium, WithAControlFileOf64MegabytesIsTheLargestThatIsRead) {
-    constexpr std::uint64_t Largest = 67'108'864;
+    constexpr std::uint64_t largest = 67'108'864;
     machine.files.AddSizedFile(L"E:\\OKRBACKUP.ZIP", 1000);
-    machine.files.AddSizedFile(L"E:\\_listFich.lst", Largest);
+    machine.files.AddSizedFile(L"E:\\_listFich.lst", largest);
     EXPECT_FALSE(LookAtMedium(machine.app, L"E:\\").failure);
-    machine.files.AddSizedFile(L"E:\\_listFich.lst", Largest + 1);
+    machine.files.AddSizedFile(L"E:\\_listFich.lst", largest + 1);
     EXPECT_TRUE(LookAtMedium(machine.app, L"E:\\").failure);
 }
 

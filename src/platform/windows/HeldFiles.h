@@ -12,8 +12,8 @@ inline bool MayBeReleased(DWORD error) {
 /// and leaves the last error as that call set it.
 template<typename Call>
 bool OnceReleased(Call call) {
-    constexpr DWORD PausesMilliseconds[] = {10, 40, 100, 150, 200};
-    for (const DWORD pause : PausesMilliseconds) {
+    constexpr DWORD pausesMilliseconds[] = {10, 40, 100, 150, 200};
+    for (const DWORD pause : pausesMilliseconds) {
         if (call()) return true;
         if (!MayBeReleased(GetLastError())) return false;
         Sleep(pause);

@@ -120,13 +120,13 @@ void EmptyFolder(const std::wstring& folder) {
 
 /// Whether the user has asked Explorer to show hidden files and folders.
 bool AreHiddenEntriesShown() {
-    constexpr DWORD Shown = 1;
+    constexpr DWORD shown = 1;
     DWORD choice = 0;
     DWORD bytes = sizeof choice;
     const LSTATUS status =
         RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Advanced", L"Hidden",
                      RRF_RT_REG_DWORD, nullptr, &choice, &bytes);
-    return status == ERROR_SUCCESS && choice == Shown;
+    return status == ERROR_SUCCESS && choice == shown;
 }
 
 bool IsShown(const FolderSearch& search, bool areHiddenShown) {

@@ -52,7 +52,7 @@ void frmMain::OnLoad() {
         const MediumLine line = LineOf(medium);
         SetFrame(IDC_frmMedium, {line.option.Id(), line.isDetected.Id()});
         if (line.drives != nullptr) SetFrame(IDC_frmMedium, {line.drives->Id()});
-        line.option.OnClick([this, line] { Medium_Click(line.clickProcedure); });
+        line.option.OnClick([this, line] { MediumClicked(line.clickProcedure); });
     }
     optBackup.OnClick([this] { optBackup_Click(); });
     optRestaure.OnClick([this] { optRestaure_Click(); });
@@ -270,7 +270,7 @@ void frmMain::optRestaure_Click() {
     });
 }
 
-void frmMain::Medium_Click(const wchar_t* procedure) {
+void frmMain::MediumClicked(const wchar_t* procedure) {
     Guarded(procedure, [this] { EnableDriveLists(); });
 }
 

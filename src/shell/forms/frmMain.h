@@ -45,7 +45,7 @@ class frmMain final : public ApplicationForm, public MainWindow {
 
     void optBackup_Click();
     void optRestaure_Click();
-    void Medium_Click(const wchar_t* procedure);
+    void MediumClicked(const wchar_t* procedure);
     void cmdBackup_Click();
     void cmdAide_Click();
     void cmdSortie_Click();

@@ -22,8 +22,8 @@ class CheckWindowShown : public CheckWindowTest {
         ULARGE_INTEGER user{};
         GetProcessTimes(GetCurrentProcess(), &unused, &unused, reinterpret_cast<FILETIME*>(&kernel),
                         reinterpret_cast<FILETIME*>(&user));
-        constexpr ULONGLONG TicksPerMillisecond = 10000;
-        return (kernel.QuadPart + user.QuadPart) / TicksPerMillisecond;
+        constexpr ULONGLONG ticksPerMillisecond = 10000;
+        return (kernel.QuadPart + user.QuadPart) / ticksPerMillisecond;
     }
     SIZE OuterSize() const {
         RECT outer{};
@@ -71,7 +71,7 @@ TEST_F(CheckWindowShown, ColumnsAndTheirRowsAreShown) {
 }
 
 TEST_F(CheckWindowShown, EveryResultFitsItsColumnInBothLanguages) {
-    constexpr LRESULT CellMargins = 12;
+    constexpr LRESULT cellMargins = 12;
     for (const int language : {0, 10000}) {
         machine.app.language->lngLangue = language;
         Open();
@@ -82,7 +82,7 @@ TEST_F(CheckWindowShown, EveryResultFitsItsColumnInBothLanguages) {
             const std::wstring text = machine.app.Text(static_cast<TextId>(id));
             const LRESULT width = SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str()));
             EXPECT_GT(width, 0);
-            EXPECT_LE(width + CellMargins, room) << text;
+            EXPECT_LE(width + cellMargins, room) << text;
         }
         form->Unload();
     }
@@ -120,11 +120,11 @@ TEST_F(CheckWindowShown, WindowGrowsWithItsListAndGetsNoSmallerThanItWasMade) {
 
 TEST_F(CheckWindowShown, WindowFitsTheScreensThatAgentsHave) {
     Open();
-    constexpr int TaskBarPixels = 48;
+    constexpr int taskBarPixels = 48;
     for (const auto& [width, height, scale] :
          {std::tuple{1366, 768, 1.0}, {1366, 768, 1.25}, {1920, 1080, 1.5}, {1920, 1080, 1.75}}) {
         EXPECT_LE(OuterSize().cx * scale, width) << scale;
-        EXPECT_LE(OuterSize().cy * scale, height - TaskBarPixels * scale) << scale;
+        EXPECT_LE(OuterSize().cy * scale, height - taskBarPixels * scale) << scale;
     }
 }
 

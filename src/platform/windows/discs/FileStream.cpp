@@ -45,7 +45,7 @@ class FileStream : public CountedObject<IStream> {
     HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER sizeBytes, ULARGE_INTEGER* readBytes,
                                      ULARGE_INTEGER* writtenBytes) override {
         if (!target) return STG_E_INVALIDPOINTER;
-        std::vector<std::byte> buffer(256 * 1024);
+        std::vector<std::byte> buffer(std::size_t{256} << 10);
         ULONGLONG readSoFar = 0;
         ULONGLONG writtenSoFar = 0;
         HRESULT result = S_OK;

@@ -14,7 +14,7 @@
 
 /// DiscWriter on the system's image mastering. This object lives on the thread of the windows and keeps what the worker
 /// thread told it last; it never waits for a drive, except as DiscWriter says.
-class ImapiDiscWriter : public DiscWriter {
+class ImapiDiscWriter final : public DiscWriter {
   public:
     /// `messageLoop` is run while `ShutDown` waits and must outlive the writer. Throws 429.
     ImapiDiscWriter(DiscFamily family, MessageLoop& messageLoop);
