@@ -60,7 +60,7 @@ std::wstring SetLabel(IFileSystemImage* image, const std::wstring& label) {
     const ComText typed(label);
     const HRESULT result = image->put_VolumeName(typed.Get());
     if (!Is(result, Mastering::ImageInvalidVolumeName) && !Is(result, Mastering::ImageInvalidParameter)) return label;
-    const std::wstring acceptable = AcceptableDiscLabel(label);
+    std::wstring acceptable = AcceptableDiscLabel(label);
     const ComText accepted(acceptable);
     image->put_VolumeName(accepted.Get());
     return acceptable;
