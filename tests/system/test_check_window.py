@@ -24,6 +24,7 @@ class ShippedCheckWindowTest(CheckWindowTest):
     def test_a_good_medium_is_good_and_its_report_is_saved(self):
         self.good_medium()
         window = self.open()
+        self.program.wait(lambda: window.row_count("Items") == 3, "the rows of the list")
         self.assertEqual([row.texts[1] for row in window.rows("Items")],
                          [r"C:\Docs\budget.xls", r"C:\Docs\Clients", r"C:\Docs\fin.txt"])
         self.assertEqual(self.results(window), ["Not checked"] * 3)
