@@ -45,7 +45,7 @@ void FolderListBox::SetLines(std::vector<FolderLine> lines, int selected) {
     Select(selected);
 }
 
-void FolderListBox::OnOpen(std::function<void()> handler) {
+void FolderListBox::OnOpen(const std::function<void()>& handler) {
     OnSelect([this, handler] {
         if (!isMovedByKey_) handler();
     });

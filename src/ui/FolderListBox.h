@@ -28,7 +28,7 @@ class FolderListBox : public ListBox {
     void Attach();
     /// Replaces all lines and selects one.
     void SetLines(std::vector<FolderLine> lines, int selected);
-    void OnOpen(std::function<void()> handler);
+    void OnOpen(const std::function<void()>& handler);
 
   private:
     void Draw(const DRAWITEMSTRUCT& item) const;

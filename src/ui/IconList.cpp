@@ -11,7 +11,7 @@ namespace {
 /// Where a screen without alpha shows nothing: one bit for each pixel, each row filled up to 16.
 UniqueBitmap MaskOf(const std::vector<std::uint32_t>& pixels, int size) {
     const int rowBytes = (size + 15) / 16 * 2;
-    std::vector<std::uint8_t> bits(static_cast<std::size_t>(rowBytes * size));
+    std::vector<std::uint8_t> bits(static_cast<std::size_t>(rowBytes) * static_cast<std::size_t>(size));
     for (int at = 0; at < size * size; ++at) {
         const bool isClear = pixels[static_cast<std::size_t>(at)] >> 24 < 128;
         const auto byte = static_cast<std::size_t>(at / size * rowBytes + at % size / 8);

@@ -60,7 +60,8 @@ std::optional<std::wstring> ChooseNewFile(Form& owner, const std::wstring& name,
     std::wstring filter;
     for (const FileKind& kind : kinds) {
         const std::wstring pattern = L"*." + kind.ending;
-        filter += kind.name + L" (" + pattern + L")" + L'\0' + pattern + L'\0';
+        filter.append(kind.name).append(L" (").append(pattern).append(L")").append(1, L'\0');
+        filter.append(pattern).append(1, L'\0');
     }
     std::vector<wchar_t> path(LongestPath);
     name.copy(path.data(), path.size() - 1);

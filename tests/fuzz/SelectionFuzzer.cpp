@@ -120,7 +120,7 @@ class SelectionUser {
     /// What the user picks is there, unless it has vanished since it was shown to him. What is listed already and has
     /// vanished is shown to nobody.
     std::wstring Picked() {
-        const std::wstring path = input_.OneOf(Paths);
+        std::wstring path = input_.OneOf(Paths);
         if (Files().FileExists(path) || Files().FolderExists(path)) return path;
         hasDiskChanged_ = true;
         const bool isListed = bench_.list.ArrayFichier()->Find(WithoutTrailingBackslash(path), KindFolder) != nullptr;

@@ -124,7 +124,7 @@ void TellWorkFolderRights(Report& report) {
                     const std::wstring folder = std::wstring(InstallFolder) + L"\\zip";
                     if (!CreateDirectoryW(folder.c_str(), nullptr))
                         throw Failure(L"error " + std::to_wstring(GetLastError()));
-                    const std::wstring rights = Ask({L"rights", folder}).front().front();
+                    std::wstring rights = Ask({L"rights", folder}).front().front();
                     const bool canFill = CanMakeFileIn(folder);
                     const bool canRemove = RemoveDirectoryW(folder.c_str()) != 0;
                     if (!canFill || !canRemove) throw Failure(rights);

@@ -238,7 +238,7 @@ Box Program::OpenBox(int seconds) const {
 }
 
 Box Program::Answer(int button) {
-    const Box box = OpenBox();
+    Box box = OpenBox();
     const HWND control = GetDlgItem(box.window, button);
     if (control == nullptr) throw Failure(L"no button " + std::to_wstring(button) + L" in " + box.InWords());
     SetForegroundWindow(box.window);

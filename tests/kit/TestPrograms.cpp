@@ -88,8 +88,8 @@ void RunTests(const std::filesystem::path& program, const std::wstring& filter, 
             RunInto(output, L"\"" + program.wstring() + L"\" --gtest_color=no --gtest_filter=" + filter, scratch);
         TestLog log(report);
         log.Read(output);
-        const std::wstring said = program.filename().wstring() + L": " + std::to_wstring(log.Count()) +
-                                  Say({L" essais, code de fin ", L" tests, exit code "}) + std::to_wstring(code);
+        std::wstring said = program.filename().wstring() + L": " + std::to_wstring(log.Count()) +
+                            Say({L" essais, code de fin ", L" tests, exit code "}) + std::to_wstring(code);
         if (code != 0 || log.Count() == 0) throw Failure(said);
         return said;
     });

@@ -38,7 +38,7 @@ fs::path NewFolder() {
     GetTempPathW(MAX_PATH, temp);
     constexpr int tries = 100;
     for (int number = 0; number < tries; ++number) {
-        const fs::path path = fs::path(temp) / (L"Backup-kit-" + std::to_wstring(GetCurrentProcessId() + number));
+        fs::path path = fs::path(temp) / (L"Backup-kit-" + std::to_wstring(GetCurrentProcessId() + number));
         // Only a folder that was not there before is the kit's own.
         if (CreateDirectoryW(path.c_str(), nullptr)) return path;
     }
