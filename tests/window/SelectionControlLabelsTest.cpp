@@ -1,6 +1,8 @@
 // The labels under which the selection control reports, its boxes and its headers.
 #include "SelectionControlBench.h"
 
+#include "low_memory/AllocationFailure.h"
+
 namespace {
 
 class SelectionControlLabels : public SelectionControlTest {
@@ -48,6 +50,16 @@ TEST_F(SelectionControlLabels, FolderAndDriveThatCannotBeOpenedAreReportedUnderT
     Click(IDC_cmdAjouterRep);
     ExpectOneReport(L"cmdAjouterRep_Click");
     EXPECT_EQ(RowCount(), 1) << "the folder itself was added";
+}
+
+TEST_F(SelectionControlLabels, DisablingThatFindsNoMemoryIsReported) {
+    Open();
+    {
+        const AllocationFailure failure(1);
+        control->SetEnabled(false);
+        ASSERT_TRUE(failure.HasHappened());
+    }
+    ExpectOneReport(L"Enabled");
 }
 
 TEST_F(SelectionControlLabels, DisabledControlLeavesAllFourBoxesAsTheyAre) {
