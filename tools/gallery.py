@@ -151,6 +151,8 @@ def run(visit, program, backup):
     program.window("frmMotPasse").set_text("txtMotPasse", "facile")
     dialog.press("cmdOK")
     visit.box(program, "weak-password")
+    # The window grows before it shows this button.
+    program.window("frmMotPasse").wait_enabled("cmdAideMin")
     dialog = program.window("frmMotPasse")
     visit.picture("new-password-help", dialog)
     dialog.set_text("txtMotPasse", PASSWORD)
