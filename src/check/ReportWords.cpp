@@ -90,6 +90,7 @@ std::vector<std::wstring> Remarks(const BackupReport& report, const Texts& texts
 std::wstring ItemSentence(const ItemReport& item, const Texts& texts) {
     if (item.verdict == ItemVerdict::Whole && item.problems != 0) return texts(TextId::CheckItemNotRestorable);
     if (item.verdict == ItemVerdict::Whole && item.HasFault()) return texts(TextId::CheckItemFilesDiffer);
+    if (item.verdict == ItemVerdict::Damaged && item.outcome.files == 0) return texts(TextId::CheckItemNothingFound);
     return Filled(texts(Behind(TextId::CheckItemWhole, item.verdict)),
                   {Amount(item.outcome.files), Amount(item.outcome.bytes), Amount(item.outcome.damagedFiles)});
 }

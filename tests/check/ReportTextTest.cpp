@@ -96,6 +96,10 @@ TEST(ReportText, EveryStateOfAnItemHasItsSentence) {
     }
     item = WholeItem();
     EXPECT_EQ(ItemSentence(item, Numbered), Sentence(TextId::CheckItemWhole, 0, L"3;20;0;%4;%5"));
+    item.outcome.files = 0;
+    item.verdict = ItemVerdict::Damaged;
+    EXPECT_EQ(ItemSentence(item, Numbered), Numbered(TextId::CheckItemNothingFound)) << "no amounts of nothing";
+    item = WholeItem();
     item.Add({FileFinding::What::Absent, L"b.txt", 0, L""});
     EXPECT_EQ(ItemSentence(item, Numbered), Numbered(TextId::CheckItemFilesDiffer));
     item.problems = static_cast<unsigned>(RowProblem::Comma);

@@ -60,14 +60,27 @@ def encrypted(content, password, check_byte):
 
 def protected_zip(entries, password):
     """An outer archive under a password of any bytes."""
-    body, directory = b"", b""
+    body, directory = bytearray(), bytearray()
+    protected = {}
     for name, content in entries.items():
         crc = zlib.crc32(content)
-        data = encrypted(content, password, crc >> 24)
+        if content not in protected:
+            protected[content] = encrypted(content, password, crc >> 24)
+        data = protected[content]
         common = struct.pack("<HHHHHIIIHH", 20, 1, 0, 0, 0x5921, crc, len(data), len(content), len(name), 0)
         directory += b"PK\1\2" + struct.pack("<H", 20) + common + struct.pack("<HHHII", 0, 0, 0, 32, len(body)) + name.encode()
         body += b"PK\3\4" + common + name.encode() + data
-    return body + directory + b"PK\5\6" + struct.pack("<HHHHIIH", 0, 0, len(entries), len(entries), len(directory), len(body), 0)
+    return bytes(body + directory + end_of_zip(len(entries), len(directory), len(body)))
+
+
+def end_of_zip(count, length, place):
+    """What stands behind an archive's directory; more entries than two bytes count are counted before it as well."""
+    large = b""
+    if count > 0xFFFF:
+        large = struct.pack("<IQHHIIQQQQ", 0x06064B50, 44, 45, 45, 0, 0, count, count, length, place)
+        large += struct.pack("<IIQI", 0x07064B50, 0, place + length, 1)
+        count = 0xFFFF
+    return large + struct.pack("<IHHHHIIH", 0x06054B50, 0, 0, count, count, length, place, 0)
 
 
 class CheckTest(unittest.TestCase):
