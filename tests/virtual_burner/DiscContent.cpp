@@ -201,7 +201,8 @@ bool ShowDiscContent(const std::wstring& discFolder) {
     }
     // A later write has its own showing to come, and so has another disc; either may come at this moment.
     const ProcessLock whileCompared(SettingsLockName);
-    if (SettingsFile(discFolder + L"\\disc.ini").Text("writes") != settings.Text("writes")) return isWhole;
+    const SettingsFile now(discFolder + L"\\disc.ini");
+    if (now.Text("id") != settings.Text("id") || now.Text("writes") != settings.Text("writes")) return isWhole;
     fs::remove_all(volumePath, ignored);
     fs::rename(preparedPath, volumePath, ignored);
     settings.Set("content", isWhole ? "shown" : "unreadable");

@@ -1,4 +1,5 @@
 // The disc writer on drives that do what real ones do.
+#include "Drives.h"
 #include "WriterBench.h"
 
 #include "platform/discs/MasteringCodes.h"
@@ -109,6 +110,13 @@ TEST_F(DriveBehaviour, InsertedDiscIsToldWhenItHasBecomeReady) {
     EXPECT_EQ(events_.mediaChanges, 0);
     bench_.RunUntil([&] { return events_.mediaChanges == 1; });
     EXPECT_EQ(writer.Kind(), MediaKind::CdR);
+}
+
+TEST_F(DriveBehaviour, DiscThatIsPutInWhileTheDriveEndsItsWriteIsLeftAlone) {
+    SettingsFile writtenDisc((BurnerBench::DriveFolder(L'G') / "disc" / "disc.ini").wstring());
+    bench_.Insert(DiscFamily::Cd, 0, MediaKind::CdRw);
+    writtenDisc.Set("state", "incomplete");
+    EXPECT_EQ(BurnerBench::DiscSetting(L'G', "state"), "blank");
 }
 
 TEST_F(DriveBehaviour, DriveThatCannotBeOpenedIsTriedAgain) {

@@ -86,6 +86,7 @@ ProcessLock::~ProcessLock() {
 
 SettingsFile::SettingsFile(std::wstring path) : path_(std::move(path)) {
     Load();
+    id_ = Text("id");
 }
 
 void SettingsFile::Load() {
@@ -119,7 +120,7 @@ void SettingsFile::Set(const std::string& key, const std::string& value) {
     const ProcessLock lock(SettingsLockName);
     Load();
     // A disc that has been taken out meanwhile has nothing to be changed, and the next one has its own.
-    if (!exists_) return;
+    if (!exists_ || Text("id") != id_) return;
     values_[key] = value;
     const std::string line = key + " = " + value;
     const auto found =
@@ -135,8 +136,13 @@ void SettingsFile::Set(const std::string& key, const std::string& value) {
         std::ofstream file(written, std::ios::binary | std::ios::trunc);
         for (const std::string& kept : lines_) file << kept << '\n';
     }
+    // The disc may have been exchanged while this was written; from here on the two names go with it.
+    if (SettingsFile(path_).Text("id") != id_) {
+        DeleteFileW(written.c_str());
+        return;
+    }
     // A reader that has it open at this moment keeps it from being replaced.
-    for (int tries = 0; tries < 300; ++tries) {
+    for (int tries = 0; tries < 300 && std::filesystem::exists(written); ++tries) {
         if (MoveFileExW(written.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) break;
         Sleep(10);
     }

@@ -33,13 +33,15 @@ class SettingsFile {
     std::int64_t Number(const std::string& key, std::int64_t otherwise = 0) const;
     std::optional<std::int64_t> OptionalNumber(const std::string& key) const;
     bool Flag(const std::string& key) const { return Text(key) == "yes"; }
-    /// Changes one value on disk as well, leaving the other lines as they are by now; nothing when the file is gone.
+    /// Changes one value on disk as well, leaving the other lines as they are by now; nothing when the file is gone, or
+    /// by now is that of another disc.
     void Set(const std::string& key, const std::string& value);
 
   private:
     void Load();
 
     std::wstring path_;
+    std::string id_; ///< of the disc; empty for a drive
     bool exists_ = false;
     std::vector<std::string> lines_;
     std::map<std::string, std::string> values_;
