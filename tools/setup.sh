@@ -198,6 +198,14 @@ BuildArchiveLibrary() {
     rm -rf "$work"
 }
 
+# Builds both at once: much of either is the network's work, or that of one processor.
+BuildForeignParts() {
+    BuildArchiveLibrary &
+    local library=$!
+    BuildArchiver
+    wait "$library" || exit 1
+}
+
 ConfigurePreset() {
     local preset=$1 folder=$buildFolder/$1
     [ "$preset" != windows ] || BuildArchiveLibrary
