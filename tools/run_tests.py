@@ -31,6 +31,8 @@ AT_ONCE = 3
 SCALES = (125, 150, 175, 200)
 LAYOUT_TESTS = ("*CaptionFits*", "*CaptionsFit*", "*NoCaptionIsCut*", "*TheProgressStandsWhereItBelongs",
                 "*PlaceholderRowsAreNotCut*", "*DialogUnitsAreNoLess*")
+# Set by a machine that does not decide alone what a single failure among the slow tests means.
+SECOND_TRY = "BACKUP_SECOND_TRY"
 # Parts run in threads beside each other, and a process that was forked while others hold locks may hang.
 SPAWN = multiprocessing.get_context("spawn")
 
@@ -133,6 +135,21 @@ def run_python_test(folder, identity, round_name):
     return identity, seconds, "passed" if result.testsRun else "failed", "" if result.testsRun else "did not run"
 
 
+def tried_again(outcomes, folder, round_name):
+    """The outcomes; where the machine asks for it, a single failure among them is tried once more, alone. A test that
+    passes then is told as unsteady, with what it said at first: a defect to be mended, but of the test or of the machine
+    as likely as of the program."""
+    failures = [place for place, outcome in enumerate(outcomes) if outcome[2] == "failed"]
+    if not os.environ.get(SECOND_TRY) or len(failures) != 1:
+        return outcomes
+    identity, seconds, _, text = outcomes[failures[0]]
+    with ProcessPoolExecutor(1, SPAWN) as pool:
+        again = pool.submit(run_python_test, folder, identity, round_name).result()
+    outcome = "unsteady" if again[2] == "passed" else "failed"
+    outcomes[failures[0]] = (identity, seconds + again[1], outcome, text if outcome == "unsteady" else again[3])
+    return outcomes
+
+
 def python_tests(name, folder, filters=(), round_name=""):
     report = Report(f"{name}, {round_name}" if round_name else name)
     sys.path.insert(0, str(folder))
@@ -144,9 +161,10 @@ def python_tests(name, folder, filters=(), round_name=""):
         elif matches(test.id(), filters) and (not round_name or hasattr(test, "keeps")):
             identities.append(test.id())
     with ProcessPoolExecutor(AT_ONCE, SPAWN) as pool:
-        for identity, seconds, outcome, text in pool.map(run_python_test, repeat(folder), identities, repeat(round_name)):
-            report.count(outcome, identity, text)
-            took.append((seconds, identity))
+        outcomes = list(pool.map(run_python_test, repeat(folder), identities, repeat(round_name)))
+    for identity, seconds, outcome, text in tried_again(outcomes, folder, round_name):
+        report.count(outcome, identity, text)
+        took.append((seconds, identity))
     lines = [f"{seconds:7.1f} s  {identity}\n" for seconds, identity in sorted(took, reverse=True)]
     (LOGS / f"{report.name.replace(', ', '-')}-times.txt").write_text("".join(lines), encoding="utf-8")
     return report.close()
@@ -241,6 +259,9 @@ def main():
             reports += map(run_part, parts(choice))
     passed, failed, skipped = (sum(getattr(report, kind) for report in reports)
                                for kind in ("passed", "failed", "skipped"))
+    unsteady = sum(report.unsteady for report in reports)
+    if unsteady:
+        print(f"{unsteady} UNSTEADY: failed, then passed alone; told above")
     print(f"{passed} passed, {failed} failed, {skipped} skipped")
     return 1 if failed else 0
 

@@ -8,7 +8,7 @@ class Report:
 
     def __init__(self, name):
         self.name = name
-        self.passed = self.failed = self.skipped = 0
+        self.passed = self.failed = self.skipped = self.unsteady = 0
         self._lines = []
         self._started = time.monotonic()
 
@@ -20,10 +20,11 @@ class Report:
 
     def close(self):
         """Prints all of it at once; a part that ran no test has failed."""
-        if self.passed + self.failed == 0:
+        if self.passed + self.failed + self.unsteady == 0:
             self.count("failed", "no test ran")
         seconds = time.monotonic() - self._started
-        self._lines.append(f"-- {self.name}: {self.passed} passed, {self.failed} failed, {self.skipped} skipped "
+        unsteady = f", {self.unsteady} unsteady" if self.unsteady else ""
+        self._lines.append(f"-- {self.name}: {self.passed} passed, {self.failed} failed, {self.skipped} skipped{unsteady} "
                            f"({seconds:.0f} s)")
         print("\n".join(self._lines), flush=True)
         return self
