@@ -10,7 +10,9 @@
 
 #include <cstdio>
 #include <fstream>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -38,6 +40,12 @@ std::vector<std::wstring> ReadItems(const std::wstring& listFile) {
         items.emplace_back(wide);
     }
     return items;
+}
+
+std::wstring Joined(std::initializer_list<std::wstring_view> parts) {
+    std::wstring joined;
+    for (const std::wstring_view part : parts) joined += part;
+    return joined;
 }
 
 std::wstring Quoted(const std::wstring& path) {
@@ -91,11 +99,11 @@ void BackUp(const std::wstring& drive, const std::wstring& password, const std::
     for (std::size_t index = 0; index < items.size(); ++index) {
         const std::wstring inner = work + L'\\' + InnerName(index + 1);
         if (PathIsDirectoryW(items[index].c_str())) {
-            Run(folder + L"\\7Za.exe a -tzip " + Quoted(inner) + L' ' + Quoted(items[index]) + L" -r0");
+            Run(Joined({folder, L"\\7Za.exe a -tzip ", Quoted(inner), L" ", Quoted(items[index]), L" -r0"}));
         } else {
-            Run(folder + L"\\7Za.exe a -tzip \"" + inner + L"\" \"" + items[index] + L'"');
+            Run(Joined({folder, L"\\7Za.exe a -tzip \"", inner, L"\" \"", items[index], L"\""}));
         }
-        Run(folder + L"\\7Za.exe a -tzip \"" + outer + L"\" -p" + password + L" \"" + inner + L".zip\"");
+        Run(Joined({folder, L"\\7Za.exe a -tzip \"", outer, L"\" -p", password, L" \"", inner, L".zip\""}));
         DeleteFileW((inner + L".zip").c_str());
     }
     CopyFileTo(outer, drive + L"OKRBACKUP.ZIP");

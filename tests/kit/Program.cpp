@@ -99,11 +99,10 @@ void Program::Wait(const std::wstring& description, const std::function<bool()>&
         } catch (const uidriver::RequestError& error) {
             reason = L" (" + uidriver::FromUtf8(error.what()) + L")";
         }
-        if (GetTickCount64() > end)
-            throw Failure(L"waited " + std::to_wstring(seconds) + L" s for " + description + reason + L"; seen: " +
-                          Describe());
+        if (GetTickCount64() > end) break;
         Sleep(LookMilliseconds);
     }
+    throw Failure(L"waited " + std::to_wstring(seconds) + L" s for " + description + reason + L"; seen: " + Describe());
 }
 
 std::vector<Program::Seen> Program::Windows() const {

@@ -12,7 +12,7 @@ namespace {
 
 /// A file with a few bytes at `offset` and nothing before.
 std::wstring MakeFileWithHole(LONGLONG offset, const std::string& bytes) {
-    const std::wstring path = L"C:\\VirtualBurner\\stream.bin";
+    std::wstring path = L"C:\\VirtualBurner\\stream.bin";
     const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     DWORD count = 0;
     DeviceIoControl(file.Get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &count, nullptr);
