@@ -60,12 +60,17 @@ ShowUninstDetails nevershow
 !define MUI_UNICON "${ICON}"
 !define MUI_WELCOMEFINISHPAGE_BITMAP "${NSISDIR}/Contrib/Graphics/Wizard/nsis3-metro.bmp"
 !define MUI_ABORTWARNING
+; In French the titles need a line more than MUI gives them.
+!define MUI_WELCOMEPAGE_TITLE_3LINES
 !define MUI_WELCOMEPAGE_TEXT "$(WelcomeText)"
+!define MUI_FINISHPAGE_TITLE_3LINES
 !define MUI_FINISHPAGE_TEXT "$(FinishText)"
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
 !define MUI_UNCONFIRMPAGE_TEXT_TOP "$(UninstallText)"
+; The place for it is narrow: NSIS's own text is cut there.
+!define MUI_UNCONFIRMPAGE_TEXT_LOCATION "$(UninstallPlace)"
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 
@@ -90,13 +95,14 @@ computer are kept.$\r$\n$\r$\nQuestions: Ardel Support Desk, 1-800-555-0142." \
   "Le logiciel Copies de sécurité ${VERSION} sera installé dans$\r$\nC:\Valcoreaux\Backup$\r$\n$\r$\nLes paramètres et les \
 listes de fichiers modifiés sur ce poste sont conservés.$\r$\n$\r$\nQuestions : Ardel-Services, 1-800-555-0199."
 !insertmacro Text FinishText \
-  "Backup ${VERSION} is installed. Open it from the desktop or from the Start menu, where you also find Check a backup; its Help \
-button opens the user's guide." \
-  "Copies de sécurité ${VERSION} est installé. Ouvrez-le à partir du bureau ou du menu Démarrer, où se trouve aussi \
-Vérifier une copie de sécurité; son bouton Aide ouvre le guide de l'utilisateur."
+  "Backup ${VERSION} is installed. Open it from the desktop or from the Start menu; its Help button opens the user's \
+guide.$\r$\n$\r$\nThe Start menu also has Check a backup." \
+  "Copies de sécurité ${VERSION} est installé. Ouvrez-le à partir du bureau ou du menu Démarrer; son bouton Aide ouvre le guide \
+de l'utilisateur.$\r$\n$\r$\nLe menu Démarrer a aussi Vérifier une copie de sécurité."
 !insertmacro Text UninstallText \
   "Backup will be removed. Backup.ini and list files that were changed on this computer stay." \
   "Le logiciel Copies de sécurité sera retiré. Backup.ini et les listes de fichiers modifiées sur ce poste sont conservés."
+!insertmacro Text UninstallPlace "Folder:" "Dossier :"
 !insertmacro Text FileInUse \
   "$1 is in use. Close Backup and its guides on every user's desktop, then retry." \
   "$1 est utilisé. Fermez Copies de sécurité et ses guides chez tous les utilisateurs du poste, puis réessayez."
