@@ -213,7 +213,9 @@ class DataWriter : public DispatchObject<IDiscFormat2Data> {
             isSupported = !(disc.State() & Mastering::StateUnsupported);
             return isSupported ? ask(disc) : 0;
         });
-        return SUCCEEDED(result) && !isSupported ? Failure(Mastering::InvalidMediaState) : result;
+        if (FAILED(result)) return result;
+        if (!isSupported) return Failure(Mastering::InvalidMediaState);
+        return static_cast<HRESULT>(DiscRecorder::Of(recorder_.Get())->Drive().settings.Number("sizes code", S_OK));
     }
     LONG Settled(const std::vector<LONG>& speeds) const {
         if (speeds.empty()) return requestedSpeed_;

@@ -119,6 +119,31 @@ TEST_F(DriveBehaviour, DiscThatIsPutInWhileTheDriveEndsItsWriteIsLeftAlone) {
     EXPECT_EQ(BurnerBench::DiscSetting(L'G', "state"), "blank");
 }
 
+TEST_F(DriveBehaviour, DiscExchangedForAnotherOfItsKindBetweenTwoLooksIsReadAnew) {
+    DiscWriter& writer = Open();
+    BurnerBench::InsertDisc(
+        L'G', {{"kind", "CD-RW"}, {"state", "blank"}, {"capacity", "204800000"}, {"speeds", "4"}, {"settled", "no"}});
+    bench_.RunUntil([&] { return writer.FreeBytes() == 204800000; });
+    EXPECT_EQ(writer.FreeBytes(), 204800000u);
+    EXPECT_EQ(writer.WriteSpeed(), 4);
+}
+
+TEST_F(DriveBehaviour, DriveThatIsTakenWhileItIsAskedIsAskedAgain) {
+    BurnerBench::SetDrive(L'G', {{"sizes code", "0xC0AA0210"}});
+    DiscWriter& writer = Open();
+    EXPECT_EQ(writer.Presence(), DiscPresence::NotAnswering);
+    BurnerBench::SetDrive(L'G', {{"sizes code", ""}});
+    bench_.RunUntil([&] { return writer.FreeBytes() == 736962560; });
+    EXPECT_EQ(writer.FreeBytes(), 736962560u);
+}
+
+TEST_F(DriveBehaviour, DiscWhoseSizesAreNeverToldIsShownAllTheSame) {
+    BurnerBench::SetDrive(L'G', {{"sizes code", "0xC0AA0210"}});
+    DiscWriter& writer = Open();
+    bench_.RunUntil([&] { return writer.Presence() == DiscPresence::Ready; });
+    EXPECT_EQ(writer.Kind(), MediaKind::CdRw);
+}
+
 TEST_F(DriveBehaviour, DriveThatCannotBeOpenedIsTriedAgain) {
     BurnerBench::SetDrive(L'H', {{"busy", "yes"}});
     BurnerBench::InsertDisc(L'H', {{"kind", "CD-R"}, {"state", "blank"}, {"capacity", "736962560"}});

@@ -9,6 +9,8 @@ namespace {
 
 /// A disc that was just written or put in is mounted some time later; one that never is must not be woken for ever.
 constexpr int MaximumVolumeLooks = 15;
+/// A question that a drive never answers must not keep the disc from being shown for ever.
+constexpr int MaximumUnfinishedReadings = 8;
 
 /// Whether the drive leaves it open how much of the disc is used.
 bool NeedsVolume(const DriveAnswers& answers) {
@@ -77,23 +79,29 @@ DriveAnswers ImapiDrive::AskQuickly() const {
     return answers;
 }
 
-void ImapiDrive::AskTheRest(DriveAnswers& answers) const {
+bool ImapiDrive::AskTheRest(DriveAnswers& answers) const {
+    bool isWhole = true;
+    const auto ask = [&](HRESULT questionResult) {
+        if (IsPassing(static_cast<std::uint32_t>(questionResult))) isWhole = false;
+        return questionResult;
+    };
     LONG total = 0;
     LONG free = 0;
-    HRESULT result = data_->get_TotalSectorsOnMedia(&total);
-    if (SUCCEEDED(result)) result = data_->get_FreeSectorsOnMedia(&free);
+    HRESULT result = ask(data_->get_TotalSectorsOnMedia(&total));
+    if (SUCCEEDED(result)) result = ask(data_->get_FreeSectorsOnMedia(&free));
     answers.sizesResult = static_cast<std::uint32_t>(result);
     answers.totalSectors = total;
     answers.freeSectors = free;
     VARIANT_BOOL isSupported = VARIANT_FALSE;
-    if (SUCCEEDED(data_->IsCurrentMediaSupported(recorder_.Get(), &isSupported)))
+    if (SUCCEEDED(ask(data_->IsCurrentMediaSupported(recorder_.Get(), &isSupported))))
         answers.isSupported = isSupported != VARIANT_FALSE;
     if (answers.mediaState & Mastering::StateOverwriteOnly) {
         VARIANT_BOOL isBlank = VARIANT_FALSE;
         answers.isHeuristicallyBlank =
-            SUCCEEDED(data_->get_MediaHeuristicallyBlank(&isBlank)) && isBlank != VARIANT_FALSE;
+            SUCCEEDED(ask(data_->get_MediaHeuristicallyBlank(&isBlank))) && isBlank != VARIANT_FALSE;
     }
     if (IsAddedTo(answers)) answers.fileSystems = FileSystemsOn(recorder_.Get());
+    return isWhole;
 }
 
 bool ImapiDrive::IsReadFor(const DriveAnswers& quickAnswers) const {
@@ -102,7 +110,8 @@ bool ImapiDrive::IsReadFor(const DriveAnswers& quickAnswers) const {
     // answer is loading one.
     if (IsPassing(quickAnswers.mediaTypeResult) || IsPassing(quickAnswers.mediaStateResult))
         return snapshot_.disc.presence == DiscPresence::Ready;
-    return quickAnswers.mediaTypeResult == answers_->mediaTypeResult && quickAnswers.mediaType == answers_->mediaType &&
+    return !mayHaveChanged_ && quickAnswers.mediaTypeResult == answers_->mediaTypeResult &&
+           quickAnswers.mediaType == answers_->mediaType &&
            quickAnswers.mediaStateResult == answers_->mediaStateResult &&
            quickAnswers.mediaState == answers_->mediaState;
 }
@@ -120,6 +129,8 @@ const DriveSnapshot& ImapiDrive::Read() {
         return snapshot_;
     }
     const bool isHeld = IsPassing(answers.mediaTypeResult) || IsPassing(answers.mediaStateResult);
+    // Another program may have written meanwhile, or somebody put in another disc of the same kind.
+    if (isHeld) mayHaveChanged_ = true;
     if (IsReadFor(answers)) {
         if (volumeLooks_ > 0 && !isHeld) LookForVolume();
         return snapshot_;
@@ -128,7 +139,12 @@ const DriveSnapshot& ImapiDrive::Read() {
     snapshot_.speeds.clear();
     answers_.reset();
     if (snapshot_.disc.presence == DiscPresence::NotAnswering) return snapshot_;
-    AskTheRest(answers);
+    if (!AskTheRest(answers) && ++unfinishedReadings_ < MaximumUnfinishedReadings) {
+        Forget();
+        return snapshot_;
+    }
+    unfinishedReadings_ = 0;
+    mayHaveChanged_ = false;
     answers_ = answers;
     volumeLooks_ = NeedsVolume(answers) ? MaximumVolumeLooks : 0;
     snapshot_.disc = DiscBehind(answers, 0);
