@@ -281,8 +281,10 @@ def run_gallery(words):
             for name, size in found.items():
                 sizes.setdefault(name, {}).setdefault(scale, size)
         print(f"   {language} {scale} % {scheme or ''}: {len(found)} windows ({time.monotonic() - started:.0f} s)", flush=True)
-    table = size_table(sizes)
-    (GALLERY / "sizes.txt").write_text(table, encoding="utf-8")
-    print(table)
+    # In another scheme the sizes are those of 100 %.
+    if sizes:
+        table = size_table(sizes)
+        (GALLERY / "sizes.txt").write_text(table, encoding="utf-8")
+        print(table)
     print(f"== the pictures are in {GALLERY.relative_to(BUILD.parent)}: look at them")
     return 0
