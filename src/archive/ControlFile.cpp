@@ -6,7 +6,6 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 namespace {
@@ -65,19 +64,26 @@ bool CouldBeWritten(const std::wstring& path, const std::wstring& innerArchive) 
 
 void ReadControlFile(std::string_view bytes, const std::wstring& profileFolder,
                      std::vector<ControlFileRecord>& records) {
-    SequentialInput input(DecodeText(bytes));
-    std::optional<std::size_t> fieldCount;
-    bool isAnyFieldMissing = false;
+    ControlFileReader reader(profileFolder);
+    reader.Read(DecodeText(bytes), records);
+    reader.Finish();
+}
+
+void ControlFileReader::Read(std::wstring text, std::vector<ControlFileRecord>& records) {
+    SequentialInput input(std::move(text));
     while (!input.IsAtEnd()) {
         std::wstring line = input.Line();
-        if (!fieldCount) fieldCount = FieldCountOf(line);
+        if (!fieldCount_) fieldCount_ = FieldCountOf(line);
         std::vector<std::wstring> fields = FieldsOfLine(std::move(line));
         if (fields.front().empty()) continue;
-        isAnyFieldMissing = isAnyFieldMissing || fields.size() < *fieldCount;
+        isAnyFieldMissing_ = isAnyFieldMissing_ || fields.size() < *fieldCount_;
         fields.resize(FieldCount);
-        const std::wstring path = WithUserProfile(fields[0], profileFolder);
-        const std::wstring inner = *fieldCount == FieldCount ? WithUserProfile(fields[2], profileFolder) : path;
+        const std::wstring path = WithUserProfile(fields[0], profileFolder_);
+        const std::wstring inner = *fieldCount_ == FieldCount ? WithUserProfile(fields[2], profileFolder_) : path;
         records.push_back({RestorePathOf(path), std::move(fields[1]), inner, CouldBeWritten(path, inner)});
     }
-    if (isAnyFieldMissing) throw RuntimeError(ErrorNumber::InputPastEndOfFile);
+}
+
+void ControlFileReader::Finish() const {
+    if (isAnyFieldMissing_) throw RuntimeError(ErrorNumber::InputPastEndOfFile);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +26,21 @@ bool CouldBeWritten(const std::wstring& path, const std::wstring& innerArchive);
 /// it has.
 void ReadControlFile(std::string_view bytes, const std::wstring& profileFolder,
                      std::vector<ControlFileRecord>& records);
+
+/// Reads a control file of which the text comes in parts, each of whole lines, as the function above does.
+class ControlFileReader {
+  public:
+    explicit ControlFileReader(const std::wstring& profileFolder) : profileFolder_(profileFolder) {}
+
+    void Read(std::wstring text, std::vector<ControlFileRecord>& records);
+    /// Throws what the function above does at its end.
+    void Finish() const;
+
+  private:
+    std::wstring profileFolder_;
+    std::optional<std::size_t> fieldCount_; ///< as the first line has it
+    bool isAnyFieldMissing_ = false;
+};
 
 /// Where mail stores are restored to, with a trailing backslash.
 inline constexpr const wchar_t* MailStoreFolder = L"c:\\ValcoreauxTechno\\OutlookBK\\";

@@ -10,12 +10,18 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace {
 
 constexpr std::wstring_view AllOfFolder = L"\\*.*";
 constexpr std::wstring_view MailStoreMark = L".pst";
 constexpr std::size_t LongestPath = 259;
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr char EndOfFileMark = 26;
+constexpr std::size_t PartBytes = 65536;
 
 bool IsNumber(std::wstring_view text) {
     if (text.starts_with(L'-')) text.remove_prefix(1);
@@ -65,17 +71,34 @@ void Add(ListedItem& item, RowProblem problem) {
     item.problems |= static_cast<unsigned>(problem);
 }
 
-void FindOwnProblems(ListedItem& item) {
-    if (item.path.find(L',') != std::wstring::npos) Add(item, RowProblem::Comma);
-    if (item.path.find(L'?') != std::wstring::npos) Add(item, RowProblem::LostLetters);
-    if (RestorePlace(item.path).size() > LongestPath) Add(item, RowProblem::TooLong);
+void FindOwnProblems(const std::wstring& path, ListedItem& item) {
+    if (path.find(L',') != std::wstring::npos) Add(item, RowProblem::Comma);
+    if (path.find(L'?') != std::wstring::npos) Add(item, RowProblem::LostLetters);
+    if (RestorePlace(path).size() > LongestPath) Add(item, RowProblem::TooLong);
 }
 
-void FindSharedMailStores(std::vector<ListedItem>& items) {
+/// Gives the text of a list in parts of whole lines: all of it at once would take several times what its rows do.
+template<typename Take>
+void ForEachPart(std::string_view bytes, Take take) {
+    const bool isUtf16 = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+    if (isUtf16) return take(DecodeText(bytes));
+    const std::string_view mark = bytes.starts_with(Utf8Mark) ? Utf8Mark : std::string_view();
+    bytes = bytes.substr(mark.size());
+    bytes = bytes.substr(0, bytes.find(EndOfFileMark));
+    while (!bytes.empty()) {
+        std::size_t length = std::min(bytes.find_first_of("\r\n", PartBytes), bytes.size());
+        while (length < bytes.size() && (bytes[length] == '\r' || bytes[length] == '\n')) ++length;
+        take(DecodeText(std::string(mark) += bytes.substr(0, length)));
+        bytes.remove_prefix(length);
+    }
+}
+
+void FindSharedMailStores(std::deque<ListedItem>& items) {
     std::map<std::wstring, ListedItem*> places;
     for (ListedItem& item : items) {
-        if (item.path.find(MailStoreMark) == std::wstring::npos) continue;
-        const auto [place, isNew] = places.try_emplace(UpperCase(RestorePlace(item.path)), &item);
+        const std::wstring path = item.path;
+        if (path.find(MailStoreMark) == std::wstring::npos) continue;
+        const auto [place, isNew] = places.try_emplace(UpperCase(RestorePlace(path)), &item);
         if (isNew) continue;
         Add(item, RowProblem::SharedMailStore);
         Add(*place->second, RowProblem::SharedMailStore);
@@ -83,26 +106,36 @@ void FindSharedMailStores(std::vector<ListedItem>& items) {
 }
 
 /// Holds the rows against what the restore window reads, whatever its reader makes of them.
-void FindLostRows(std::string_view bytes, const std::wstring& profileFolder, std::vector<ListedItem>& items) {
+void FindLostRows(std::string_view bytes, const std::wstring& profileFolder, std::deque<ListedItem>& items) {
+    std::vector<PackedText> archives;
+    archives.reserve(items.size());
+    for (const ListedItem& item : items) archives.push_back(item.archive);
+    const TextIndex rows(std::move(archives), TextIndex::Case::Matters);
+    std::vector<bool> isMet(items.size());
+    std::vector<bool> isRestored(items.size());
+    ControlFileReader reader(profileFolder);
     std::vector<ControlFileRecord> records;
-    try {
-        ReadControlFile(bytes, profileFolder, records);
-    } catch (const RuntimeError&) {
-        // The rows before the one that could not be read are there.
-    }
-    std::map<std::wstring, const ControlFileRecord*> byArchive;
-    for (const ControlFileRecord& record : records) byArchive.try_emplace(record.innerArchive, &record);
-    for (ListedItem& item : items) {
-        const auto found = byArchive.find(item.archive);
-        const bool isFound = found != byArchive.end() && FolderOf(WithoutFolderMark(found->second->restorePath)) ==
-                                                             FolderOf(RestorePlace(item.path));
-        if (!isFound && item.problems == 0) Add(item, RowProblem::NotRestorable);
+    ForEachPart(bytes, [&](std::wstring text) {
+        records.clear();
+        reader.Read(std::move(text), records);
+        for (const ControlFileRecord& record : records) {
+            const auto found = rows.Find(record.innerArchive);
+            // The first record of a name is the one that counts.
+            if (found.empty() || isMet[found.front()]) continue;
+            const std::wstring folder = FolderOf(WithoutFolderMark(record.restorePath));
+            for (const std::uint32_t row : found) {
+                isMet[row] = true;
+                isRestored[row] = folder == FolderOf(RestorePlace(items[row].path));
+            }
+        }
+    });
+    for (std::size_t row = 0; row < items.size(); ++row) {
+        if (!isRestored[row] && items[row].problems == 0) Add(items[row], RowProblem::NotRestorable);
     }
 }
 
-bool IsTwoFieldList(std::string_view bytes) {
-    const std::wstring first = SequentialInput(DecodeText(bytes)).Line();
-    return std::count(first.begin(), first.end(), L',') == 1;
+bool IsTwoFieldLine(const std::wstring& line) {
+    return std::count(line.begin(), line.end(), L',') == 1;
 }
 
 } // namespace
@@ -124,26 +157,28 @@ bool IsNameMeant(const std::wstring& listed, const std::wstring& real) {
     return true;
 }
 
-std::vector<ListedItem> ReadBackupList(std::string_view bytes, const std::wstring& profileFolder) {
-    std::vector<ListedItem> items;
-    const bool isTwoFieldList = IsTwoFieldList(bytes);
-    SequentialInput input(DecodeText(bytes));
-    while (!input.IsAtEnd()) {
-        const std::wstring line = input.Line();
-        if (line.empty()) continue;
-        Fields fields = FieldsOf(line);
-        ListedItem item;
-        item.number = static_cast<int>(items.size()) + 1;
-        item.path = WithoutFolderMark(WithUserProfile(fields.path, profileFolder));
-        item.isFolder = fields.path.ends_with(AllOfFolder) || fields.kind == L"-1" || fields.kind == L"16";
-        item.kind = fields.kind;
-        // Where the row names none, the archiver has named it after the row's place.
-        item.archive = fields.archive.empty() ? InnerArchiveName(item.number) : fields.archive;
-        if (isTwoFieldList) Add(item, RowProblem::TwoFields);
-        if (!fields.isReadable) Add(item, RowProblem::NotRestorable);
-        FindOwnProblems(item);
-        items.push_back(std::move(item));
-    }
+std::deque<ListedItem> ReadBackupList(std::string_view bytes, const std::wstring& profileFolder, PackedTexts& texts) {
+    std::deque<ListedItem> items;
+    std::optional<bool> isTwoFieldList;
+    ForEachPart(bytes, [&](std::wstring text) {
+        SequentialInput input(std::move(text));
+        while (!input.IsAtEnd()) {
+            const std::wstring line = input.Line();
+            if (!isTwoFieldList) isTwoFieldList = IsTwoFieldLine(line);
+            if (line.empty()) continue;
+            const Fields fields = FieldsOf(line);
+            const std::wstring path = WithoutFolderMark(WithUserProfile(fields.path, profileFolder));
+            ListedItem& item = items.emplace_back();
+            item.number = static_cast<int>(items.size());
+            item.path = texts.Keep(path);
+            item.isFolder = fields.path.ends_with(AllOfFolder) || fields.kind == L"-1" || fields.kind == L"16";
+            // Where the row names none, the archiver has named it after the row's place.
+            item.archive = texts.Keep(fields.archive.empty() ? InnerArchiveName(item.number) : fields.archive);
+            if (*isTwoFieldList) Add(item, RowProblem::TwoFields);
+            if (!fields.isReadable) Add(item, RowProblem::NotRestorable);
+            FindOwnProblems(path, item);
+        }
+    });
     FindSharedMailStores(items);
     FindLostRows(bytes, profileFolder, items);
     return items;

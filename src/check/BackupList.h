@@ -1,8 +1,10 @@
 #pragma once
 
+#include "check/PackedText.h"
+
+#include <deque>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// Why the restore window cannot put a row of the list back where it came from.
 enum class RowProblem : unsigned {
@@ -16,19 +18,19 @@ enum class RowProblem : unsigned {
 
 /// One row of a backup's list, as it was meant.
 struct ListedItem {
-    int number = 0;    ///< from 1 on
-    std::wstring path; ///< where it was saved from, without the mark of a folder
-    std::wstring kind; ///< as read
-    bool isFolder = false;
-    std::wstring archive;  ///< of the inner archive, without ".zip"
+    PackedText path;       ///< where it was saved from, without the mark of a folder
+    PackedText archive;    ///< of the inner archive, without ".zip"
+    int number = 0;        ///< from 1 on
     unsigned problems = 0; ///< a sum of RowProblem
+    bool isFolder = false;
 
     bool Has(RowProblem problem) const { return (problems & static_cast<unsigned>(problem)) != 0; }
 };
 
 /// Reads a backup's list row by row: each line is a row of its own, and a comma too many spoils no other. What the
-/// restore window would make of it is told by the problems. Never throws for what the list holds.
-std::vector<ListedItem> ReadBackupList(std::string_view bytes, const std::wstring& profileFolder);
+/// restore window would make of it is told by the problems. The rows' texts are kept in `texts`. Never throws for what
+/// the list holds.
+std::deque<ListedItem> ReadBackupList(std::string_view bytes, const std::wstring& profileFolder, PackedTexts& texts);
 
 /// The last name of a path; the path itself when it has no backslash.
 std::wstring LastName(const std::wstring& path);

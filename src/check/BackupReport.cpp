@@ -23,25 +23,35 @@ std::uint64_t Sum(const std::deque<ItemReport>& items, Amount amount) {
 
 bool ItemReport::HasFault() const {
     return verdict != ItemVerdict::Whole || problems != 0 ||
-           std::any_of(findings.begin(), findings.end(), [](const FileFinding& f) { return IsFault(f.what); });
+           std::any_of(remarks->findings.begin(), remarks->findings.end(),
+                       [](const FileFinding& f) { return IsFault(f.what); });
+}
+
+void ItemReport::Take(const ItemOutcome& outcome) {
+    files = static_cast<std::uint32_t>(outcome.files);
+    bytes = outcome.bytes;
+    if (outcome.damagedFiles == 0 && outcome.reason.empty()) return;
+    remarks.Set().damagedFiles = outcome.damagedFiles;
+    remarks.Set().reason = outcome.reason;
 }
 
 void ItemReport::Add(FileFinding finding) {
-    if (findings.size() < MostFindings) {
-        findings.push_back(std::move(finding));
+    ItemRemarks& mine = remarks.Set();
+    if (mine.findings.size() < MostFindings) {
+        mine.findings.push_back(std::move(finding));
         return;
     }
-    ++moreFindings;
+    ++mine.moreFindings;
     // One that counts is not lost behind those that do not.
-    if (IsFault(finding.what)) findings.back() = std::move(finding);
+    if (IsFault(finding.what)) mine.findings.back() = std::move(finding);
 }
 
 std::uint64_t BackupReport::Files() const {
-    return Sum(items, [](const ItemReport& item) { return item.outcome.files; });
+    return Sum(items, [](const ItemReport& item) { return std::uint64_t{item.files}; });
 }
 
 std::uint64_t BackupReport::Bytes() const {
-    return Sum(items, [](const ItemReport& item) { return item.outcome.bytes; });
+    return Sum(items, [](const ItemReport& item) { return item.bytes; });
 }
 
 std::uint64_t BackupReport::FaultyItems() const {
@@ -49,11 +59,11 @@ std::uint64_t BackupReport::FaultyItems() const {
 }
 
 std::uint64_t BackupReport::RecoveredFiles() const {
-    return Sum(items, [](const ItemReport& item) { return item.recoveredFiles; });
+    return Sum(items, [](const ItemReport& item) { return std::uint64_t{item.recoveredFiles}; });
 }
 
 std::uint64_t BackupReport::PresentFiles() const {
-    return Sum(items, [](const ItemReport& item) { return item.presentFiles; });
+    return Sum(items, [](const ItemReport& item) { return std::uint64_t{item.presentFiles}; });
 }
 
 int BackupReport::ExitCode() const {

@@ -2,6 +2,8 @@
 
 #include "check/BackupList.h"
 #include "check/BackupWalk.h"
+#include "check/PackedText.h"
+#include "check/Rare.h"
 
 #include <cstdint>
 #include <deque>
@@ -9,7 +11,7 @@
 #include <string>
 #include <vector>
 
-enum class ItemVerdict {
+enum class ItemVerdict : std::uint8_t {
     Whole,
     Damaged,
     DamagedWhenSaved,
@@ -44,21 +46,31 @@ struct FileFinding {
     std::wstring other;
 };
 
-struct ItemReport {
-    std::size_t place = 0; ///< among all items of the backup: the rows in their order, then what no row names
-    int number = 0;        ///< of the row; 0 when no row names it
-    std::wstring path;     ///< where it was saved from; empty without a row
-    std::wstring archive;
-    bool isFolder = false;
-    unsigned problems = 0;
-    ItemVerdict verdict = ItemVerdict::NotChecked;
-    ItemOutcome outcome;
+/// What few items have to tell.
+struct ItemRemarks {
+    std::uint64_t damagedFiles = 0;
+    std::string reason;
     std::vector<FileFinding> findings;
     std::uint64_t moreFindings = 0; ///< that were not kept
-    std::uint64_t recoveredFiles = 0;
-    std::uint64_t presentFiles = 0; ///< that were there already, byte for byte
+};
+
+/// There may be very many of them: what is the same for most takes no room.
+struct ItemReport {
+    PackedText path; ///< where it was saved from; empty without a row
+    PackedText archive;
+    std::uint64_t bytes = 0;
+    Rare<ItemRemarks> remarks;
+    std::uint32_t place = 0; ///< among all items of the backup: the rows in their order, then what no row names
+    int number = 0;          ///< of the row; 0 when no row names it
+    std::uint32_t files = 0;
+    std::uint32_t recoveredFiles = 0;
+    std::uint32_t presentFiles = 0; ///< that were there already, byte for byte
+    std::uint8_t problems = 0;      ///< a sum of RowProblem
+    ItemVerdict verdict = ItemVerdict::NotChecked;
+    bool isFolder = false;
 
     bool HasFault() const;
+    void Take(const ItemOutcome& outcome);
     void Add(FileFinding finding);
 };
 
@@ -88,9 +100,11 @@ struct BackupReport {
     std::uint64_t archiveBytes = 0;
     bool hasList = false;
     bool isListUnreadable = false;
+    std::uint64_t listPrint = 0; ///< tells the list from others
     bool isOpenedByFirstWord = false;
     bool isEncrypted = false;
     WalkOutcome walk;
+    PackedTexts texts;                   ///< those of the items
     std::deque<ItemReport> items;        ///< each stays where it is in memory, also when the report is moved
     std::optional<std::wstring> failure; ///< why the work ended
     std::uint64_t neededBytes = 0;       ///< at least, for a recovery without room

@@ -16,10 +16,6 @@ struct WalkOutcome {
     std::string reason;
 };
 
-/// Gives the bytes of the outer directory to `tally`; false where it is not found. Throws what `WalkBackup` does, and
-/// what reading its end meets.
-bool ReadOuterDirectory(InputFile& archive, DirectoryTally& tally, const std::function<void(std::size_t)>& onBytes);
-
 /// Walks through both levels of a backup's archive, once and without any other place to keep things: each inner archive
 /// is read from the outer one's data as it comes. `onBytes` is called with the bytes of each piece that was read; it
 /// may throw `Stopped`. Throws `MediumLost`, and what the listener throws.

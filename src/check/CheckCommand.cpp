@@ -170,7 +170,7 @@ int RunCommand(FileStore& files, Console& console, const Texts& texts, const std
     CheckHooks hooks;
     hooks.isStopped = [&console] { return console.IsStopAsked(); };
     const BackupReport report = RunCheck(files, command.request, hooks);
-    for (const std::wstring& line : ReportLines(report, texts)) console.Line(line);
+    TellReport(report, texts, [&](const std::wstring& line) { console.Line(line); });
     if (!command.reportFile) return report.ExitCode();
     try {
         WriteReport(files, report, *command.reportFile, texts);

@@ -15,7 +15,7 @@ struct CheckJob::Shared {
     std::atomic<std::uint64_t> doneBytes{0};
     std::atomic<std::uint64_t> totalBytes{0};
     std::mutex mutex;
-    std::vector<KnownItem> known; ///< guarded by the mutex
+    std::deque<KnownItem> known; ///< guarded by the mutex
 
     void Run() {
         CheckHooks hooks;
@@ -30,6 +30,7 @@ struct CheckJob::Shared {
             known.push_back({&item, isSettled});
         };
         report = RunCheck(*files, request, hooks);
+        request.known.reset();
         if (request.password) modGestionMotPasse::Forget(*request.password);
     }
 };
@@ -52,11 +53,15 @@ CheckJob::Progress CheckJob::Now() const {
     return {contents_->doneBytes, contents_->totalBytes, contents_->isPasswordAccepted};
 }
 
-std::vector<CheckJob::KnownItem> CheckJob::TakeItems() {
+std::deque<CheckJob::KnownItem> CheckJob::TakeItems() {
     const std::lock_guard lock(contents_->mutex);
     return std::exchange(contents_->known, {});
 }
 
 std::shared_ptr<const BackupReport> CheckJob::Report() const {
+    return {contents_, &contents_->report};
+}
+
+std::shared_ptr<BackupReport> CheckJob::HandOver() {
     return {contents_, &contents_->report};
 }

@@ -3,14 +3,14 @@
 #include "check/BackgroundTask.h"
 #include "check/CheckWork.h"
 
+#include <deque>
 #include <memory>
-#include <vector>
 
 /// A check or a recovery that runs on a thread of its own, followed from another one.
 class CheckJob {
   public:
-    /// An item as it became known; `item` stays as long as the job's contents do, and may be read but for its verdict,
-    /// its outcome and its findings. Those may be read once it is settled.
+    /// An item as it became known; `item` stays as long as the job's contents do, and may be read but for what was
+    /// found of it. That may be read once it is settled.
     struct KnownItem {
         const ItemReport* item = nullptr;
         bool isSettled = false;
@@ -34,9 +34,11 @@ class CheckJob {
     BackgroundTask Task() const { return task_; }
     Progress Now() const;
     /// The items that became known since the last call, in their order.
-    std::vector<KnownItem> TakeItems();
+    std::deque<KnownItem> TakeItems();
     /// All that was found; once the work has ended. It keeps the items that were taken.
     std::shared_ptr<const BackupReport> Report() const;
+    /// The same, for another job that takes the items over. This one's rows go on living there.
+    std::shared_ptr<BackupReport> HandOver();
     /// Keeps the items that were taken, whether the work has ended or not.
     std::shared_ptr<const void> Contents() const { return contents_; }
 

@@ -14,25 +14,7 @@ int Order(const Value& left, const Value& right) {
     return left < right ? -1 : right < left ? 1 : 0;
 }
 
-constexpr wchar_t FirstBeyondAscii = 0x80;
-
-wchar_t Folded(wchar_t letter) {
-    if (letter >= L'a' && letter <= L'z') return static_cast<wchar_t>(letter - L'a' + L'A');
-    if (letter < FirstBeyondAscii) return letter;
-    return UpperCase({&letter, 1}).front();
-}
-
-/// Letter by letter: with many rows, copies in upper case would take longer than all else.
-int OrderOfNames(const std::wstring& left, const std::wstring& right) {
-    const std::size_t length = std::min(left.size(), right.size());
-    for (std::size_t at = 0; at < length; ++at) {
-        if (left[at] == right[at]) continue;
-        if (const int order = Order(Folded(left[at]), Folded(right[at])); order != 0) return order;
-    }
-    return Order(left.size(), right.size());
-}
-
-const std::wstring& NameOf(const ItemReport& item) {
+PackedText NameOf(const ItemReport& item) {
     return item.path.empty() ? item.archive : item.path;
 }
 
@@ -66,7 +48,7 @@ void CheckRows::BeginTicked() {
     unlistedRows_.clear();
     for (std::size_t at = 0; at < rows_.size(); ++at) {
         const ItemReport& item = *rows_[at].item;
-        if (item.number == 0) unlistedRows_.try_emplace(UpperCase(item.archive), at);
+        if (item.number == 0) unlistedRows_.try_emplace(UpperCase(std::wstring(item.archive)), at);
     }
 }
 
@@ -82,16 +64,16 @@ void CheckRows::Take(const CheckJob::KnownItem& known, const std::shared_ptr<con
 /// A whole listing comes in its order. A part of it finds its rows: by their places in the list, or by their names.
 CheckRows::Row& CheckRows::RowFor(const ItemReport& item) {
     if (isPart_ && item.number == 0) {
-        const auto found = unlistedRows_.find(UpperCase(item.archive));
+        const auto found = unlistedRows_.find(UpperCase(std::wstring(item.archive)));
         if (found != unlistedRows_.end()) return rows_[found->second];
     } else if (item.place < rows_.size() && rows_[item.place].item->number == item.number) {
         return rows_[item.place];
     }
     const bool isTicked = rows_.size() >= ticksBefore_.size() || ticksBefore_[rows_.size()];
     tickedCount_ += isTicked ? 1 : 0;
-    order_.push_back(rows_.size());
+    order_.push_back(static_cast<std::uint32_t>(rows_.size()));
     rows_.push_back({&item, false, isTicked});
-    if (isPart_ && item.number == 0) unlistedRows_.try_emplace(UpperCase(item.archive), rows_.size() - 1);
+    if (isPart_ && item.number == 0) unlistedRows_.try_emplace(UpperCase(std::wstring(item.archive)), rows_.size() - 1);
     return rows_.back();
 }
 
@@ -106,9 +88,9 @@ std::wstring CheckRows::Cell(int row, CheckColumn column) const {
     case CheckColumn::Kind:
         return item.number == 0 ? std::wstring() : words_.texts(item.isFolder ? TextId::FolderKind : TextId::FileKind);
     case CheckColumn::Files:
-        return isSettled ? words_.Count(item.outcome.files) : std::wstring();
+        return isSettled ? words_.Count(item.files) : std::wstring();
     case CheckColumn::Size:
-        return isSettled ? words_.Size(item.outcome.bytes) : std::wstring();
+        return isSettled ? words_.Size(item.bytes) : std::wstring();
     case CheckColumn::Result:
         return isSettled ? ShortVerdict(item, words_.texts) : words_.texts(TextId::CheckShortNotChecked);
     }
@@ -162,8 +144,8 @@ int CheckRows::SortBy(CheckColumn column, int row) {
 
 int CheckRows::SortAgain(int row) {
     const std::size_t kept = row < 0 ? rows_.size() : order_.at(static_cast<std::size_t>(row));
-    std::iota(order_.begin(), order_.end(), std::size_t(0));
-    std::stable_sort(order_.begin(), order_.end(), [this](std::size_t left, std::size_t right) {
+    std::iota(order_.begin(), order_.end(), 0u);
+    std::stable_sort(order_.begin(), order_.end(), [this](std::uint32_t left, std::uint32_t right) {
         const int order = Compare(rows_[left], rows_[right]);
         return isDescending_ ? order > 0 : order < 0;
     });
@@ -180,11 +162,9 @@ int CheckRows::Compare(const Row& left, const Row& right) const {
     case CheckColumn::Kind:
         return Order(left.item->isFolder, right.item->isFolder);
     case CheckColumn::Files:
-        return areRead ? Order(left.item->outcome.files, right.item->outcome.files)
-                       : Order(left.isSettled, right.isSettled);
+        return areRead ? Order(left.item->files, right.item->files) : Order(left.isSettled, right.isSettled);
     case CheckColumn::Size:
-        return areRead ? Order(left.item->outcome.bytes, right.item->outcome.bytes)
-                       : Order(left.isSettled, right.isSettled);
+        return areRead ? Order(left.item->bytes, right.item->bytes) : Order(left.isSettled, right.isSettled);
     case CheckColumn::Result:
         return areRead ? Order(std::pair(SignOf(*left.item), left.item->verdict),
                                std::pair(SignOf(*right.item), right.item->verdict))

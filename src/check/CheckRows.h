@@ -4,6 +4,7 @@
 #include "check/VerdictSign.h"
 #include "check/WindowWords.h"
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <set>
@@ -25,6 +26,8 @@ class CheckRows {
     void BeginAll();
     /// The ticked items are to be told anew, each when it is settled; the others stay as they are.
     void BeginTicked();
+    /// The items of the rows may have come to be among these contents.
+    void Keep(const std::shared_ptr<const void>& contents) { contents_.insert(contents); }
     /// Takes an item of a job whose contents are kept with it.
     void Take(const CheckJob::KnownItem& known, const std::shared_ptr<const void>& contents);
 
@@ -65,8 +68,8 @@ class CheckRows {
     int Compare(const Row& left, const Row& right) const;
 
     NumberWords words_;
-    std::vector<Row> rows_;
-    std::vector<std::size_t> order_;
+    std::deque<Row> rows_; ///< it grows without a copy
+    std::vector<std::uint32_t> order_;
     std::vector<bool> ticksBefore_; ///< of the items that are to be told anew
     std::map<std::wstring, std::size_t> unlistedRows_;
     std::set<std::shared_ptr<const void>> contents_;

@@ -2,6 +2,7 @@
 
 #include "archive/clsListe.h"
 #include "check/Comparison.h"
+#include "check/DirectoryParts.h"
 #include "check/Inspection.h"
 #include "check/MediumLost.h"
 #include "check/PasswordProbe.h"
@@ -16,6 +17,7 @@
 namespace {
 
 constexpr std::uint64_t LargestList = std::uint64_t{64} << 20;
+constexpr std::size_t PieceBytes = 65536;
 
 std::wstring WithBackslash(const std::wstring& folder) {
     return folder.ends_with(L'\\') ? folder : folder + L"\\";
@@ -24,6 +26,17 @@ std::wstring WithBackslash(const std::wstring& folder) {
 std::wstring WithoutBackslash(std::wstring path) {
     while (path.size() > 3 && path.ends_with(L'\\')) path.pop_back();
     return path;
+}
+
+std::uint64_t PrintOf(InputFile& file) {
+    std::string piece(PieceBytes, '\0');
+    std::uint64_t print = 0;
+    std::uint64_t place = 0;
+    while (const std::size_t length = file.ReadAt(place, piece)) {
+        print = ListPrint(std::string_view(piece).substr(0, length), print);
+        place += length;
+    }
+    return print;
 }
 
 /// How large the wanted inner archives are, as the outer directory has it.
@@ -90,7 +103,7 @@ class CheckWork {
         }
         archive_ = files_.Open(place.archive);
         report_.archiveBytes = archive_->SizeBytes();
-        std::vector<ListedItem> rows;
+        std::deque<ListedItem> rows;
         if (report_.hasList) rows = ReadRows(place.list);
         if (request_.isListOnly) {
             report_.verdict = Verdict::NotChecked;
@@ -110,13 +123,15 @@ class CheckWork {
         return entry && !entry->isFolder;
     }
 
-    std::vector<ListedItem> ReadRows(const std::wstring& path) {
+    std::deque<ListedItem> ReadRows(const std::wstring& path) {
         try {
             const auto list = files_.Open(path);
             if (list->SizeBytes() <= LargestList) {
+                report_.listPrint = PrintOf(*list);
+                if (TakeKnown()) return {};
                 std::string bytes(static_cast<std::size_t>(list->SizeBytes()), '\0');
                 bytes.resize(list->ReadAt(0, bytes));
-                return ReadBackupList(bytes, request_.profileFolder);
+                return ReadBackupList(bytes, request_.profileFolder, report_.texts);
             }
         } catch (const RuntimeError&) {
             // The archive may be whole all the same.
@@ -124,6 +139,14 @@ class CheckWork {
         report_.isListUnreadable = true;
         report_.hasList = false;
         return {};
+    }
+
+    bool TakeKnown() {
+        BackupReport* known = request_.wanted.empty() ? request_.known.get() : nullptr;
+        if (!known || known->archive != report_.archive || known->listPrint != report_.listPrint) return false;
+        report_.texts = std::move(known->texts);
+        report_.items = std::move(known->items);
+        return true;
     }
 
     bool FindPassphrase() {
@@ -176,7 +199,7 @@ class CheckWork {
         return std::min(sizes.Sum(), report_.archiveBytes);
     }
 
-    void Walk(std::vector<ListedItem> rows) {
+    void Walk(std::deque<ListedItem> rows) {
         std::vector<FileTaker*> takers;
         if (recovery_) takers.push_back(recovery_.get());
         Comparison comparison(files_, [this] { StopIfAsked(); });

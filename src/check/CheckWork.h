@@ -3,6 +3,7 @@
 #include "check/BackupReport.h"
 
 #include <functional>
+#include <memory>
 #include <set>
 
 /// What is to be checked, or recovered.
@@ -14,6 +15,9 @@ struct CheckRequest {
     std::set<std::wstring> wanted;      ///< names of inner archives; empty: all
     std::wstring profileFolder;
     bool isListOnly = false; ///< the rows of the list are read, and nothing else
+    /// Of a work that has read the rows of the same backup and nothing else. Where the list is still the same, its
+    /// items are taken: they are not kept twice.
+    std::shared_ptr<BackupReport> known;
 };
 
 /// How the work is followed and ended. Called on the thread that works.

@@ -23,6 +23,7 @@ std::wstring Below(const std::wstring& itemPath, const std::wstring& name) {
 
 void Comparison::BeginItem(ItemReport& item, const ZipEntry& entry) {
     item_ = &item;
+    itemPath_ = item.path;
     savedAt_ = entry.writtenAt;
     saved_.clear();
 }
@@ -34,7 +35,7 @@ void Comparison::BeginFile(const ZipEntry& file) {
     compared_ = 0;
     saved_.insert(UpperCase(file.name));
     if (item_->number == 0 || file.isFolder || file.name.find(L"..") != std::wstring::npos) return;
-    const std::wstring path = Below(item_->path, file.name);
+    const std::wstring path = Below(itemPath_, file.name);
     try {
         const auto entry = files_.Look(path);
         if (!entry || entry->isFolder) return;
@@ -75,10 +76,10 @@ void Comparison::EndFile(const FileOutcome& outcome) {
 void Comparison::EndItem() {
     here_.reset();
     if (item_->number == 0) return;
-    const std::wstring name = LastName(item_->path);
+    const std::wstring name = LastName(itemPath_);
     try {
-        const auto entry = files_.Look(item_->path);
-        if (entry && entry->isFolder) FindAbsent(item_->path, name);
+        const auto entry = files_.Look(itemPath_);
+        if (entry && entry->isFolder) FindAbsent(itemPath_, name);
     } catch (const RuntimeError&) {
         // A folder that nobody may list says nothing about the backup.
     }

@@ -25,6 +25,7 @@ class Comparison final : public FileTaker {
     const FileStore& files_;
     std::function<void()> onStep_;
     ItemReport* item_ = nullptr;
+    std::wstring itemPath_;
     std::uint64_t savedAt_ = 0; ///< when the item in hand was saved; what is younger here was added since
     std::set<std::wstring> saved_;
     ZipEntry file_;

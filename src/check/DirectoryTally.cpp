@@ -1,5 +1,7 @@
 #include "check/DirectoryTally.h"
 
+#include <algorithm>
+
 namespace {
 
 // PKWARE's APPNOTE.TXT: central directory record 4.3.12, Zip64 end 4.3.14, its locator 4.3.15, end 4.3.16.
@@ -45,13 +47,21 @@ std::uint64_t Print(const Text& name, std::uint64_t sizeBytes) {
     return hash;
 }
 
-void ReadExtra(std::string_view extra, std::uint64_t& sizeBytes, DirectoryRecord& record) {
+void ReadExtra(std::string_view extra, bool isPackedSizeLarge, DirectoryRecord& record) {
     while (extra.size() >= 4) {
         const std::uint64_t field = Number(extra, 0, 2);
         const auto length = static_cast<std::size_t>(Number(extra, 2, 2));
         if (length > extra.size() - 4) return;
-        const std::string_view value = extra.substr(4, length);
-        if (field == LargeSizesField && sizeBytes == Saturated32 && length >= 8) sizeBytes = Number(value, 0, 8);
+        std::string_view value = extra.substr(4, length);
+        if (field == LargeSizesField) {
+            // Each number is there only when there is no room for it elsewhere.
+            if (record.sizeBytes == Saturated32 && value.size() >= 8) {
+                record.sizeBytes = Number(value, 0, 8);
+                value.remove_prefix(8);
+            }
+            if (isPackedSizeLarge) value.remove_prefix(std::min<std::size_t>(8, value.size()));
+            if (record.entryPlace == Saturated32 && value.size() >= 8) record.entryPlace = Number(value, 0, 8);
+        }
         if (field == SystemTimesField && length >= SystemTimesBytes && Number(value, 4, 2) == 1) {
             record.written = Number(value, 8, 8);
             record.created = Number(value, 24, 8);
@@ -90,14 +100,17 @@ std::size_t DirectoryTally::TakeRecord(std::string_view bytes) {
             RecordBytes + nameLength + extraLength + static_cast<std::size_t>(Number(bytes, 32, 2));
         if (bytes.size() < length) return 0;
         DirectoryRecord record;
-        std::uint64_t sizeBytes = Number(bytes, 24, 4);
-        ReadExtra(bytes.substr(RecordBytes + nameLength, extraLength), sizeBytes, record);
+        record.place = recordBytes_;
+        record.entryPlace = Number(bytes, 42, 4);
+        record.sizeBytes = Number(bytes, 24, 4);
+        const bool isPackedSizeLarge = Number(bytes, 20, 4) == Saturated32;
+        ReadExtra(bytes.substr(RecordBytes + nameLength, extraLength), isPackedSizeLarge, record);
         const std::uint64_t system = Number(bytes, 5, 1);
         if (system == DosSystem || system == NtSystem)
             record.attributes = static_cast<std::uint32_t>(Number(bytes, 38, 4) & 0xFFFF);
         record.name = bytes.substr(RecordBytes, nameLength);
-        record.sizeBytes = sizeBytes;
-        namedSum_ += Print(record.name, sizeBytes);
+        namedSum_ += Print(record.name, record.sizeBytes);
+        recordBytes_ += length;
         OnRecord(namedCount_++, record);
         return length;
     }

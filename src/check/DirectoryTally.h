@@ -11,6 +11,8 @@ struct DirectoryRecord {
     std::uint64_t created = 0; ///< in units of 100 nanoseconds since 1601, UTC; 0 is not known
     std::uint64_t written = 0;
     std::uint32_t attributes = 0; ///< those of Windows
+    std::uint64_t place = 0;      ///< of this record, from the beginning of the directory
+    std::uint64_t entryPlace = 0; ///< of the entry, as the directory has it
 };
 
 /// Compares the directory at the end of an archive with the entries that were met before it: a reader that goes from
@@ -23,8 +25,12 @@ class DirectoryTally {
     /// The next bytes, from the first byte of the directory on.
     void Take(std::string_view bytes);
     /// Whether the directory was whole and named what was met.
-    bool Agrees() const { return hasEnded_ && !isBroken_ && metCount_ == namedCount_ && metSum_ == namedSum_; }
+    bool Agrees() const { return IsWhole() && metCount_ == namedCount_ && metSum_ == namedSum_; }
     std::uint64_t MetCount() const { return metCount_; }
+    /// Whether the directory came to its end as it should.
+    bool IsWhole() const { return hasEnded_ && !isBroken_; }
+    /// How long the records were together.
+    std::uint64_t RecordBytesTaken() const { return recordBytes_; }
 
   protected:
     /// Called for each record of the directory, in its order, from 0 on.
@@ -38,6 +44,7 @@ class DirectoryTally {
     std::uint64_t metSum_ = 0;
     std::uint64_t namedCount_ = 0;
     std::uint64_t namedSum_ = 0;
+    std::uint64_t recordBytes_ = 0;
     bool hasEnded_ = false;
     bool isBroken_ = false;
 };

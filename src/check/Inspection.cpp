@@ -20,24 +20,30 @@ std::wstring ArchiveOfRow(const std::wstring& name) {
     return hasEnding ? name.substr(0, name.size() - ArchiveEnding.size()) : name;
 }
 
-Inspection::Inspection(std::vector<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
+Inspection::Inspection(std::deque<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
                        const std::set<std::wstring>& wanted, OnItemKnown onItemKnown)
     : report_(report), takers_(std::move(takers)), onItemKnown_(std::move(onItemKnown)) {
     for (const std::wstring& name : wanted) wanted_.insert(UpperCase(name));
-    for (ListedItem& row : rows) {
-        const std::size_t place = nextPlace_++;
+    for (const ItemReport& item : report_.items) Tell(item, false);
+    nextPlace_ = static_cast<std::uint32_t>(report_.items.size());
+    // The rows go one by one while the items come.
+    for (; !rows.empty(); rows.pop_front()) {
+        const ListedItem& row = rows.front();
+        const std::uint32_t place = nextPlace_++;
         if (!IsWanted(row.archive)) continue;
-        rowOf_.try_emplace(UpperCase(row.archive), report_.items.size());
-        ItemReport item;
+        ItemReport& item = report_.items.emplace_back();
         item.place = place;
         item.number = row.number;
-        item.path = std::move(row.path);
-        item.archive = std::move(row.archive);
+        item.path = row.path;
+        item.archive = row.archive;
         item.isFolder = row.isFolder;
-        item.problems = row.problems;
-        report_.items.push_back(std::move(item));
-        Tell(report_.items.back(), false);
+        item.problems = static_cast<std::uint8_t>(row.problems);
+        Tell(item, false);
     }
+    std::vector<PackedText> archives;
+    archives.reserve(report_.items.size());
+    for (const ItemReport& item : report_.items) archives.push_back(item.archive);
+    rows_ = TextIndex(std::move(archives), TextIndex::Case::IsTheSame);
 }
 
 bool Inspection::Wants(const std::wstring& name) {
@@ -54,19 +60,19 @@ void Inspection::Tell(const ItemReport& item, bool isSettled) const {
 
 void Inspection::OnItem(const ZipEntry& item) {
     const std::wstring name = ArchiveOfRow(item.name);
-    const auto row = rowOf_.find(UpperCase(name));
+    const auto found = rows_.Find(name);
     // A second archive of one name belongs to no row any more.
-    if (row != rowOf_.end() && report_.items[row->second].verdict == ItemVerdict::NotChecked) {
-        item_ = &report_.items[row->second];
+    if (!found.empty() && report_.items[found.front()].verdict == ItemVerdict::NotChecked) {
+        item_ = &report_.items[found.front()];
     } else {
-        report_.items.emplace_back();
-        item_ = &report_.items.back();
+        item_ = &report_.items.emplace_back();
         item_->place = nextPlace_++;
-        item_->archive = name;
+        item_->archive = report_.texts.Keep(name);
         Tell(*item_, false);
     }
     topName_.clear();
     hasOneTop_ = true;
+    folderBefore_ = FolderBefore(item_->path).size();
     for (FileTaker* taker : takers_) taker->BeginItem(*item_, item);
 }
 
@@ -90,7 +96,7 @@ void Inspection::OnFileEnd(const FileOutcome& outcome) {
     } else if (outcome.state == FileState::Damaged) {
         item_->Add({outcome.isBrokenOff ? What::BrokenOff : What::Damaged, file_, outcome.bytes, {}});
     }
-    const std::size_t length = FolderBefore(item_->path).size() + file_.size();
+    const std::size_t length = folderBefore_ + file_.size();
     if (item_->number > 0 && item_->path.size() <= LongestPath && length > LongestPath)
         item_->Add({What::TooLong, file_, length, {}});
     for (FileTaker* taker : takers_) taker->EndFile(outcome);
@@ -101,7 +107,7 @@ void Inspection::OnRecord(std::uint64_t index, const DirectoryRecord& record) {
 }
 
 void Inspection::OnItemEnd(const ItemOutcome& outcome) {
-    item_->outcome = outcome;
+    item_->Take(outcome);
     item_->verdict = VerdictOf(outcome);
     for (FileTaker* taker : takers_) taker->EndItem();
     Tell(*item_, true);

@@ -2,8 +2,8 @@
 
 #include "check/BackupReport.h"
 
+#include <deque>
 #include <functional>
-#include <map>
 #include <set>
 
 /// What else is done with the files of a backup while it is inspected: recovering them, or comparing them.
@@ -27,9 +27,10 @@ class Inspection final : public WalkListener {
     /// Called with an item that is new in the report, and again once it is settled.
     using OnItemKnown = std::function<void(const ItemReport& item, bool isSettled)>;
 
-    /// Rows come first in the report, in their order; inner archives that no row names follow. Borrows all of it;
-    /// `takers` get every file in turn. With `wanted`, other items are passed over and left out of the report.
-    Inspection(std::vector<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
+    /// Rows, whose texts the report keeps, come first in it, in their order; inner archives that no row names follow.
+    /// Items that are in it already are those of the first rows. Borrows all of it; `takers` get every file in turn.
+    /// With `wanted`, other items are passed over and left out of the report.
+    Inspection(std::deque<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
                const std::set<std::wstring>& wanted = {}, OnItemKnown onItemKnown = {});
 
     void OnItem(const ZipEntry& item) override;
@@ -53,9 +54,10 @@ class Inspection final : public WalkListener {
     std::vector<FileTaker*> takers_;
     std::set<std::wstring> wanted_; ///< in upper case
     OnItemKnown onItemKnown_;
-    std::size_t nextPlace_ = 0;
-    std::map<std::wstring, std::size_t> rowOf_;
+    std::uint32_t nextPlace_ = 0;
+    TextIndex rows_; ///< the items that have a row, by their inner archives
     ItemReport* item_ = nullptr;
+    std::size_t folderBefore_ = 0; ///< how long the path is that the item's names continue
     std::wstring file_;
     bool isFolder_ = false;
     std::wstring topName_;

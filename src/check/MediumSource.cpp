@@ -14,7 +14,8 @@ constexpr std::size_t GapBytes = 32768;
 } // namespace
 
 MediumSource::MediumSource(InputFile& file, std::size_t pieceBytes, std::function<void(std::size_t)> onBytes)
-    : file_(file), piece_(pieceBytes), onBytes_(std::move(onBytes)) {}
+    : file_(file), piece_(static_cast<std::size_t>(std::min<std::uint64_t>(pieceBytes, file.SizeBytes() + 1))),
+      onBytes_(std::move(onBytes)) {}
 
 std::string_view MediumSource::Next() {
     if (onBytes_) onBytes_(0);

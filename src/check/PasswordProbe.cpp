@@ -1,5 +1,6 @@
 #include "check/PasswordProbe.h"
 
+#include "check/DirectoryParts.h"
 #include "check/MediumSource.h"
 #include "check/ZipReader.h"
 #include "platform/CodePages.h"
@@ -11,6 +12,7 @@ namespace {
 
 /// Small, so that the first bytes of an entry come before a damage that follows soon.
 constexpr std::size_t PieceBytes = 32;
+constexpr std::size_t MediumPieceBytes = 65536;
 constexpr int MostEntries = 8;
 constexpr std::size_t SignBytes = 4;
 
@@ -62,10 +64,10 @@ void TryEntry(ZipReader& reader, Tally& tally) {
     tally.isProven = tally.isProven || IsArchiveSign(first);
 }
 
-/// Gives out pieces of the file from a larger buffer.
+/// Gives out small pieces of another source's.
 class SmallPieces final : public ZipSource {
   public:
-    SmallPieces(InputFile& file, const std::function<void(std::size_t)>& onBytes) : source_(file, 65536, onBytes) {}
+    explicit SmallPieces(ZipSource& source) : source_(source) {}
 
     std::string_view Next() override {
         if (rest_.empty()) rest_ = source_.Next();
@@ -81,13 +83,13 @@ class SmallPieces final : public ZipSource {
     std::uint64_t SizeBytes() const override { return source_.SizeBytes(); }
 
   private:
-    MediumSource source_;
+    ZipSource& source_;
     std::string_view rest_;
 };
 
-Tally TryCandidate(InputFile& archive, ZipReader::Way way, const std::string& bytes,
-                   const std::function<void(std::size_t)>& onBytes) {
-    SmallPieces source(archive, onBytes);
+Tally TryCandidate(ZipSource& archive, ZipReader::Way way, const std::string& bytes) {
+    SmallPieces source(archive);
+    source.Seek(0);
     ZipReader reader(source, way, bytes);
     Tally tally;
     ZipEntry entry;
@@ -115,11 +117,15 @@ ProbeOutcome ProbePassword(InputFile& archive, const std::vector<PasswordCandida
     std::vector<PasswordCandidate> tried = candidates;
     if (tried.empty()) tried.push_back({});
     std::optional<PasswordCandidate> likely;
+    const DirectoryParts directory(archive, onBytes);
+    MediumSource medium(archive, MediumPieceBytes, onBytes);
+    std::optional<PartSource> firstPart;
+    if (!directory.All().empty()) firstPart.emplace(medium, directory.All().front().place, directory.All().front());
+    ZipSource& byDirectory = firstPart ? static_cast<ZipSource&>(*firstPart) : medium;
     for (const PasswordCandidate& candidate : tried) {
-        ZipReader::Way way = ZipReader::Way::ByDirectory;
-        Tally tally = TryCandidate(archive, way, candidate.bytes, onBytes);
+        Tally tally = TryCandidate(byDirectory, ZipReader::Way::ByDirectory, candidate.bytes);
         if (!tally.isProven && tally.entries < MostEntries)
-            tally = TryCandidate(archive, ZipReader::Way::ByHeaders, candidate.bytes, onBytes);
+            tally = TryCandidate(medium, ZipReader::Way::ByHeaders, candidate.bytes);
         if (tally.entries == 0) return {Answer::NoEntries, {}};
         if (tally.encrypted == 0) return {Answer::NotNeeded, {}};
         if (tally.isProven) return {Answer::Opens, candidate};

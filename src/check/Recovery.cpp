@@ -29,8 +29,9 @@ Recovery::~Recovery() {
 void Recovery::BeginItem(ItemReport& item, const ZipEntry&) {
     item_ = &item;
     met_.clear();
-    const auto place = PlaceOfFolder(FolderOf(item.path) + L"\\");
-    place_ = item.path.empty() || !place ? SafePath(item.archive).value_or(L"_") : *place;
+    itemPath_ = item.path;
+    const auto place = PlaceOfFolder(FolderOf(itemPath_) + L"\\");
+    place_ = itemPath_.empty() || !place ? SafePath(std::wstring(item.archive)).value_or(L"_") : *place;
 }
 
 void Recovery::BeginFile(const ZipEntry& file) {
@@ -38,10 +39,10 @@ void Recovery::BeginFile(const ZipEntry& file) {
     path_.clear();
     taken_ = 0;
     // Under the folders of an item that it does not belong to, nobody would look for it.
-    const std::wstring meant = LastName(item_->path);
+    const std::wstring meant = LastName(itemPath_);
     const std::wstring top = file.name.substr(0, file.name.find(L'/'));
     if (met_.empty() && item_->number > 0 && !meant.empty() && !IsNameMeant(meant, top))
-        place_ = SafePath(item_->archive).value_or(L"_");
+        place_ = SafePath(std::wstring(item_->archive)).value_or(L"_");
     met_.push_back({{}, file.writtenAt});
     const bool isAbsolute = file.name.starts_with(L'/') || (file.name.size() > 1 && file.name[1] == L':');
     const auto below = SafePath(file.name);

@@ -40,6 +40,7 @@ class Recovery final : public FileTaker {
     std::wstring target_;
     std::set<std::wstring> madeFolders_;
     ItemReport* item_ = nullptr;
+    std::wstring itemPath_;
     std::wstring place_; ///< the item's folder below the target
     std::vector<Met> met_;
 

@@ -13,10 +13,17 @@ constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr const wchar_t* FreshEnding = L".new";
 constexpr int MostNumbers = 1000;
 
-std::string AsText(const BackupReport& report, const Texts& texts) {
-    std::string bytes(Utf8Mark);
-    for (const std::wstring& line : ReportLines(report, texts)) bytes += ToUtf8(line) + "\r\n";
-    return bytes;
+constexpr std::size_t PieceBytes = 65536;
+
+void WriteAsText(const BackupReport& report, const Texts& texts, NewFile& file) {
+    std::string piece(Utf8Mark);
+    TellReport(report, texts, [&](const std::wstring& line) {
+        piece += ToUtf8(line) + "\r\n";
+        if (piece.size() < PieceBytes) return;
+        file.Write(piece);
+        piece.clear();
+    });
+    file.Write(piece);
 }
 
 void Discard(FileStore& files, const std::wstring& path) {
@@ -28,7 +35,8 @@ void Discard(FileStore& files, const std::wstring& path) {
 }
 
 /// Beside the file that it may replace first, so that a report is never half there.
-void WriteBytes(FileStore& files, const std::wstring& path, const std::string& bytes) {
+template<typename Fill>
+void WriteWhole(FileStore& files, const std::wstring& path, Fill fill) {
     const std::wstring full = files.FullPath(path);
     std::wstring fresh;
     std::unique_ptr<NewFile> file;
@@ -38,7 +46,7 @@ void WriteBytes(FileStore& files, const std::wstring& path, const std::string& b
         file = files.CreateNew(fresh);
     }
     try {
-        file->Write(bytes);
+        fill(*file);
         file->Close();
         files.Replace(fresh, full);
     } catch (const RuntimeError&) {
@@ -71,5 +79,8 @@ void RequireOffBackup(const FileStore& files, const std::wstring& archive, const
 
 void WriteReport(FileStore& files, const BackupReport& report, const std::wstring& path, const Texts& texts) {
     RequireOffBackup(files, report.archive, path, texts);
-    WriteBytes(files, path, IsTextReport(path) ? AsText(report, texts) : ReportJson(report));
+    WriteWhole(files, path, [&](NewFile& file) {
+        if (IsTextReport(path)) return WriteAsText(report, texts, file);
+        TellReportAsJson(report, [&](std::string_view piece) { file.Write(piece); });
+    });
 }

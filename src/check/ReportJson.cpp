@@ -3,6 +3,7 @@
 #include "platform/CodePages.h"
 
 #include <array>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -28,6 +29,10 @@ constexpr std::array<std::pair<RowProblem, const char*>, 6> Problems = {{
 /// Writes one JSON value, with commas where they belong.
 class Json {
   public:
+    using Tell = std::function<void(std::string_view piece)>;
+
+    explicit Json(const Tell& tell) : tell_(tell) {}
+
     Json& Open(char bracket) {
         Part();
         text_ += bracket;
@@ -64,9 +69,20 @@ class Json {
         Key(key).Value(value);
     }
 
-    std::string Take() { return std::move(text_); }
+    /// Gives out what has come together, when it is much.
+    void FlushWhenMuch() {
+        if (text_.size() > PieceBytes) Flush();
+    }
+    void EndLine() {
+        text_ += '\n';
+        Flush();
+    }
 
   private:
+    void Flush() {
+        tell_(text_);
+        text_.clear();
+    }
     void Part() {
         if (!isFirst_) text_ += ',';
         isFirst_ = false;
@@ -88,6 +104,9 @@ class Json {
         text_ += '"';
     }
 
+    static constexpr std::size_t PieceBytes = 65536;
+
+    const Tell& tell_;
     std::string text_;
     bool isFirst_ = true;
 };
@@ -109,9 +128,9 @@ void Write(Json& json, const ItemReport& item, bool isRecovery) {
     json.Field("kind", std::string_view(item.number == 0 ? "unknown" : item.isFolder ? "folder" : "file"));
     json.Field("verdict", std::string_view(ItemVerdicts[static_cast<std::size_t>(item.verdict)]));
     json.Flag("isGood", !item.HasFault());
-    json.Field("files", item.outcome.files);
-    json.Field("bytes", item.outcome.bytes);
-    json.Field("damagedFiles", item.outcome.damagedFiles);
+    json.Field("files", item.files);
+    json.Field("bytes", item.bytes);
+    json.Field("damagedFiles", item.remarks->damagedFiles);
     if (isRecovery) {
         json.Field("recoveredFiles", item.recoveredFiles);
         json.Field("presentFiles", item.presentFiles);
@@ -121,10 +140,10 @@ void Write(Json& json, const ItemReport& item, bool isRecovery) {
         if ((item.problems & static_cast<unsigned>(problem)) != 0) json.Value(std::string_view(name));
     }
     json.Close(']').Key("findings").Open('[');
-    for (const FileFinding& finding : item.findings) Write(json, finding);
+    for (const FileFinding& finding : item.remarks->findings) Write(json, finding);
     json.Close(']');
-    json.Field("moreFindings", item.moreFindings);
-    json.Field("reason", std::string_view(item.outcome.reason));
+    json.Field("moreFindings", item.remarks->moreFindings);
+    json.Field("reason", std::string_view(item.remarks->reason));
     json.Close('}');
 }
 
@@ -141,8 +160,8 @@ std::string_view PasswordState(const BackupReport& report) {
 
 } // namespace
 
-std::string ReportJson(const BackupReport& report) {
-    Json json;
+void TellReportAsJson(const BackupReport& report, const std::function<void(std::string_view piece)>& tell) {
+    Json json(tell);
     json.Open('{');
     json.Field("format", std::uint64_t{1});
     json.Field("program", L"BackupCheck " + VersionText());
@@ -172,7 +191,10 @@ std::string ReportJson(const BackupReport& report) {
         json.Field("presentFiles", report.PresentFiles());
     }
     json.Close('}').Key("items").Open('[');
-    for (const ItemReport& item : report.items) Write(json, item, report.isRecovery);
+    for (const ItemReport& item : report.items) {
+        Write(json, item, report.isRecovery);
+        json.FlushWhenMuch();
+    }
     json.Close(']').Close('}');
-    return json.Take() + "\n";
+    json.EndLine();
 }

@@ -90,9 +90,9 @@ std::vector<std::wstring> Remarks(const BackupReport& report, const Texts& texts
 std::wstring ItemSentence(const ItemReport& item, const Texts& texts) {
     if (item.verdict == ItemVerdict::Whole && item.problems != 0) return texts(TextId::CheckItemNotRestorable);
     if (item.verdict == ItemVerdict::Whole && item.HasFault()) return texts(TextId::CheckItemFilesDiffer);
-    if (item.verdict == ItemVerdict::Damaged && item.outcome.files == 0) return texts(TextId::CheckItemNothingFound);
+    if (item.verdict == ItemVerdict::Damaged && item.files == 0) return texts(TextId::CheckItemNothingFound);
     return Filled(texts(Behind(TextId::CheckItemWhole, item.verdict)),
-                  {Amount(item.outcome.files), Amount(item.outcome.bytes), Amount(item.outcome.damagedFiles)});
+                  {Amount(item.files), Amount(item.bytes), Amount(item.remarks->damagedFiles)});
 }
 
 std::vector<std::wstring> ProblemSentences(const ItemReport& item, const Texts& texts) {
@@ -114,11 +114,12 @@ std::vector<std::wstring> ItemLines(const ItemReport& item, const Texts& texts) 
                                   : Filled(texts(TextId::CheckItemLine),
                                            {Amount(static_cast<std::uint64_t>(item.number)), item.path, item.archive});
     std::vector<std::wstring> lines = {name + L" " + ItemSentence(item, texts)};
-    AddReason(item.outcome.reason, texts, lines);
+    AddReason(item.remarks->reason, texts, lines);
     for (const std::wstring& problem : ProblemSentences(item, texts)) lines.push_back(L"    " + problem);
-    for (const FileFinding& finding : item.findings) lines.push_back(L"    " + FindingSentence(finding, texts));
-    if (item.moreFindings > 0)
-        lines.push_back(L"    " + Filled(texts(TextId::CheckMoreFindings), {Amount(item.moreFindings)}));
+    for (const FileFinding& finding : item.remarks->findings)
+        lines.push_back(L"    " + FindingSentence(finding, texts));
+    if (item.remarks->moreFindings > 0)
+        lines.push_back(L"    " + Filled(texts(TextId::CheckMoreFindings), {Amount(item.remarks->moreFindings)}));
     return lines;
 }
 
@@ -135,13 +136,12 @@ std::vector<std::wstring> SummaryLines(const BackupReport& report, const Texts& 
     return lines;
 }
 
-std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& texts) {
-    std::vector<std::wstring> lines;
-    lines.push_back(Filled(texts(TextId::CheckBackupAt), {report.archive, Amount(report.archiveBytes)}));
-    if (!report.target.empty()) lines.push_back(Filled(texts(TextId::CheckRecoverTo), {report.target}));
+void TellReport(const BackupReport& report, const Texts& texts,
+                const std::function<void(const std::wstring& line)>& tell) {
+    tell(Filled(texts(TextId::CheckBackupAt), {report.archive, Amount(report.archiveBytes)}));
+    if (!report.target.empty()) tell(Filled(texts(TextId::CheckRecoverTo), {report.target}));
     for (const ItemReport& item : report.items) {
-        for (std::wstring& line : ItemLines(item, texts)) lines.push_back(std::move(line));
+        for (const std::wstring& line : ItemLines(item, texts)) tell(line);
     }
-    for (std::wstring& line : SummaryLines(report, texts)) lines.push_back(std::move(line));
-    return lines;
+    for (const std::wstring& line : SummaryLines(report, texts)) tell(line);
 }

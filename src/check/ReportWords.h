@@ -4,6 +4,8 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 enum class TextId : int;
 
@@ -27,7 +29,8 @@ std::wstring FindingSentence(const FileFinding& finding, const Texts& texts);
 std::vector<std::wstring> ItemLines(const ItemReport& item, const Texts& texts);
 /// What is to be told of the backup as a whole, the verdict last.
 std::vector<std::wstring> SummaryLines(const BackupReport& report, const Texts& texts);
-/// The report as lines of plain text, for people.
-std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& texts);
-/// The report as JSON in UTF-8, for programs; docs/backup-check.schema.json describes it.
-std::string ReportJson(const BackupReport& report);
+/// Gives the report line by line, as plain text for people.
+void TellReport(const BackupReport& report, const Texts& texts,
+                const std::function<void(const std::wstring& line)>& tell);
+/// Gives the report piece by piece, as JSON in UTF-8 for programs; docs/backup-check.schema.json describes it.
+void TellReportAsJson(const BackupReport& report, const std::function<void(std::string_view piece)>& tell);

@@ -53,7 +53,7 @@ std::wstring NumberWords::Duration(double seconds) const {
 
 std::wstring ShortVerdict(const ItemReport& item, const Texts& texts) {
     if (item.verdict == ItemVerdict::Whole && item.problems != 0) return texts(TextId::CheckShortNotRestorable);
-    if (item.verdict == ItemVerdict::Whole && !item.findings.empty()) return texts(TextId::CheckShortRemarks);
+    if (item.verdict == ItemVerdict::Whole && !item.remarks->findings.empty()) return texts(TextId::CheckShortRemarks);
     return texts(static_cast<TextId>(static_cast<int>(TextId::CheckShortWhole) + static_cast<int>(item.verdict)));
 }
 

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 namespace {
 
-std::vector<ListedItem> Read(std::string_view bytes) {
-    return ReadBackupList(bytes, L"C:\\users\\agent");
+std::deque<ListedItem> Read(std::string_view bytes) {
+    static PackedTexts texts;
+    return ReadBackupList(bytes, L"C:\\users\\agent", texts);
 }
 
 } // namespace
@@ -44,6 +48,39 @@ TEST(BackupList, LostLettersAreToldAndTheRealNameIsStillMeant) {
     EXPECT_FALSE(IsNameMeant(L"??.txt", L"ab.txt"));
     EXPECT_FALSE(IsNameMeant(L"a.txt", L"b.txt"));
     EXPECT_TRUE(IsNameMeant(L"A.TXT", L"a.txt"));
+}
+
+TEST(BackupList, ALongListIsReadInParts) {
+    std::string list;
+    std::string utf8 = "\xEF\xBB\xBF";
+    constexpr int count = 9000;
+    for (int number = 1; number <= count; ++number) {
+        const std::string row = "C:\\Dossier " + std::to_string(number) + "\\a.txt,32,Zip";
+        const std::string digits = std::to_string(number);
+        list += row + std::string(4 - std::min<std::size_t>(digits.size(), 4), '0') + digits + "\r\n";
+        utf8 += "C:\\\xC3\xA9" + digits + ",32,Zip" + digits + "\n\n";
+    }
+    ASSERT_GT(list.size(), 4u * 65536);
+    const auto rows = Read(list + " \t\x1A" + "C:\\behind,32,Zip1\r\n");
+    ASSERT_EQ(rows.size(), static_cast<std::size_t>(count)) << "nothing is cut, and nothing is read behind the mark";
+    for (int number = 1; number <= count; ++number) {
+        const ListedItem& row = rows[static_cast<std::size_t>(number) - 1];
+        ASSERT_EQ(row.path, L"C:\\Dossier " + std::to_wstring(number) + L"\\a.txt");
+        ASSERT_EQ(row.number, number);
+        ASSERT_EQ(row.problems, 0u) << number;
+    }
+    const auto marked = Read(utf8);
+    ASSERT_EQ(marked.size(), static_cast<std::size_t>(count)) << "empty lines are no rows";
+    EXPECT_EQ(marked.back().path, L"C:\\\u00E9" + std::to_wstring(count));
+    EXPECT_EQ(marked.back().problems, 0u);
+}
+
+TEST(BackupList, TheFirstRecordOfANameCountsForAllItsRows) {
+    const auto rows = Read("C:\\a\\x.txt,32,Zip0001\r\nC:\\b\\y.txt,32,Zip0001\r\nC:\\c\\z.txt,32,zip0001\r\n");
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[0].problems, 0u);
+    EXPECT_TRUE(rows[1].Has(RowProblem::NotRestorable));
+    EXPECT_EQ(rows[2].archive, L"Zip0003") << "no name of an inner archive";
 }
 
 TEST(BackupList, RowsOfTheTwoFieldFormAreNamedAfterTheirPlace) {

@@ -103,6 +103,38 @@ TEST_F(CheckJobTest, TheListAloneIsReadWithoutTheArchive) {
     EXPECT_EQ(older.Report()->verdict, Verdict::OlderFormat);
 }
 
+TEST_F(CheckJobTest, RowsThatAreStillTheSameAreTakenOver) {
+    request.isListOnly = true;
+    CheckJob listing(files, request);
+    ASSERT_TRUE(WaitForEnd(listing));
+    const ItemReport* const first = &listing.Report()->items.at(0);
+    files->gate.Open();
+    request.isListOnly = false;
+    request.known = listing.HandOver();
+    CheckJob job(files, request);
+    ASSERT_TRUE(WaitForEnd(job));
+    EXPECT_EQ(&job.Report()->items.at(0), first);
+    EXPECT_EQ(first->verdict, ItemVerdict::Whole);
+    EXPECT_EQ(first->archive, L"Zip0001");
+    EXPECT_EQ(job.TakeItems().size(), 6u) << "told as if they were new";
+    EXPECT_EQ(job.Report()->items.at(2).place, 2u);
+    EXPECT_TRUE(listing.Report()->items.empty());
+}
+
+TEST_F(CheckJobTest, RowsOfAnotherListAreReadAnew) {
+    request.isListOnly = true;
+    CheckJob listing(files, request);
+    ASSERT_TRUE(WaitForEnd(listing));
+    files->Add(L"E:\\_listFich.lst", "C:\\other.txt,32,Zip0001\r\n");
+    files->gate.Open();
+    request.isListOnly = false;
+    request.known = listing.HandOver();
+    CheckJob job(files, request);
+    ASSERT_TRUE(WaitForEnd(job));
+    EXPECT_EQ(job.Report()->items.at(0).path, L"C:\\other.txt");
+    EXPECT_EQ(listing.Report()->items.size(), 2u);
+}
+
 TEST_F(CheckJobTest, APartKeepsThePlacesOfItsItems) {
     files->gate.Open();
     request.wanted = {L"zip0002", L"Zip0003"};

@@ -19,18 +19,18 @@ class CheckRowsTest : public testing::Test {
 
     void AddItem(const std::wstring& path, const std::wstring& archive, bool isFolder) {
         ItemReport item;
-        item.place = report->items.size();
+        item.place = static_cast<std::uint32_t>(report->items.size());
         item.number = path.empty() ? 0 : static_cast<int>(item.place) + 1;
-        item.path = path;
-        item.archive = archive;
+        item.path = report->texts.Keep(path);
+        item.archive = report->texts.Keep(archive);
         item.isFolder = isFolder;
         report->items.push_back(item);
     }
     ItemReport& Item(std::size_t at) { return report->items.at(at); }
-    void Settle(std::size_t at, ItemVerdict verdict, std::uint64_t files = 1, std::uint64_t bytes = 1) {
+    void Settle(std::size_t at, ItemVerdict verdict, std::uint32_t files = 1, std::uint64_t bytes = 1) {
         Item(at).verdict = verdict;
-        Item(at).outcome.files = files;
-        Item(at).outcome.bytes = bytes;
+        Item(at).files = files;
+        Item(at).bytes = bytes;
         rows.Take({&Item(at), true}, report);
     }
     void List() {
@@ -71,7 +71,7 @@ TEST_F(CheckRowsTest, AReadRowShowsItsAmountsItsVerdictAndItsSign) {
 }
 
 TEST_F(CheckRowsTest, AWholeItemThatRestoreCannotPutBackIsAWarningWithItsReason) {
-    Item(0).problems = static_cast<unsigned>(RowProblem::Comma);
+    Item(0).problems = static_cast<std::uint8_t>(RowProblem::Comma);
     List();
     Settle(0, ItemVerdict::Whole);
     EXPECT_EQ(rows.Sign(0), VerdictSign::Warning);

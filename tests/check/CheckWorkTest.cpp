@@ -1,9 +1,9 @@
 #include "check/CheckWork.h"
 
-#include "check/ReportWords.h"
 #include "check/ZipBuilder.h"
 #include "resources/TextId.h"
 #include "support/FakeFileStore.h"
+#include "support/ReportTexts.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -250,10 +250,10 @@ TEST_F(CheckWorkTest, AComparisonFindsWhatTheBackupLacks) {
     files.Add(L"C:\\Docs\\Dossier\\nouveau.txt", "x", {140000000000000000, 140000000000000000});
     request.isComparison = true;
     const BackupReport report = Run();
-    ASSERT_EQ(report.items.at(0).findings.size(), 1u);
-    EXPECT_EQ(report.items[0].findings[0].what, FileFinding::What::Newer);
-    ASSERT_EQ(report.items[1].findings.size(), 2u);
-    EXPECT_EQ(report.items[1].findings[0].what, FileFinding::What::AddedSince);
-    EXPECT_EQ(report.items[1].findings[1].what, FileFinding::What::Absent);
+    ASSERT_EQ(report.items.at(0).remarks->findings.size(), 1u);
+    EXPECT_EQ(report.items[0].remarks->findings[0].what, FileFinding::What::Newer);
+    ASSERT_EQ(report.items[1].remarks->findings.size(), 2u);
+    EXPECT_EQ(report.items[1].remarks->findings[0].what, FileFinding::What::AddedSince);
+    EXPECT_EQ(report.items[1].remarks->findings[1].what, FileFinding::What::Absent);
     EXPECT_EQ(report.ExitCode(), 1);
 }

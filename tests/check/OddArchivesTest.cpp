@@ -1,9 +1,9 @@
 // Archives of sorts that a backup may come in, put together byte by byte.
 #include "check/BackupList.h"
 #include "check/CheckWork.h"
-#include "check/ReportWords.h"
 #include "check/ZipBuilder.h"
 #include "support/FakeFileStore.h"
+#include "support/ReportTexts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,8 @@
 // What a report says, in words and as JSON.
-#include "check/ReportWords.h"
-
 #include "core/Application.h"
 #include "platform/CodePages.h"
 #include "resources/TextId.h"
+#include "support/ReportTexts.h"
 
 #include <gmock/gmock.h>
 
@@ -34,13 +33,14 @@ BackupReport GoodReport() {
 }
 
 ItemReport WholeItem() {
+    static PackedTexts texts;
     ItemReport item;
     item.number = 1;
-    item.path = L"C:\\a.txt";
-    item.archive = L"Zip0001";
+    item.path = texts.Keep(L"C:\\a.txt");
+    item.archive = texts.Keep(L"Zip0001");
     item.verdict = ItemVerdict::Whole;
-    item.outcome.files = 3;
-    item.outcome.bytes = 20;
+    item.files = 3;
+    item.bytes = 20;
     return item;
 }
 
@@ -89,20 +89,20 @@ TEST(ReportText, AFaultIsInTheItemsOrAroundThem) {
 
 TEST(ReportText, EveryStateOfAnItemHasItsSentence) {
     ItemReport item = WholeItem();
-    item.outcome.damagedFiles = 2;
+    item.remarks.Set().damagedFiles = 2;
     for (int verdict = 1; verdict <= static_cast<int>(ItemVerdict::NotChecked); ++verdict) {
         item.verdict = static_cast<ItemVerdict>(verdict);
         EXPECT_EQ(ItemSentence(item, Numbered), Sentence(TextId::CheckItemWhole, verdict, L"3;20;2;%4;%5")) << verdict;
     }
     item = WholeItem();
     EXPECT_EQ(ItemSentence(item, Numbered), Sentence(TextId::CheckItemWhole, 0, L"3;20;0;%4;%5"));
-    item.outcome.files = 0;
+    item.files = 0;
     item.verdict = ItemVerdict::Damaged;
     EXPECT_EQ(ItemSentence(item, Numbered), Numbered(TextId::CheckItemNothingFound)) << "no amounts of nothing";
     item = WholeItem();
     item.Add({FileFinding::What::Absent, L"b.txt", 0, L""});
     EXPECT_EQ(ItemSentence(item, Numbered), Numbered(TextId::CheckItemFilesDiffer));
-    item.problems = static_cast<unsigned>(RowProblem::Comma);
+    item.problems = static_cast<std::uint8_t>(RowProblem::Comma);
     EXPECT_EQ(ItemSentence(item, Numbered), Numbered(TextId::CheckItemNotRestorable));
 }
 
@@ -111,7 +111,7 @@ TEST(ReportText, EveryProblemAndEveryFindingHasItsSentence) {
     EXPECT_THAT(ProblemSentences(item, Numbered), IsEmpty());
     for (const RowProblem problem : {RowProblem::Comma, RowProblem::LostLetters, RowProblem::TwoFields,
                                      RowProblem::SharedMailStore, RowProblem::TooLong, RowProblem::NotRestorable})
-        item.problems |= static_cast<unsigned>(problem);
+        item.problems = static_cast<std::uint8_t>(item.problems | static_cast<unsigned>(problem));
     EXPECT_THAT(ProblemSentences(item, Numbered),
                 ElementsAre(Numbered(TextId::CheckProblemComma), Numbered(TextId::CheckProblemLostLetters),
                             Numbered(TextId::CheckProblemTwoFields), Numbered(TextId::CheckProblemSharedMailStore),
@@ -149,13 +149,13 @@ TEST(ReportText, TheLinesTellItemByItemAndThenTheWhole) {
     report.target = L"D:\\Cible";
     report.walk.reason = "outer";
     report.items = {WholeItem(), WholeItem()};
-    report.items[0].problems = static_cast<unsigned>(RowProblem::Comma);
+    report.items[0].problems = static_cast<std::uint8_t>(RowProblem::Comma);
     report.items[0].recoveredFiles = 2;
     report.items[0].presentFiles = 1;
     report.items[1].number = 0;
-    report.items[1].outcome.reason = "inner";
-    report.items[1].findings = {{FileFinding::What::Newer, L"f", 0, L""}};
-    report.items[1].moreFindings = 4;
+    report.items[1].remarks.Set().reason = "inner";
+    report.items[1].remarks.Set().findings = {{FileFinding::What::Newer, L"f", 0, L""}};
+    report.items[1].remarks.Set().moreFindings = 4;
     const auto line = [](TextId id, const std::wstring& values) { return Sentence(id, 0, values); };
     EXPECT_THAT(
         ReportLines(report, Numbered),
@@ -185,9 +185,10 @@ TEST(ReportJson, AWholeReportIsWrittenToTheLetter) {
     report.isRecovery = true;
     report.target = L"D:\\Cible";
     report.items = {WholeItem()};
-    report.items[0].problems = static_cast<unsigned>(RowProblem::Comma) | static_cast<unsigned>(RowProblem::TwoFields);
-    report.items[0].findings = {{FileFinding::What::BrokenOff, L"\u00E9\n\"", 9, L""},
-                                {FileFinding::What::KeptAs, L"b", 9, L"c"}};
+    report.items[0].problems =
+        static_cast<std::uint8_t>(RowProblem::Comma) | static_cast<std::uint8_t>(RowProblem::TwoFields);
+    report.items[0].remarks.Set().findings = {{FileFinding::What::BrokenOff, L"\u00E9\n\"", 9, L""},
+                                              {FileFinding::What::KeptAs, L"b", 9, L"c"}};
     EXPECT_EQ(ReportJson(report),
               "{\"format\":1,\"program\":\"BackupCheck " + ToUtf8(VersionText()) +
                   "\",\"action\":\"recover\",\"compared\":false,\"verdict\":\"good\",\"exitCode\":0,\"failure\":\"\","

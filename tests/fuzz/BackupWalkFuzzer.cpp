@@ -2,8 +2,8 @@
 #include "Require.h"
 
 #include "check/CheckWork.h"
-#include "check/ReportWords.h"
 #include "support/FakeFileStore.h"
+#include "support/ReportTexts.h"
 
 #include <cstddef>
 #include <cstdint>

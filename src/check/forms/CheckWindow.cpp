@@ -275,6 +275,7 @@ void CheckWindow::UsePlace(const std::wstring& path) {
     isPlaceThere_ = !path.empty();
     isMediumLost_ = false;
     job_.reset();
+    untouched_.reset();
     report_.reset();
     archive_.clear();
     work_ = Work::None;

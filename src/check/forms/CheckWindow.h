@@ -151,6 +151,7 @@ class CheckWindow final : public ApplicationForm {
 
     Work work_ = Work::None;
     std::unique_ptr<CheckJob> job_;
+    std::shared_ptr<BackupReport> untouched_;    ///< of a job that has read rows only; a next one takes them over
     bool isPart_ = false;                        ///< the job is about the ticked items only
     bool hasNewRows_ = false;                    ///< items of the job are among the rows
     int selectedBefore_ = -1;                    ///< where the selected item will stand again

@@ -34,7 +34,9 @@ void CheckWindow::Begin(Work work, CheckRequest request) {
     isPart_ = !request.wanted.empty();
     hasNewRows_ = false;
     isMediumLost_ = false;
+    if (!isPart_) request.known = std::exchange(untouched_, nullptr);
     job_ = std::make_unique<CheckJob>(ways_.files, std::move(request));
+    rows_.Keep(job_->Contents());
     tasks_.push_back(job_->Task());
     work_ = work;
     cancelledAt_.reset();
@@ -75,13 +77,14 @@ void CheckWindow::FollowJob() {
 }
 
 void CheckWindow::TakeRows() {
-    const std::vector<CheckJob::KnownItem> known = job_->TakeItems();
+    std::deque<CheckJob::KnownItem> known = job_->TakeItems();
     if (known.empty()) return;
     // Rows without a password say nothing new where there are some.
     if (IsBusy() && !job_->Now().isPasswordAccepted && rows_.Count() > 0 && !hasNewRows_) return;
     if (!std::exchange(hasNewRows_, true)) BeginRows();
     const auto contents = job_->Contents();
-    for (const CheckJob::KnownItem& item : known) rows_.Take(item, contents);
+    // They go one by one while the rows come.
+    for (; !known.empty(); known.pop_front()) rows_.Take(known.front(), contents);
     items_.RowsChanged();
     items_.FillWidth(static_cast<int>(CheckColumn::Path));
     if (selectedBefore_ >= 0 && selectedBefore_ < rows_.Count()) items_.Select(std::exchange(selectedBefore_, -1));
@@ -128,6 +131,9 @@ void CheckWindow::EndJob() {
     const bool hasArchive =
         isListing ? report->verdict == Verdict::NotChecked : report->archiveBytes > 0 && areRowsKnown;
     if (hasArchive && !isMediumLost_) archive_ = report->archive;
+    const bool isUntouched =
+        isListing || report->verdict == Verdict::WrongPassword || report->verdict == Verdict::PasswordMissing;
+    if (isUntouched && !isPart_) untouched_ = job_->HandOver();
     if (!isListing) {
         report_ = report;
         if (report->verdict == Verdict::Good || report->verdict == Verdict::Faulty) progress_.SetValue(ProgressRange);
