@@ -14,7 +14,7 @@ sys.path[:0] = [str(HERE), str(HERE.parent / "system"), str(HERE.parent.parent /
 
 from fault import all_faults  # noqa: E402
 from fault_test import FaultTest  # noqa: E402
-from scene import build_preloaded  # noqa: E402
+from slow_machine import build_preloaded  # noqa: E402
 
 from workstation import BUILD, prepare  # noqa: E402
 

@@ -1,7 +1,6 @@
 """A workstation on which one fault happens, and what is seen there before, meanwhile and afterwards."""
 
 import mmap
-import os
 import random
 import shutil
 import subprocess
@@ -15,14 +14,14 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "system"))
 from fault import NEW, NOTHING, OLD  # noqa: E402
 from mischief import Mischief  # noqa: E402
 from person import Person  # noqa: E402
+from slow_machine import PRELOADED, build_preloaded  # noqa: E402
 from system_test import ARCHIVE_NAME, LIST_NAME, PASSWORD, SEVEN_ZIP, SystemTest, run_check  # noqa: E402
 
 from samples import snapshot  # noqa: E402
-from workstation import BINARIES, BUILD, CannotHave  # noqa: E402
+from workstation import BINARIES, CannotHave  # noqa: E402
 
 OLD_LINE = r"**UserProfile**\Documents\ancien.txt,32,Zip0001"
 OLD_CONTENT = b"ancien " * 400
-PRELOADED = BUILD / "faults" / "medium_faults.so"
 
 
 @dataclass
@@ -44,17 +43,6 @@ class Seen:
     compared: str = ""
     unmet: list = field(default_factory=list)
     wrong: list = field(default_factory=list)
-
-
-def build_preloaded():
-    """The library that makes the machine's calls fail, built when it is not there or older than its source."""
-    source = Path(__file__).with_name("medium_faults.c")
-    if PRELOADED.exists() and PRELOADED.stat().st_mtime > source.stat().st_mtime:
-        return
-    PRELOADED.parent.mkdir(parents=True, exist_ok=True)
-    written = PRELOADED.with_suffix(f".{os.getpid()}")
-    subprocess.run(["cc", "-shared", "-fPIC", "-O2", "-o", str(written), str(source)], check=True)
-    written.rename(PRELOADED)
 
 
 class FaultScene(Mischief, Person, SystemTest):

@@ -5,6 +5,7 @@ import shutil
 from pathlib import Path
 
 from check_test import PASSWORD, CheckTest
+from slow_machine import SlowMachine
 from system_test import IDOK, Program, ProgramEnd
 
 from workstation import Display
@@ -23,9 +24,11 @@ class CheckWindowTest(ProgramEnd, CheckTest):
         cls.display = Display()
         cls.station.environment["DISPLAY"] = cls.display.name
         cls.station.program_folder = r"C:\Check"
+        cls.machine = SlowMachine(cls.station)
 
     @classmethod
     def tearDownClass(cls):
+        cls.machine.close()
         super().tearDownClass()
         cls.display.stop()
 

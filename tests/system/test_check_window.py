@@ -3,7 +3,7 @@
 import random
 import unittest
 
-from check_test import zip_of
+from check_test import PASSWORD, zip_of
 from check_window_test import SECONDS, CheckWindowTest
 from system_test import ARCHIVE_NAME, IDOK, LIST_NAME
 
@@ -16,6 +16,14 @@ class ShippedCheckWindowTest(CheckWindowTest):
         content = random.Random(3).randbytes(1 << 20) * megabytes
         self.write_list(r"C:\grand.bin,32,Zip0001", r"C:\petit.txt,32,Zip0002")
         self.write_archive(zip_of({"grand.bin": content}), zip_of({"petit.txt": b"petit"}))
+
+    def hold(self, operation, part, after_bytes=0):
+        """Makes the work stand still in the middle, however fast the machine is."""
+        self.machine.hold(operation, part, after_bytes)
+        self.addCleanup(self.machine.go_on)
+
+    def wait_held(self):
+        self.program.wait(self.machine.is_met, "the work in the middle", SECONDS, pause_seconds=0.01)
 
     def damage_second_item(self):
         place, length = self.data_place("Zip0002.zip")
@@ -99,37 +107,48 @@ class ShippedCheckWindowTest(CheckWindowTest):
         self.assertIn("The backup is good", self.check_to_end(window).text)
 
     def test_cancel_ends_the_item_at_hand_and_leaves_nothing_that_looks_whole(self):
-        self.large_medium(160)
+        self.large_medium(8)
         window = self.open()
-        window.set_text("Password", "Valcoreaux1")
+        window.set_text("Password", PASSWORD)
+        self.hold("write", "grand.bin", 4 << 20)
         window.press("Recover")
         self.choose_folder("D:\\")
-        self.program.wait(lambda: window.progress("Progress") > 50, "some progress", SECONDS, pause_seconds=0.01)
+        self.wait_held()
         window.press("Cancel")
+        self.machine.go_on()
         self.program.wait(lambda: window.control("Close").visible, "an idle window", SECONDS, pause_seconds=0.01)
         self.assertEqual(window.text("Verdict"), "The work was stopped before its end.")
-        self.assertFalse((self.target / "C/grand.bin").exists())
-        self.assertFalse((self.target / "C/petit.txt").exists(), "the item behind the one at hand")
+        # Where the disk hangs, the window does not wait for what was written last.
+        self.program.wait(lambda: not list((self.target / "C").iterdir()), "no file of this item and of the one behind it",
+                          SECONDS)
 
     def test_closing_while_it_works_is_asked_about(self):
-        self.large_medium(160)
+        self.large_medium(8)
         window = self.open()
+        self.hold("read", ARCHIVE_NAME)
         self.start_check(window)
-        self.program.wait(lambda: window.progress("Progress") > 20, "some progress", SECONDS, pause_seconds=0.01)
+        self.wait_held()
         window.close()
         self.assertIn("Do you want to stop it", self.program.answer(IDNO, SECONDS).text)
         window.close()
         self.program.answer(IDYES, SECONDS)
+        self.machine.go_on()
         self.assertEqual(self.program.wait_exit(SECONDS), 0)
 
     def test_the_medium_that_goes_ends_the_check_with_a_verdict(self):
-        self.large_medium(160)
+        self.large_medium(32)
         window = self.open()
+        # Slow enough that half a minute is left when there is some progress.
+        self.machine.slow_reads(ARCHIVE_NAME, 250)
+        self.addCleanup(self.machine.go_on)
         self.start_check(window)
         self.program.wait(lambda: window.progress("Progress") > 20, "some progress", SECONDS, pause_seconds=0.01)
+        self.hold("read", ARCHIVE_NAME)
+        self.wait_held()
         # What a file system without its device answers: the file ends.
         with open(self.archive(), "r+b") as archive:
             archive.truncate(1000)
+        self.machine.go_on()
         box = self.program.answer(IDOK, SECONDS)
         self.assertNotEqual(box.icon, "information")
         self.assertNotIn("is good", box.text)
