@@ -35,6 +35,9 @@ LAYOUT_TESTS = ("*CaptionFits*", "*CaptionsFit*", "*NoCaptionIsCut*", "*TheProgr
 SECOND_TRY = "BACKUP_SECOND_TRY"
 # Parts run in threads beside each other, and a process that was forked while others hold locks may hang.
 SPAWN = multiprocessing.get_context("spawn")
+# What a fuzzer frees is kept from use a little less long, and where it came from told in fewer steps: an input allocates
+# little. A choice among found inputs by how rare they are would take a third of the time.
+FUZZ_ENVIRONMENT = {"ASAN_OPTIONS": "quarantine_size_mb=8:malloc_context_size=4", **os.environ}
 
 
 def google_test(report, command, result, **options):
@@ -202,8 +205,8 @@ def run_fuzzer(target, limits):
     log = LOGS / f"{target.name}.log"
     corpora = [str(folder) for folder in (found, kept) if folder.is_dir()]
     with open(log, "wb") as output:
-        code = subprocess.run([target, *limits, "-timeout=10", "-print_final_stats=1",
-                               f"-artifact_prefix={BUILD / 'fuzz'}/{target.name}-", *corpora],
+        code = subprocess.run([target, *limits, "-timeout=10", "-print_final_stats=1", "-entropic=0",
+                               f"-artifact_prefix={BUILD / 'fuzz'}/{target.name}-", *corpora], env=FUZZ_ENVIRONMENT,
                               stdout=output, stderr=subprocess.STDOUT, check=False).returncode
     said = log.read_text(encoding="utf-8", errors="replace")
     return target.name, code, said if "-print_coverage=1" in limits else said[-3000:]
