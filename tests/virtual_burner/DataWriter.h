@@ -2,6 +2,7 @@
 
 #include "ComObject.h"
 #include "DiscRecorder.h"
+#include "EventThread.h"
 #include "Session.h"
 
 #include "platform/discs/MasteringCodes.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 inline HRESULT Failure(Mastering::Result code) {
@@ -227,11 +229,12 @@ class DataWriter : public DispatchObject<IDiscFormat2Data> {
     HRESULT MayWrite(const VirtualDrive& drive, const VirtualDisc& disc, IStream* data, std::uint64_t sizeBytes) const;
     HRESULT Record(IStream* data, const VirtualDrive& drive, VirtualDisc& disc, std::uint64_t sizeBytes);
     HRESULT RecordData(IStream* data, const VirtualDrive& drive, const VirtualDisc& disc, std::uint64_t sizeBytes);
-    void Tell(const VirtualDrive& drive, LONG action, std::uint64_t writtenBytes);
+    void Tell(LONG action, std::uint64_t writtenBytes);
     void TellLate(LONG action, std::uint64_t writtenBytes);
     std::vector<VARIANT> Arguments(LONG action, std::uint64_t writtenBytes, ComPointer<WriteStep>& step);
 
     EventSource<DDiscFormat2DataEvents> source_;
+    std::optional<EventThread> eventThread_; ///< while a write runs that tells of itself on another thread
     ComPointer<IDiscRecorder2> recorder_;
     std::wstring clientName_;
     LONG requestedSpeed_ = -1;

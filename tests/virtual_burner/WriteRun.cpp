@@ -42,7 +42,9 @@ HRESULT DataWriter::Write(IStream* data) {
         const DriveHold hold(drive.folder);
         if (SUCCEEDED(result) && !hold.IsHeld()) result = Failure(Mastering::RecorderLocked);
         if (SUCCEEDED(result)) {
+            if (drive.IsStern("own thread")) eventThread_.emplace();
             result = Record(data, drive, disc, status.cbSize.QuadPart);
+            eventThread_.reset();
             drive.BecomeReadyAgain();
             if (drive.IsStern("late events")) TellLate(Mastering::ActionWriting, 0);
         }
@@ -61,19 +63,15 @@ std::vector<VARIANT> DataWriter::Arguments(LONG action, std::uint64_t writtenByt
     return {Object(this), Object(step.Get())};
 }
 
-void DataWriter::Tell(const VirtualDrive& drive, LONG action, std::uint64_t writtenBytes) {
+void DataWriter::Tell(LONG action, std::uint64_t writtenBytes) {
     ComPointer<WriteStep> step;
     auto arguments = Arguments(action, writtenBytes, step);
     isTelling_ = true;
-    if (drive.IsStern("own thread")) {
-        std::thread([&] {
-            CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-            source_.Fire(0x200, std::move(arguments));
-            CoUninitialize();
-        }).join();
-    } else {
-        source_.Fire(0x200, std::move(arguments));
-    }
+    const auto fire = [&] { source_.Fire(0x200, std::move(arguments)); };
+    if (eventThread_)
+        eventThread_->Deliver(fire);
+    else
+        fire();
     isTelling_ = false;
 }
 
@@ -99,7 +97,7 @@ HRESULT DataWriter::Record(IStream* data, const VirtualDrive& drive, VirtualDisc
     startTick_ = GetTickCount64();
     sectorCount_ = static_cast<LONG>(sizeBytes / Mastering::SectorBytes);
     for (LONG action : {Mastering::ActionValidating, Mastering::ActionInitializing, Mastering::ActionCalibrating}) {
-        Tell(drive, action, 0);
+        Tell(action, 0);
         if (isCancelled_) return Failure(Mastering::RequestCancelled);
     }
     const bool isOverwritten = disc.IsOverwriteOnly();
@@ -116,7 +114,7 @@ HRESULT DataWriter::Record(IStream* data, const VirtualDrive& drive, VirtualDisc
             Sleep(static_cast<DWORD>(drive.settings.Number("stop milliseconds")));
         return result;
     }
-    Tell(drive, Mastering::ActionFinalizing, sizeBytes);
+    Tell(Mastering::ActionFinalizing, sizeBytes);
     const std::uint64_t used = static_cast<std::uint64_t>(startSector_) * Mastering::SectorBytes + sizeBytes;
     const auto capacity = static_cast<std::uint64_t>(disc.settings.Number("capacity"));
     disc.settings.Set("used", std::to_string(used));
@@ -125,7 +123,7 @@ HRESULT DataWriter::Record(IStream* data, const VirtualDrive& drive, VirtualDisc
     disc.settings.Set("content", "pending");
     const bool isFull = !isOverwritten && used + capacity / 50 > capacity;
     disc.settings.Set("state", mustClose_ || isFull ? "closed" : "open");
-    Tell(drive, Mastering::ActionCompleted, sizeBytes);
+    Tell(Mastering::ActionCompleted, sizeBytes);
     if (isShown) StartShowingContent(disc.folder);
     return S_OK;
 }
@@ -152,7 +150,7 @@ HRESULT DataWriter::RecordData(IStream* data, const VirtualDrive& drive, const V
         const auto percent = static_cast<std::int64_t>(sizeBytes ? written * 100 / sizeBytes : 100);
         if (percent != toldPercent) {
             toldPercent = percent;
-            Tell(drive, Mastering::ActionWriting, written);
+            Tell(Mastering::ActionWriting, written);
         }
         if (stallAt >= 0 && percent >= stallAt) {
             stallAt = -1;
@@ -160,7 +158,7 @@ HRESULT DataWriter::RecordData(IStream* data, const VirtualDrive& drive, const V
                 GetTickCount64() + static_cast<ULONGLONG>(drive.settings.Number("stall milliseconds"));
             while (GetTickCount64() < end && !isCancelled_) {
                 Sleep(100);
-                Tell(drive, Mastering::ActionWriting, written);
+                Tell(Mastering::ActionWriting, written);
             }
         }
         if (isCancelled_) return Failure(Mastering::RequestCancelled);
@@ -182,7 +180,7 @@ HRESULT DataWriter::RecordData(IStream* data, const VirtualDrive& drive, const V
         const double due = seconds * static_cast<double>(written) / static_cast<double>(sizeBytes);
         while (static_cast<double>(GetTickCount64() - startTick_) / 1000 < due && !isCancelled_) {
             Sleep(20);
-            Tell(drive, Mastering::ActionWriting, written);
+            Tell(Mastering::ActionWriting, written);
         }
     }
     return isAppended ? RepeatDescriptors(target.Get(), startSector_) : S_OK;
