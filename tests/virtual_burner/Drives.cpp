@@ -52,6 +52,25 @@ std::string KeyOf(const std::string& line) {
                                                                          : Trimmed(line.substr(0, equals));
 }
 
+/// The whole of a file that others may be replacing at this moment; nothing when there is none.
+std::optional<std::string> ContentOf(const std::wstring& path) {
+    for (int tries = 0; tries < 300; ++tries) {
+        const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (file) {
+            std::string content(GetFileSize(file.Get(), nullptr), '\0');
+            DWORD count = 0;
+            ReadFile(file.Get(), content.data(), static_cast<DWORD>(content.size()), &count, nullptr);
+            content.resize(count);
+            return content;
+        }
+        if (GetLastError() != ERROR_SHARING_VIOLATION) break;
+        Sleep(10);
+    }
+    return std::nullopt;
+}
+
 std::vector<double> NumbersIn(const std::string& text) {
     std::istringstream words(text);
     std::vector<double> numbers;
@@ -92,8 +111,9 @@ SettingsFile::SettingsFile(std::wstring path) : path_(std::move(path)) {
 void SettingsFile::Load() {
     lines_.clear();
     values_.clear();
-    std::ifstream file(std::filesystem::path(path_), std::ios::binary);
-    exists_ = static_cast<bool>(file);
+    const auto content = ContentOf(path_);
+    exists_ = content.has_value();
+    std::istringstream file(content.value_or(std::string()));
     for (std::string line; std::getline(file, line);) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
         lines_.push_back(line);
