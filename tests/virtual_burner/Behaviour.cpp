@@ -54,6 +54,10 @@ std::int64_t VirtualDrive::Delay(const std::string& key, std::int64_t sternMilli
 }
 
 HRESULT VirtualDrive::OpenResult() const {
+    constexpr ULONGLONG longestSilenceMilliseconds = 40000;
+    const ULONGLONG start = GetTickCount64();
+    while (VirtualDrive(folder).settings.Flag("silent") && GetTickCount64() - start < longestSilenceMilliseconds)
+        Sleep(50);
     const bool isRefused = settings.Flag("busy") && IsStern("opening");
     return isRefused ? static_cast<HRESULT>(Mastering::RecorderLocked) : S_OK;
 }

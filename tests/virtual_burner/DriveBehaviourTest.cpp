@@ -161,6 +161,17 @@ TEST_F(DriveBehaviour, DriveThatCannotBeOpenedIsTriedAgain) {
     EXPECT_EQ(writer.Kind(), MediaKind::CdR);
 }
 
+TEST_F(DriveBehaviour, DriveThatIsSilentWhileTheWritersAreListedIsNotWaitedFor) {
+    BurnerBench::SetDrive(L'G', {{"silent", "yes"}});
+    DiscWriter& writer = Open();
+    EXPECT_THAT(writer.WriterNames(), ElementsAre());
+    BurnerBench::SetDrive(L'G', {{"silent", "no"}});
+    bench_.RunUntil([&] { return events_.writersChanges == 1; });
+    ASSERT_EQ(writer.WriterNames().size(), 2u);
+    writer.SelectWriter(0);
+    EXPECT_EQ(writer.Kind(), MediaKind::CdRw);
+}
+
 TEST_F(DriveBehaviour, CurrentWriterThatGoesLeavesNoneAndComesBack) {
     DiscWriter& writer = Open();
     const auto folder = BurnerBench::DriveFolder(L'G');
