@@ -33,7 +33,7 @@ class DrivesContract : public testing::Test {
     std::wstring FreeRoot() const {
         const std::vector<std::wstring> roots = drives_.Roots();
         for (wchar_t letter = L'Z'; letter > L'C'; --letter) {
-            const std::wstring root = {letter, L':', L'\\'};
+            std::wstring root = {letter, L':', L'\\'};
             if (std::find(roots.begin(), roots.end(), root) == roots.end()) return root;
         }
         return {};

@@ -30,13 +30,13 @@ std::string ShortName(const std::wstring& name, std::set<std::string>& taken) {
     };
     const auto dot = name.rfind(L'.');
     const std::string base = reduced(name.substr(0, dot), 8);
-    const std::string extension = dot == std::wstring::npos ? std::string() : reduced(name.substr(dot + 1), 3);
+    const std::string ending = "." + (dot == std::wstring::npos ? std::string() : reduced(name.substr(dot + 1), 3));
     std::string candidate = base;
-    for (int number = 1; !taken.insert(candidate + "." + extension).second; ++number) {
+    for (int number = 1; !taken.insert(candidate + ending).second; ++number) {
         const std::string digits = std::to_string(number);
         candidate = base.substr(0, 8 - digits.size()) + digits;
     }
-    return candidate + "." + extension + ";1";
+    return candidate + ending + ";1";
 }
 
 std::string BigEndian(const std::wstring& text) {

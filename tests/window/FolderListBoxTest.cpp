@@ -37,7 +37,7 @@ std::vector<COLORREF> ShellFolderPixels(UINT state) {
     folder.resize(GetSystemDirectoryW(folder.data(), MAX_PATH));
     SHFILEINFOW info{};
     SHGetFileInfoW(folder.c_str(), 0, &info, sizeof info, SHGFI_ICON | SHGFI_SMALLICON | state);
-    const std::vector<COLORREF> pixels = Pixels([&](HDC context, RECT place) {
+    std::vector<COLORREF> pixels = Pixels([&](HDC context, RECT place) {
         DrawIconEx(context, 0, 0, info.hIcon, place.right, place.bottom, 0, nullptr, DI_NORMAL);
     });
     DestroyIcon(info.hIcon);

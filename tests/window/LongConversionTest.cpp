@@ -69,7 +69,10 @@ TEST(LongConversionAgainstTheSystem, NumbersMadeAtRandomWithPartsMissing) {
         const std::wstring exponent = oneOf({L"", L"", L"e", L"e1", L"E+2", L"e+"});
         const std::wstring end = oneOf({L"", L"", L" ", L"x"});
         for (const wchar_t* point : {L".", L","}) {
-            const std::wstring text = start + whole + (hasPoint ? point : L"") + fraction + exponent + end;
+            std::wstring text = start + whole;
+            if (hasPoint) text += point;
+            text += fraction + exponent;
+            text += end;
             const bool isEnglish = *point == L'.';
             EXPECT_EQ(OursOf(text, point), SystemsOf(text, isEnglish ? 0x0409 : 0x040C)) << '"' << ToAnsi(text) << '"';
         }
