@@ -33,6 +33,10 @@ class NamesTest(unittest.TestCase):
         self.assertEqual(self.rules.findings(naming("class", "frmMain") + "error: no such file [clang-diagnostic-error]\n"),
                          "error: no such file [clang-diagnostic-error]")
 
+    def test_a_source_that_includes_another_is_told_and_one_that_is_read_with_another_is_not(self):
+        said = "error: suspicious #include of file with '.cpp' extension [bugprone-suspicious-include,-warnings-as-errors]\n"
+        self.assertEqual(self.rules.findings(said + "/x/File.cpp:1:10: " + said), "/x/File.cpp:1:10: " + said.strip())
+
     def test_clang_tidy_is_not_given_the_names(self):
         self.assertIn("frmMain", self.rules.text)
         self.assertNotIn("IgnoredRegexp", self.rules.for_clang_tidy)
