@@ -20,10 +20,6 @@ struct CommandFault {
     std::wstring word;
 };
 
-/// Parts a command line into words. Double quotes hold blanks together and nothing else has a meaning, so that a quoted
-/// folder may end in a backslash; the first word is the program.
-std::vector<std::wstring> CommandWords(const std::wstring& commandLine);
-
 /// Understands the words behind the program's name; they are not empty.
 std::variant<CheckCommand, CommandFault> ReadCommand(const std::vector<std::wstring>& words);
 

@@ -3,6 +3,7 @@
 #include "archive/DriveLines.h"
 #include "check/CheckCommand.h"
 #include "check/forms/CheckWindow.h"
+#include "core/CommandWords.h"
 #include "core/LanguageValues.h"
 #include "core/StartUpValues.h"
 #include "core/UsbAnswer.h"

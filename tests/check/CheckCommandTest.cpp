@@ -33,12 +33,6 @@ TextId FaultOf(const Words& words) {
 
 } // namespace
 
-TEST(CheckCommand, QuotedFoldersMayEndInABackslash) {
-    const Words words = {L"C:\\Program Files\\BackupCheck.exe", L"/check", L"E:\\", L"/report", L"D:\\a b.json"};
-    EXPECT_EQ(CommandWords(L"\"C:\\Program Files\\BackupCheck.exe\"  /check \"E:\\\" /report \"D:\\a b.json\""), words);
-    EXPECT_EQ(CommandWords(L"x \"\""), (Words{L"x", L""}));
-}
-
 TEST(CheckCommand, AWholeLineIsUnderstood) {
     const auto read =
         ReadCommand({L"/RECOVER", L"E:\\", L"/to", L"D:\\a b\\\\", L"/password-file", L"-", L"/Report", L"r.json"});
