@@ -8,6 +8,7 @@
 #include "selection/clsFileInfo.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -79,20 +80,22 @@ void RestoreRows::Add(const Application& app, std::vector<ControlFileRecord> rec
     }
 }
 
+std::span<const RestoreRows::Column> RestoreRows::Columns() {
+    static constexpr std::array columns{
+        Column{TextId::PathHeader, 0, [](const Row& row) { return row.record.restorePath; }},
+        Column{TextId::TypeHeader, 1400, [](const Row& row) { return row.kindLabel; }},
+        // The kind's number and the inner archive's name are for the program.
+        Column{TextId::None, 0, [](const Row& row) { return row.record.kind; }},
+        Column{TextId::None, 0, [](const Row& row) { return row.record.innerArchive; }},
+    };
+    return columns;
+}
+
 std::wstring RestoreRows::Cell(int row, int column) const {
     const Row& shown = At(row);
-    switch (column) {
-    case 0:
-        return shown.record.restorePath;
-    case 1:
-        return shown.kindLabel;
-    case 2:
-        return shown.record.kind;
-    case 3:
-        return shown.record.innerArchive;
-    default:
-        return {};
-    }
+    const auto columns = Columns();
+    const auto index = static_cast<std::size_t>(column);
+    return index < columns.size() ? columns[index].cell(shown) : std::wstring();
 }
 
 void RestoreRows::Toggle(int row) {

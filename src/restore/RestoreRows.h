@@ -4,6 +4,7 @@
 #include "core/Application.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,14 @@ class RestoreRows {
         bool isRestored = false;
     };
 
+    /// A column of the list, in the order in which they stand; the first is the path.
+    struct Column {
+        TextId headerId; ///< None for one that is there for the program only
+        int widthTwips;  ///< 0 for what the others leave
+        std::wstring (*cell)(const Row& row);
+    };
+    static std::span<const Column> Columns();
+
     void Clear();
     /// Says instead of a list that the medium holds no backup. Such rows cannot be ticked.
     void ShowNoBackup(const std::wstring& text);
@@ -35,7 +44,7 @@ class RestoreRows {
 
     int Count() const { return static_cast<int>(rows_.size()); }
     const Row& At(int row) const { return rows_.at(static_cast<std::size_t>(row)); }
-    /// Column 0 the path, 1 the kind's label, 2 the kind as read, 3 the inner archive; empty for any other.
+    /// Empty for a column that there is not.
     std::wstring Cell(int row, int column) const;
     /// Whether the rows are items that can be ticked.
     bool HoldItems() const { return holdItems_; }

@@ -127,6 +127,7 @@ TEST(RestoreRows, ColumnsArePathLabelKindAndArchive) {
     EXPECT_EQ(rows.Cell(1, 1), L"Rep.");
     EXPECT_EQ(rows.Cell(1, 2), L"-1");
     EXPECT_EQ(rows.Cell(1, 3), L"Zip0002");
+    EXPECT_EQ(rows.Cell(1, 4), L"");
     EXPECT_EQ(rows.Cell(0, 1), L"Fichier");
 }
 

@@ -25,7 +25,6 @@ constexpr std::array Names = {Caption{IDC_lblListName, TextId::PathHeader},
                               Caption{IDC_lblDriveName, TextId::DiscCaption}};
 
 constexpr int PathColumn = 0;
-constexpr int KindWidthTwips = 1400;
 constexpr int ScrollBarWidthTwips = 400;
 // A burst of device messages is over within this time; the lists are right well within half a second.
 constexpr UINT RefreshDelayMilliseconds = 200;
@@ -86,12 +85,7 @@ void frmRestaureCD::InitCaptions() {
         ui::AddMenu(*this, Text(TextId::RefreshCaption),
                     {{IDC_mnuRaffraichir_Rafraichir, Text(TextId::RefreshCaption) + L"\tF5"}});
         lvFichiersRepertoires.Attach(shownRows_, true);
-        lvFichiersRepertoires.AddColumn(Text(TextId::PathHeader),
-                                        lvFichiersRepertoires.Bounds().width - KindWidthTwips - ScrollBarWidthTwips);
-        lvFichiersRepertoires.AddColumn(Text(TextId::TypeHeader), KindWidthTwips);
-        // The kind's number and the inner archive's name are for the program.
-        lvFichiersRepertoires.AddHiddenColumn();
-        lvFichiersRepertoires.AddHiddenColumn();
+        AddColumns();
         anchors_.Take({{IDC_lstDrive, true, true, true, false},
                        {IDC_lvFichiersRepertoires, true, true, true, true},
                        {IDC_cmdToutSelectionner, true, false, false, true},
@@ -99,6 +93,19 @@ void frmRestaureCD::InitCaptions() {
                        {IDC_cmdLancerRestauration, false, false, true, true},
                        {IDC_cmdFermer, false, false, true, true}});
     });
+}
+
+void frmRestaureCD::AddColumns() {
+    int restTwips = lvFichiersRepertoires.Bounds().width - ScrollBarWidthTwips;
+    for (const RestoreRows::Column& column : RestoreRows::Columns()) restTwips -= column.widthTwips;
+    for (const RestoreRows::Column& column : RestoreRows::Columns()) {
+        if (column.headerId == TextId::None) {
+            lvFichiersRepertoires.AddHiddenColumn();
+        } else {
+            lvFichiersRepertoires.AddColumn(Text(column.headerId),
+                                            column.widthTwips != 0 ? column.widthTwips : restTwips);
+        }
+    }
 }
 
 std::optional<LRESULT> frmRestaureCD::OnMessage(UINT message, WPARAM, LPARAM lParam) {

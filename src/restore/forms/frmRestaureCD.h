@@ -54,6 +54,7 @@ class frmRestaureCD final : public ApplicationForm {
 
     void Form_Load();
     void InitCaptions();
+    void AddColumns();
     void Form_Unload();
     void MAJListeCDetUSB();
     void lstDrive_Click();
