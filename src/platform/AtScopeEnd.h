@@ -7,6 +7,7 @@ template<class Action>
 class AtScopeEnd {
   public:
     explicit AtScopeEnd(Action action) : action_(std::move(action)) {}
+    // NOLINTNEXTLINE(bugprone-exception-escape): that what is given does not throw is its giver's to see to
     ~AtScopeEnd() { action_(); }
     AtScopeEnd(const AtScopeEnd&) = delete;
     AtScopeEnd& operator=(const AtScopeEnd&) = delete;
