@@ -1,5 +1,6 @@
 // What a drive lets a program wait for or refuses it.
 #include "Drives.h"
+#include "SlimMutex.h"
 
 #include "platform/discs/MasteringCodes.h"
 
@@ -17,7 +18,7 @@ struct SeenDisc {
     ULONGLONG readyTick = 0;
 };
 
-std::mutex seenMutex;
+SlimMutex seenMutex;
 std::map<std::wstring, SeenDisc> seenDiscs;
 
 /// Whether something holds a file or folder open.

@@ -1,5 +1,7 @@
 #include "DiscRecorder.h"
 
+#include "SlimMutex.h"
+
 #include "platform/discs/MasteringCodes.h"
 
 #include <algorithm>
@@ -10,7 +12,7 @@ namespace {
 /// By which this server knows its own recorders.
 constexpr GUID OwnRecorderId = {0x6f1d7ad2, 0x3b52, 0x4a57, {0x9c, 0x0e, 0x2b, 0x54, 0x86, 0x1f, 0x70, 0x11}};
 
-std::mutex heldMutex;
+SlimMutex heldMutex;
 std::set<std::wstring> heldFolders;
 
 std::wstring Padded(const std::string& text, std::size_t length) {
