@@ -107,10 +107,8 @@ void FindSharedMailStores(std::deque<ListedItem>& items) {
 
 /// Holds the rows against what the restore window reads, whatever its reader makes of them.
 void FindLostRows(std::string_view bytes, const std::wstring& profileFolder, std::deque<ListedItem>& items) {
-    std::vector<PackedText> archives;
-    archives.reserve(items.size());
-    for (const ListedItem& item : items) archives.push_back(item.archive);
-    const TextIndex rows(std::move(archives), TextIndex::Case::Matters);
+    const TextIndex rows(
+        items.size(), [&](std::uint32_t row) { return items[row].archive; }, TextIndex::Case::Matters);
     std::vector<bool> isMet(items.size());
     std::vector<bool> isRestored(items.size());
     ControlFileReader reader(profileFolder);

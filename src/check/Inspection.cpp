@@ -40,10 +40,9 @@ Inspection::Inspection(std::deque<ListedItem> rows, BackupReport& report, std::v
         item.problems = static_cast<std::uint8_t>(row.problems);
         Tell(item, false);
     }
-    std::vector<PackedText> archives;
-    archives.reserve(report_.items.size());
-    for (const ItemReport& item : report_.items) archives.push_back(item.archive);
-    rows_ = TextIndex(std::move(archives), TextIndex::Case::IsTheSame);
+    rows_ = TextIndex(
+        report_.items.size(), [this](std::uint32_t row) { return report_.items[row].archive; },
+        TextIndex::Case::IsTheSame);
 }
 
 bool Inspection::Wants(const std::wstring& name) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -105,18 +106,18 @@ int OrderOfNames(PackedText left, PackedText right) {
     return OrderOfLetters(PackedText::Letters(left), PackedText::Letters(right), Folded);
 }
 
-TextIndex::TextIndex(std::vector<PackedText> texts, Case letterCase)
-    : texts_(std::move(texts)), order_(texts_.size()), case_(letterCase) {
+TextIndex::TextIndex(std::size_t count, TextOf textOf, Case letterCase)
+    : textOf_(std::move(textOf)), order_(count), case_(letterCase) {
     std::iota(order_.begin(), order_.end(), 0u);
     std::sort(order_.begin(), order_.end(), [this](std::uint32_t left, std::uint32_t right) {
-        const int order = OrderFrom(left, PackedText::Letters(texts_[right]));
+        const int order = OrderFrom(left, PackedText::Letters(textOf_(right)));
         return order != 0 ? order < 0 : left < right;
     });
 }
 
 template<typename Letters>
 int TextIndex::OrderFrom(std::uint32_t number, Letters other) const {
-    const PackedText::Letters letters(texts_[number]);
+    const PackedText::Letters letters(textOf_(number));
     // Names that are numbered stand in their order already that way.
     if (letters.Left() != other.Left()) return Order(letters.Left(), other.Left());
     return case_ == Case::Matters ? OrderOfLetters(letters, other, AsItIs) : OrderOfLetters(letters, other, Folded);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -57,13 +58,15 @@ class PackedTexts {
 /// The order of two names for which the case of letters is the same; negative: the left one comes first.
 int OrderOfNames(PackedText left, PackedText right);
 
-/// Finds texts by what they say: their numbers, in the order in which they were given.
+/// Finds texts by what they say: their numbers. The texts stay with whoever has them.
 class TextIndex {
   public:
     enum class Case { Matters, IsTheSame };
+    using TextOf = std::function<PackedText(std::uint32_t number)>;
 
     TextIndex() = default;
-    TextIndex(std::vector<PackedText> texts, Case letterCase);
+    /// Of the texts from number 0 on.
+    TextIndex(std::size_t count, TextOf textOf, Case letterCase);
     /// The numbers of the texts that are equal to this one, the smallest first.
     std::span<const std::uint32_t> Find(std::wstring_view text) const;
 
@@ -71,7 +74,7 @@ class TextIndex {
     template<typename Letters>
     int OrderFrom(std::uint32_t number, Letters other) const;
 
-    std::vector<PackedText> texts_;
-    std::vector<std::uint32_t> order_; ///< their numbers, by their lengths and then by their letters
+    TextOf textOf_;
+    std::vector<std::uint32_t> order_; ///< the numbers, by the lengths of the texts and then by their letters
     Case case_ = Case::Matters;
 };
