@@ -21,7 +21,7 @@ sys.path[:0] = [str(PROJECT / "tools"), str(PROJECT / "tests" / "system")]
 from check_test import PASSWORD, protected_zip, zip_of  # noqa: E402
 from system_test import IDOK, SEVEN_ZIP, Program  # noqa: E402
 
-from workstation import BINARIES, BUILD, Display, Workstation, prepare  # noqa: E402
+from workstation import BINARIES, BUILD, Display, Workstation  # noqa: E402
 
 MEGABYTES = int(os.environ.get("CHECK_MEGABYTES", "400"))
 ROUNDS = int(os.environ.get("CHECK_ROUNDS", "5"))
@@ -113,9 +113,6 @@ class Window:
     it was seen with up to the end of a check."""
 
     def __init__(self, station):
-        display = Display()
-        station.environment["DISPLAY"] = display.name
-        station.display = display
         station.program_folder = r"C:\Check"
         program = Program(station, executable="BackupCheck.exe")
         try:
@@ -138,7 +135,6 @@ class Window:
             self.told = program.answer(IDOK).text
         finally:
             program.stop()
-            display.stop()
 
 
 def program_on(station):
@@ -155,8 +151,9 @@ def program_on(station):
 def main():
     folder = BUILD / "workstation" / "bench-check"
     shutil.rmtree(folder, ignore_errors=True)
-    prepare()
-    station = Workstation(folder, language="en", has_program=False)
+    display = Display()
+    station = Workstation(folder, display=display, language="en")
+    station.environment["DISPLAY"] = display.name
     try:
         programs = station.path(r"C:\Check")
         programs.mkdir()
@@ -181,6 +178,7 @@ def main():
         assert "is good" in window.told, window.told
     finally:
         station.remove()
+        display.stop()
     report(floors, checks, wrong, archiver, many, window)
 
 
