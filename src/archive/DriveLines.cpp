@@ -1,7 +1,6 @@
 #include "archive/DriveLines.h"
 
 #include "archive/modGestionRestaure.h"
-#include "core/Medium.h"
 #include "platform/Drives.h"
 #include "resources/TextId.h"
 #include "shell/modObtenirUSB.h"
@@ -11,31 +10,28 @@ namespace {
 constexpr const wchar_t* BeforeLabel = L"  Volume : ";
 constexpr const wchar_t* NoDriveLine = L"Aucun lecteur de CD ou de disquette trouvé sur cet ordinateur";
 
-std::optional<RestoreDrive> KindOf(Application& app, const std::wstring& root) {
+std::optional<Medium> MediumIn(Application& app, const std::wstring& root) {
     switch (app.machine.drives->Type(root)) {
     case DriveType::CdRom:
-        return RestoreDrive::CdRom;
+        return Medium::Cd;
     case DriveType::Removable:
-        return RestoreDrive::Removable;
+        return Medium::RemovableDisk;
     case DriveType::Fixed:
-        if (modObtenirUSB::VérifierDriveUSB(app, root.substr(0, 2))) return RestoreDrive::External;
+        if (modObtenirUSB::VérifierDriveUSB(app, root.substr(0, 2))) return Medium::ExternalDisk;
         return std::nullopt;
-    default:
-        return std::nullopt;
+    case DriveType::Unknown:
+    case DriveType::NoRoot:
+    case DriveType::Network:
+    case DriveType::RamDisk:
+        break;
     }
+    return std::nullopt;
 }
 
 TextId MediumTextOf(const DriveFacts& drive) {
-    switch (drive.kind) {
-    case RestoreDrive::Removable:
-        return Describe(Medium::RemovableDisk).labelId;
-    case RestoreDrive::External:
-        return Describe(Medium::ExternalDisk).labelId;
-    case RestoreDrive::CdRom:
-        break;
-    }
+    if (!IsDisc(drive.medium)) return Describe(drive.medium).labelId;
     if (!drive.label) return drive.doesVolumeOpen ? TextId::NoDiscOrBlank : TextId::NoCdOrBlank;
-    return drive.doesVolumeOpen ? TextId::CdRomDrive : Describe(Medium::Cd).labelId;
+    return drive.doesVolumeOpen ? TextId::CdRomDrive : Describe(drive.medium).labelId;
 }
 
 } // namespace
@@ -43,11 +39,10 @@ TextId MediumTextOf(const DriveFacts& drive) {
 std::vector<DriveFacts> DrivesToRestoreFrom(Application& app) {
     std::vector<DriveFacts> found;
     for (const std::wstring& root : app.machine.drives->Roots()) {
-        const auto kind = KindOf(app, root);
-        if (!kind) continue;
-        const bool doesVolumeOpen =
-            *kind == RestoreDrive::CdRom && modGestionRestaure::CanOpenDrive(app, root.substr(0, 1));
-        found.push_back({root, *kind, doesVolumeOpen, app.machine.drives->VolumeLabel(root)});
+        const auto medium = MediumIn(app, root);
+        if (!medium) continue;
+        const bool doesVolumeOpen = IsDisc(*medium) && modGestionRestaure::CanOpenDrive(app, root.substr(0, 1));
+        found.push_back({root, *medium, doesVolumeOpen, app.machine.drives->VolumeLabel(root)});
     }
     return found;
 }

@@ -1,19 +1,18 @@
 #pragma once
 
 #include "core/Application.h"
+#include "core/Medium.h"
 
 #include <optional>
 #include <string>
 #include <vector>
 
-enum class RestoreDrive { CdRom, Removable, External };
-
 /// What a list of drives with backups says about one of them.
 struct DriveFacts {
-    std::wstring root; ///< such as "E:\"
-    RestoreDrive kind = RestoreDrive::Removable;
-    bool doesVolumeOpen = false;       ///< looked at for CD-ROM drives only
-    std::optional<std::wstring> label; ///< nothing when no volume can be read
+    std::wstring root;                     ///< such as "E:\"
+    Medium medium = Medium::RemovableDisk; ///< what it takes; a CD for every CD-ROM drive
+    bool doesVolumeOpen = false;           ///< looked at for CD-ROM drives only
+    std::optional<std::wstring> label;     ///< nothing when no volume can be read
 };
 
 /// The drives that may hold a backup, in the system's order: CD-ROM drives, removable disks, and fixed disks on the USB

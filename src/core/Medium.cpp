@@ -17,16 +17,7 @@ const MediumDescription& Describe(Medium medium) {
 }
 
 std::optional<DiscFamily> DiscFamilyOf(Medium medium) {
-    switch (Describe(medium).detection) {
-    case MediumDetection::CdWriter:
-        return DiscFamily::Cd;
-    case MediumDetection::DvdWriter:
-        return DiscFamily::Dvd;
-    case MediumDetection::RemovableDrives:
-    case MediumDetection::UsbDrives:
-        return std::nullopt;
-    }
-    throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    return Describe(medium).discs;
 }
 
 bool IsDisc(Medium medium) {

@@ -23,13 +23,14 @@ inline constexpr std::array AllMedia{
 };
 
 /// How the program finds out whether a medium is there.
-enum class MediumDetection { CdWriter, DvdWriter, RemovableDrives, UsbDrives };
+enum class MediumDetection { Writer, RemovableDrives, UsbDrives };
 
 struct MediumDescription {
     TextId labelId; ///< the text that names the medium, such as "Disque amovible"
     MediumDetection detection;
-    TextId notFoundToolTipId; ///< the text that says why it is not offered; None where nothing is said
-    TextId wantedDiscId;      ///< the text that names the disc to insert instead of a wrong one; None for disks
+    std::optional<DiscFamily> discs; ///< which discs it is; nothing for a disk
+    TextId notFoundToolTipId;        ///< the text that says why it is not offered; None where nothing is said
+    TextId wantedDiscId;             ///< the text that names the disc to insert instead of a wrong one; None for disks
     bool isDriveChosenInList; ///< the copy goes to the drive of the backup window's list, not to the one handed over
     bool doesStopReachWriter; ///< Stop aborts the writer; where there is none, that fails and is reported
 };

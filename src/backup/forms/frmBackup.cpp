@@ -185,8 +185,7 @@ void frmBackup::LoadSpeedCombo() {
 void frmBackup::SetUpDisks() {
     const MediumDescription& medium = Describe(state_.miTypeMedia);
     switch (medium.detection) {
-    case MediumDetection::CdWriter:
-    case MediumDetection::DvdWriter:
+    case MediumDetection::Writer:
         throw RuntimeError(ErrorNumber::InvalidCall);
     case MediumDetection::RemovableDrives:
         LoadComboDrive();

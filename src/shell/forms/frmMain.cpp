@@ -152,11 +152,10 @@ void frmMain::InitCaptions() {
 }
 
 void frmMain::Detect(Medium medium) {
-    switch (Describe(medium).detection) {
-    case MediumDetection::CdWriter:
-        return InitGraveur(medium, DiscFamily::Cd);
-    case MediumDetection::DvdWriter:
-        return InitGraveur(medium, DiscFamily::Dvd);
+    const MediumDescription& description = Describe(medium);
+    switch (description.detection) {
+    case MediumDetection::Writer:
+        return InitGraveur(medium, description.discs.value());
     case MediumDetection::RemovableDrives:
         return InitDisqueAmovible(medium);
     case MediumDetection::UsbDrives:
