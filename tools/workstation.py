@@ -226,7 +226,8 @@ class Workstation:
             self.environment["DISPLAY"] = display if isinstance(display, str) else display.name
         self.profile = self.path(rf"C:\users\{ACCOUNT}")
         self.documents = self.profile / "Documents"
-        self.temp = self.profile / "Temp"
+        # Newer releases of Wine put it where Windows has it.
+        self.temp = next(folder for folder in (self.profile / "AppData/Local/Temp", self.profile / "Temp") if folder.is_dir())
         if scale_percent != 100:
             self.set_registry("user.reg", r"Control Panel\Desktop",
                                f'"LogPixels"=dword:{96 * scale_percent // 100:08x}')

@@ -50,7 +50,7 @@ def choose_long_names(scene):
 
 for size in (0, 4, 8):
     disk(f"temp-full-{size}-kb-left", Expect(told=("EnregistrerListeFichiers", FAILED_BACKUP)),
-         options={"small_folders": (("Temp", 1),)}, arrange=write_long_names,
+         options={"small_temp": 1}, arrange=write_long_names,
          when_open=choose_long_names,
          when_chosen=lambda scene, size=size: scene.fill(scene.station.temp, size * KILOBYTE))
 

@@ -54,13 +54,13 @@ class FaultScene(Mischief, Person, SystemTest):
     expected_on_medium = None
     """What a new pair holds, when that is not what was chosen."""
 
-    def lay_out(self, size_megabytes=None, has_old=True, small_program_drive=None, small_folders=()):
-        """The disk and the documents. `small_program_drive` and `small_folders` (folder below the profile, megabytes) become
-        file systems of their own."""
+    def lay_out(self, size_megabytes=None, has_old=True, small_program_drive=None, small_temp=None, small_folders=()):
+        """The disk and the documents. `small_program_drive`, `small_temp` (megabytes) and `small_folders` (folder below the
+        profile, megabytes) become file systems of their own."""
         self.seen = Seen()
         self.program = None
         self._build_plan()
-        self._allow_small(small_program_drive, small_folders)
+        self._allow_small(small_program_drive, small_temp, small_folders)
         self.root = self.disk(size_megabytes=size_megabytes)
         (self.root / "photo.jpg").write_bytes(b"photo of someone's own")
         self.write_documents()
@@ -81,8 +81,9 @@ class FaultScene(Mischief, Person, SystemTest):
         self.addCleanup(self.plan.close)
         self.station.environment.update(LD_PRELOAD=str(PRELOADED), FAULT_PLAN=str(path))
 
-    def _allow_small(self, small_program_drive, small_folders):
+    def _allow_small(self, small_program_drive, small_temp, small_folders):
         places = [(self.program_folder(), small_program_drive)] if small_program_drive else []
+        places += [(self.station.temp, small_temp)] if small_temp else []
         places += [(self.station.profile / name, megabytes) for name, megabytes in small_folders]
         for folder, megabytes in places:
             folder.mkdir(parents=True, exist_ok=True)

@@ -51,6 +51,19 @@ void* operator new[](std::size_t size) {
     return Allocate(size);
 }
 
+// Memory of these comes back through the same deletes, and a sanitizer holds the two against each other.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return Allocate(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+    return operator new(size, tag);
+}
+
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }

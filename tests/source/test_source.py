@@ -1,6 +1,7 @@
 """What every source file keeps to: who may include what, no word of unfinished work, the layout and the length."""
 
 import re
+import shutil
 import subprocess
 import unittest
 from pathlib import Path
@@ -17,10 +18,10 @@ WINDOWS_HEADERS = re.compile(
 
 
 def tracked(*folders):
-    """The project's files: what git knows or would add; in a copy without git's data, all but what was built."""
-    listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard", "--", *folders],
-                            cwd=PROJECT, capture_output=True, check=False)
-    if listed.returncode == 0:
+    """The project's files: what git knows or would add; without git or its data, all but what was built."""
+    git = ["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard", "--", *folders]
+    listed = subprocess.run(git, cwd=PROJECT, capture_output=True, check=False) if shutil.which("git") else None
+    if listed and listed.returncode == 0:
         names = [PROJECT / name for name in listed.stdout.decode().split("\0") if name]
     else:
         roots = [PROJECT / folder for folder in folders] or [PROJECT]
