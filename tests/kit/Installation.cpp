@@ -94,9 +94,8 @@ std::wstring InTheWay() {
 void TellRights(Report& report) {
     for (const wchar_t* name : {L"", L"\\Backup.exe", L"\\7Za.exe", L"\\LICENSES", L"\\Fichierlst"}) {
         const std::wstring path = std::wstring(InstallFolder) + name;
-        report.Step({L"propriétaire et droits", L"owner and rights"}, [&] {
-            return path + L" " + Ask({L"rights", path}).front().front();
-        });
+        const auto rights = [&] { return path + L" " + Ask({L"rights", path}).front().front(); };
+        report.Step({L"propriétaire et droits", L"owner and rights"}, rights);
     }
 }
 

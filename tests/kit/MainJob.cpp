@@ -142,8 +142,8 @@ double MainJob::FinishAfterPassword(Program& program, const wchar_t* picture) {
         program.SetText(dialog, IDC_txtConfirmation, Password);
     const auto started = std::chrono::steady_clock::now();
     program.Press(dialog, IDC_cmdOK);
-    program.Wait(
-        L"the last message", [&] { return program.IsBoxOpen(); }, RunSeconds);
+    const auto isBoxOpen = [&] { return program.IsBoxOpen(); };
+    program.Wait(L"the last message", isBoxOpen, RunSeconds);
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
     Picture(program.OpenBox().window, picture);
     const Box box = program.Answer();

@@ -231,8 +231,8 @@ bool Program::IsBoxOpen() const {
 
 Box Program::OpenBox(int seconds) const {
     HWND box = nullptr;
-    Wait(
-        L"a message box", [&] { return (box = FindBox()) != nullptr; }, seconds);
+    const auto isBoxOpen = [&] { return (box = FindBox()) != nullptr; };
+    Wait(L"a message box", isBoxOpen, seconds);
     return BoxOf(box);
 }
 
