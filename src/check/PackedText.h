@@ -16,8 +16,9 @@ class PackedText {
     PackedText() = default;
 
     operator std::wstring() const;
-    std::size_t size() const { return Letters(*this).Left(); }
-    bool empty() const { return size() == 0; }
+    // Named as in the strings that it stands in for.
+    std::size_t size() const { return Letters(*this).Left(); } // NOLINT(readability-identifier-naming)
+    bool empty() const { return size() == 0; }                 // NOLINT(readability-identifier-naming)
     bool operator==(std::wstring_view text) const;
 
     /// Gives the letters one after another, without a copy of the text.

@@ -10,12 +10,13 @@ namespace {
 
 /// Where a screen without alpha shows nothing: one bit for each pixel, each row filled up to 16.
 UniqueBitmap MaskOf(const std::vector<std::uint32_t>& pixels, int size) {
-    const int rowBytes = (size + 15) / 16 * 2;
-    std::vector<std::uint8_t> bits(static_cast<std::size_t>(rowBytes) * static_cast<std::size_t>(size));
-    for (int at = 0; at < size * size; ++at) {
-        const bool isClear = pixels[static_cast<std::size_t>(at)] >> 24 < 128;
-        const auto byte = static_cast<std::size_t>(at / size * rowBytes + at % size / 8);
-        if (isClear) bits[byte] = static_cast<std::uint8_t>(bits[byte] | 0x80 >> at % size % 8);
+    const auto side = static_cast<std::size_t>(size);
+    const std::size_t rowBytes = (side + 15) / 16 * 2;
+    std::vector<std::uint8_t> bits(rowBytes * side);
+    for (std::size_t at = 0; at < side * side; ++at) {
+        const bool isClear = pixels[at] >> 24 < 128;
+        std::uint8_t& byte = bits[at / side * rowBytes + at % side / 8];
+        if (isClear) byte = static_cast<std::uint8_t>(byte | 0x80 >> at % side % 8);
     }
     return UniqueBitmap(CreateBitmap(size, size, 1, 1, bits.data()));
 }

@@ -57,8 +57,8 @@ TEST(BackupList, ALongListIsReadInParts) {
     for (int number = 1; number <= count; ++number) {
         const std::string row = "C:\\Dossier " + std::to_string(number) + "\\a.txt,32,Zip";
         const std::string digits = std::to_string(number);
-        list += row + std::string(4 - std::min<std::size_t>(digits.size(), 4), '0') + digits + "\r\n";
-        utf8 += "C:\\\xC3\xA9" + digits + ",32,Zip" + digits + "\n\n";
+        list.append(row).append(4 - std::min<std::size_t>(digits.size(), 4), '0').append(digits).append("\r\n");
+        utf8.append("C:\\\xC3\xA9").append(digits).append(",32,Zip").append(digits).append("\n\n");
     }
     ASSERT_GT(list.size(), 4u * 65536);
     const auto rows = Read(list + " \t\x1A" + "C:\\behind,32,Zip1\r\n");

@@ -89,8 +89,9 @@ TEST_F(DirectoryPartsTest, ABackupOfManyItemsIsCheckedByItsParts) {
     std::vector<std::vector<BuiltEntry>> items;
     for (int number = 1; number <= count; ++number) {
         items.push_back({{"a.txt", "a"}});
-        std::string digits = std::to_string(number);
-        list += "C:\\" + digits + "\\a.txt,32,Zip" + std::string(4 - digits.size(), '0') + digits + "\r\n";
+        const std::string digits = std::to_string(number);
+        list.append("C:\\").append(digits).append("\\a.txt,32,Zip");
+        list.append(4 - digits.size(), '0').append(digits).append("\r\n");
     }
     std::string archive = BuildBackup(items, "Valcoreaux1");
     files.Add(L"E:\\_listFich.lst", list);

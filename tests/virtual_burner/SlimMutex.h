@@ -10,8 +10,9 @@ class SlimMutex {
     SlimMutex(const SlimMutex&) = delete;
     SlimMutex& operator=(const SlimMutex&) = delete;
 
-    void lock() { AcquireSRWLockExclusive(&lock_); }
-    void unlock() { ReleaseSRWLockExclusive(&lock_); }
+    // The names that std::lock_guard calls.
+    void lock() { AcquireSRWLockExclusive(&lock_); }   // NOLINT(readability-identifier-naming)
+    void unlock() { ReleaseSRWLockExclusive(&lock_); } // NOLINT(readability-identifier-naming)
 
   private:
     SRWLOCK lock_ = SRWLOCK_INIT;
