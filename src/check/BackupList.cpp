@@ -107,8 +107,8 @@ void FindSharedMailStores(std::deque<ListedItem>& items) {
 
 /// Holds the rows against what the restore window reads, whatever its reader makes of them.
 void FindLostRows(std::string_view bytes, const std::wstring& profileFolder, std::deque<ListedItem>& items) {
-    const TextIndex rows(
-        items.size(), [&](std::uint32_t row) { return items[row].archive; }, TextIndex::Case::Matters);
+    const auto archiveOf = [&](std::uint32_t row) { return items[row].archive; };
+    const TextIndex rows(items.size(), archiveOf, TextIndex::Case::Matters);
     std::vector<bool> isMet(items.size());
     std::vector<bool> isRestored(items.size());
     ControlFileReader reader(profileFolder);
