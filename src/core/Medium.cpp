@@ -8,6 +8,7 @@ const MediumDescription& Describe(Medium medium) {
 #define MEDIUM(name, code, ...)                                                                                        \
     case Medium::name: {                                                                                               \
         static constexpr MediumDescription description{__VA_ARGS__};                                                   \
+        static_assert((description.detection == MediumDetection::Writer) == description.discs.has_value());            \
         return description;                                                                                            \
     }
 #include "core/Media.def"
