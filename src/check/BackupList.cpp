@@ -5,7 +5,6 @@
 #include "core/SequentialInput.h"
 #include "core/TextDecoding.h"
 #include "core/UserProfileMarker.h"
-#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -82,13 +81,15 @@ template<typename Take>
 void ForEachPart(std::string_view bytes, Take take) {
     const bool isUtf16 = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
     if (isUtf16) return take(DecodeText(bytes));
-    const std::string_view mark = bytes.starts_with(Utf8Mark) ? Utf8Mark : std::string_view();
-    bytes = bytes.substr(mark.size());
+    const bool isUtf8 = bytes.starts_with(Utf8Mark);
+    if (isUtf8) bytes.remove_prefix(Utf8Mark.size());
     bytes = bytes.substr(0, bytes.find(EndOfFileMark));
     while (!bytes.empty()) {
         std::size_t length = std::min(bytes.find_first_of("\r\n", PartBytes), bytes.size());
         while (length < bytes.size() && (bytes[length] == '\r' || bytes[length] == '\n')) ++length;
-        take(DecodeText(std::string(mark) += bytes.substr(0, length)));
+        const std::string_view part = bytes.substr(0, length);
+        // Only the beginning of a list can hold a mark: a later line that begins like one is a line.
+        take(isUtf8 ? DecodeText(std::string(Utf8Mark) += part) : FromAnsi(part));
         bytes.remove_prefix(length);
     }
 }

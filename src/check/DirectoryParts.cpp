@@ -1,32 +1,19 @@
 #include "check/DirectoryParts.h"
 
+#include "check/ZipFormat.h"
+
 #include <algorithm>
 #include <optional>
 
 namespace {
 
-// PKWARE's APPNOTE.TXT: Zip64 end 4.3.14, its locator 4.3.15, end 4.3.16.
-constexpr std::string_view LargeEndSign("PK\6\6", 4);
-constexpr std::string_view LargeEndPlaceSign("PK\6\7", 4);
-constexpr std::string_view EndSign("PK\5\6", 4);
-constexpr std::size_t LargeEndBytes = 56;
-constexpr std::size_t LargeEndPlaceBytes = 20;
-constexpr std::size_t EndBytes = 22;
 constexpr std::uint64_t Version = 45;
-constexpr std::uint64_t Most16 = 0xFFFF;
-constexpr std::uint64_t Most32 = 0xFFFFFFFF;
 
 constexpr std::size_t PieceBytes = std::size_t{256} << 10;
 /// The directory's end stands in the last 64 KB of an archive.
-constexpr std::uint64_t LongestTail = 65536 + EndBytes;
+constexpr std::uint64_t LongestTail = 65536 + ZipEndBytes;
 /// Records may carry remarks of any length.
 constexpr std::uint64_t MostPartBytes = std::uint64_t{256} << 10;
-
-std::uint64_t Number(std::string_view bytes, std::size_t at, std::size_t length) {
-    std::uint64_t value = 0;
-    for (std::size_t i = length; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
-    return value;
-}
 
 void Put(std::uint64_t value, std::size_t length, std::string& bytes) {
     for (std::size_t i = 0; i < length; ++i) bytes += static_cast<char>(value >> 8 * i & 0xFF);
@@ -54,17 +41,17 @@ std::optional<Found> FindDirectory(InputFile& archive, const std::function<void(
     const std::uint64_t size = archive.SizeBytes();
     MediumSource medium(archive, LongestTail, onBytes);
     const std::string tail = ReadBytes(medium, size - std::min(size, LongestTail), LongestTail);
-    const std::size_t end = tail.rfind(EndSign);
-    if (end == std::string::npos || end + EndBytes > tail.size()) return std::nullopt;
-    std::uint64_t length = Number(tail, end + 12, 4);
-    std::uint64_t stated = Number(tail, end + 16, 4);
+    const std::size_t end = tail.rfind(ZipEndSign);
+    if (end == std::string::npos || end + ZipEndBytes > tail.size()) return std::nullopt;
+    std::uint64_t length = ZipNumber(tail, end + 12, 4);
+    std::uint64_t stated = ZipNumber(tail, end + 16, 4);
     std::uint64_t directoryEnd = size - tail.size() + end;
     // Directories beyond 4 GiB or 65,535 entries say so elsewhere, a fixed length before their end.
-    constexpr std::size_t largeBytes = LargeEndBytes + LargeEndPlaceBytes;
-    if (end >= largeBytes && tail.compare(end - LargeEndPlaceBytes, 4, LargeEndPlaceSign) == 0) {
+    constexpr std::size_t largeBytes = ZipLargeEndBytes + ZipLargeEndPlaceBytes;
+    if (end >= largeBytes && tail.compare(end - ZipLargeEndPlaceBytes, 4, ZipLargeEndPlaceSign) == 0) {
         directoryEnd -= largeBytes;
-        length = Number(tail, end - largeBytes + 40, 8);
-        stated = Number(tail, end - largeBytes + 48, 8);
+        length = ZipNumber(tail, end - largeBytes + 40, 8);
+        stated = ZipNumber(tail, end - largeBytes + 48, 8);
     }
     if (length > directoryEnd) return std::nullopt;
     return Found{directoryEnd - length, stated};
@@ -115,8 +102,8 @@ void DirectoryParts::OnRecord(std::uint64_t index, const DirectoryRecord& record
 PartSource::PartSource(MediumSource& medium, std::uint64_t directoryPlace, const DirectoryPart& part)
     : medium_(medium), directoryPlace_(directoryPlace), directory_(ReadBytes(medium, part.place, part.bytes)) {
     const std::uint64_t length = directory_.size();
-    directory_ += LargeEndSign;
-    Put(LargeEndBytes - 12, 8, directory_);
+    directory_ += ZipLargeEndSign;
+    Put(ZipLargeEndBytes - ZipLargeEndHeadBytes, 8, directory_);
     Put(Version, 2, directory_);
     Put(Version, 2, directory_);
     Put(0, 8, directory_);
@@ -124,16 +111,16 @@ PartSource::PartSource(MediumSource& medium, std::uint64_t directoryPlace, const
     Put(part.records, 8, directory_);
     Put(length, 8, directory_);
     Put(directoryPlace, 8, directory_);
-    directory_ += LargeEndPlaceSign;
+    directory_ += ZipLargeEndPlaceSign;
     Put(0, 4, directory_);
     Put(directoryPlace + length, 8, directory_);
     Put(1, 4, directory_);
-    directory_ += EndSign;
+    directory_ += ZipEndSign;
     Put(0, 4, directory_);
-    Put(std::min(part.records, Most16), 2, directory_);
-    Put(std::min(part.records, Most16), 2, directory_);
-    Put(std::min(length, Most32), 4, directory_);
-    Put(std::min(directoryPlace, Most32), 4, directory_);
+    Put(std::min(part.records, ZipFull16), 2, directory_);
+    Put(std::min(part.records, ZipFull16), 2, directory_);
+    Put(std::min(length, ZipFull32), 4, directory_);
+    Put(std::min(directoryPlace, ZipFull32), 4, directory_);
     Put(0, 2, directory_);
 }
 

@@ -1,36 +1,20 @@
 #include "check/DirectoryTally.h"
 
+#include "check/ZipFormat.h"
+
 #include <algorithm>
 
 namespace {
 
-// PKWARE's APPNOTE.TXT: central directory record 4.3.12, Zip64 end 4.3.14, its locator 4.3.15, end 4.3.16.
-constexpr std::string_view RecordSign("PK\1\2", 4);
-constexpr std::string_view LargeEndSign("PK\6\6", 4);
-constexpr std::string_view LargeEndPlaceSign("PK\6\7", 4);
-constexpr std::string_view EndSign("PK\5\6", 4);
-constexpr std::size_t RecordBytes = 46;
-constexpr std::size_t LargeEndHeadBytes = 12;
-constexpr std::size_t LargeEndPlaceBytes = 20;
-constexpr std::size_t EndBytes = 22;
 constexpr std::size_t SignBytes = 4;
-// A field that is full stands for a number in the Zip64 fields (4.4.1.4).
-constexpr std::uint64_t Saturated32 = 0xFFFFFFFF;
-constexpr std::uint64_t Saturated16 = 0xFFFF;
 constexpr std::uint64_t LargestEnd = 16384;
 
-// Extra fields: Zip64 4.5.3, NTFS times 4.5.5; the system that made the record 4.4.2.
+// PKWARE's APPNOTE.TXT: extra fields: Zip64 4.5.3, NTFS times 4.5.5; the system that made the record 4.4.2.
 constexpr std::uint64_t LargeSizesField = 0x0001;
 constexpr std::uint64_t SystemTimesField = 0x000A;
 constexpr std::size_t SystemTimesBytes = 32;
 constexpr std::uint64_t DosSystem = 0;
 constexpr std::uint64_t NtSystem = 10;
-
-std::uint64_t Number(std::string_view bytes, std::size_t at, std::size_t length) {
-    std::uint64_t value = 0;
-    for (std::size_t i = length; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
-    return value;
-}
 
 template<typename Text>
 std::uint64_t Print(const Text& name, std::uint64_t sizeBytes) {
@@ -49,22 +33,22 @@ std::uint64_t Print(const Text& name, std::uint64_t sizeBytes) {
 
 void ReadExtra(std::string_view extra, bool isPackedSizeLarge, DirectoryRecord& record) {
     while (extra.size() >= 4) {
-        const std::uint64_t field = Number(extra, 0, 2);
-        const auto length = static_cast<std::size_t>(Number(extra, 2, 2));
+        const std::uint64_t field = ZipNumber(extra, 0, 2);
+        const auto length = static_cast<std::size_t>(ZipNumber(extra, 2, 2));
         if (length > extra.size() - 4) return;
         std::string_view value = extra.substr(4, length);
         if (field == LargeSizesField) {
             // Each number is there only when there is no room for it elsewhere.
-            if (record.sizeBytes == Saturated32 && value.size() >= 8) {
-                record.sizeBytes = Number(value, 0, 8);
+            if (record.sizeBytes == ZipFull32 && value.size() >= 8) {
+                record.sizeBytes = ZipNumber(value, 0, 8);
                 value.remove_prefix(8);
             }
             if (isPackedSizeLarge) value.remove_prefix(std::min<std::size_t>(8, value.size()));
-            if (record.entryPlace == Saturated32 && value.size() >= 8) record.entryPlace = Number(value, 0, 8);
+            if (record.entryPlace == ZipFull32 && value.size() >= 8) record.entryPlace = ZipNumber(value, 0, 8);
         }
-        if (field == SystemTimesField && length >= SystemTimesBytes && Number(value, 4, 2) == 1) {
-            record.written = Number(value, 8, 8);
-            record.created = Number(value, 24, 8);
+        if (field == SystemTimesField && length >= SystemTimesBytes && ZipNumber(value, 4, 2) == 1) {
+            record.written = ZipNumber(value, 8, 8);
+            record.created = ZipNumber(value, 24, 8);
         }
         extra.remove_prefix(4 + length);
     }
@@ -92,42 +76,43 @@ void DirectoryTally::Take(std::string_view bytes) {
 /// How long the record at the beginning of the bytes is; 0 when it is not whole yet.
 std::size_t DirectoryTally::TakeRecord(std::string_view bytes) {
     if (bytes.size() < SignBytes) return 0;
-    if (bytes.starts_with(RecordSign)) {
-        if (bytes.size() < RecordBytes) return 0;
-        const auto nameLength = static_cast<std::size_t>(Number(bytes, 28, 2));
-        const auto extraLength = static_cast<std::size_t>(Number(bytes, 30, 2));
+    if (bytes.starts_with(ZipRecordSign)) {
+        if (bytes.size() < ZipRecordBytes) return 0;
+        const auto nameLength = static_cast<std::size_t>(ZipNumber(bytes, 28, 2));
+        const auto extraLength = static_cast<std::size_t>(ZipNumber(bytes, 30, 2));
         const std::size_t length =
-            RecordBytes + nameLength + extraLength + static_cast<std::size_t>(Number(bytes, 32, 2));
+            ZipRecordBytes + nameLength + extraLength + static_cast<std::size_t>(ZipNumber(bytes, 32, 2));
         if (bytes.size() < length) return 0;
         DirectoryRecord record;
         record.place = recordBytes_;
-        record.entryPlace = Number(bytes, 42, 4);
-        record.sizeBytes = Number(bytes, 24, 4);
-        const bool isPackedSizeLarge = Number(bytes, 20, 4) == Saturated32;
-        ReadExtra(bytes.substr(RecordBytes + nameLength, extraLength), isPackedSizeLarge, record);
-        const std::uint64_t system = Number(bytes, 5, 1);
+        record.entryPlace = ZipNumber(bytes, 42, 4);
+        record.sizeBytes = ZipNumber(bytes, 24, 4);
+        const bool isPackedSizeLarge = ZipNumber(bytes, 20, 4) == ZipFull32;
+        ReadExtra(bytes.substr(ZipRecordBytes + nameLength, extraLength), isPackedSizeLarge, record);
+        const std::uint64_t system = ZipNumber(bytes, 5, 1);
         if (system == DosSystem || system == NtSystem)
-            record.attributes = static_cast<std::uint32_t>(Number(bytes, 38, 4) & 0xFFFF);
-        record.name = bytes.substr(RecordBytes, nameLength);
+            record.attributes = static_cast<std::uint32_t>(ZipNumber(bytes, 38, 4) & 0xFFFF);
+        record.name = bytes.substr(ZipRecordBytes, nameLength);
         namedSum_ += Print(record.name, record.sizeBytes);
         recordBytes_ += length;
         OnRecord(namedCount_++, record);
         return length;
     }
-    if (bytes.starts_with(LargeEndSign)) {
-        if (bytes.size() < LargeEndHeadBytes) return 0;
-        const std::uint64_t length = Number(bytes, 4, 8);
+    if (bytes.starts_with(ZipLargeEndSign)) {
+        if (bytes.size() < ZipLargeEndHeadBytes) return 0;
+        const std::uint64_t length = ZipNumber(bytes, 4, 8);
         isBroken_ = length > LargestEnd;
-        return isBroken_ || bytes.size() < LargeEndHeadBytes + length ? 0 : LargeEndHeadBytes + length;
+        return isBroken_ || bytes.size() < ZipLargeEndHeadBytes + length ? 0 : ZipLargeEndHeadBytes + length;
     }
-    if (bytes.starts_with(LargeEndPlaceSign)) return bytes.size() < LargeEndPlaceBytes ? 0 : LargeEndPlaceBytes;
-    if (!bytes.starts_with(EndSign)) {
+    if (bytes.starts_with(ZipLargeEndPlaceSign))
+        return bytes.size() < ZipLargeEndPlaceBytes ? 0 : ZipLargeEndPlaceBytes;
+    if (!bytes.starts_with(ZipEndSign)) {
         isBroken_ = true;
         return 0;
     }
-    if (bytes.size() < EndBytes) return 0;
-    const std::uint64_t count = Number(bytes, 10, 2);
-    isBroken_ = count != Saturated16 && count != (namedCount_ & Saturated16);
+    if (bytes.size() < ZipEndBytes) return 0;
+    const std::uint64_t count = ZipNumber(bytes, 10, 2);
+    isBroken_ = count != ZipFull16 && count != (namedCount_ & ZipFull16);
     hasEnded_ = !isBroken_;
-    return EndBytes;
+    return ZipEndBytes;
 }

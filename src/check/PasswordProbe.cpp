@@ -2,6 +2,7 @@
 
 #include "check/DirectoryParts.h"
 #include "check/MediumSource.h"
+#include "check/ZipFormat.h"
 #include "check/ZipReader.h"
 #include "platform/CodePages.h"
 #include "platform/Text.h"
@@ -48,7 +49,7 @@ struct Tally {
 };
 
 bool IsArchiveSign(std::string_view bytes) {
-    return bytes.starts_with(std::string_view("PK\3\4", 4)) || bytes.starts_with(std::string_view("PK\5\6", 4));
+    return bytes.starts_with(ZipEntrySign) || bytes.starts_with(ZipEndSign);
 }
 
 void TryEntry(ZipReader& reader, Tally& tally) {

@@ -75,6 +75,18 @@ TEST(BackupList, ALongListIsReadInParts) {
     EXPECT_EQ(marked.back().problems, 0u);
 }
 
+TEST(BackupList, ALineOfALongListThatBeginsLikeAMarkIsALine) {
+    for (const std::string mark : {"\xFF\xFE", "\xFE\xFF", "\xEF\xBB\xBF"}) {
+        std::string list = "C:\\a.txt,32,Zip0001\r\n";
+        std::size_t count = 1;
+        for (; list.size() < 3u * 65536; ++count) list.append(mark).append("b.txt,32,Zip0002\r\n");
+        const auto rows = Read(list);
+        ASSERT_EQ(rows.size(), count);
+        EXPECT_TRUE(std::all_of(rows.begin() + 1, rows.end(),
+                                [&](const ListedItem& row) { return row.path.size() == mark.size() + 5; }));
+    }
+}
+
 TEST(BackupList, TheFirstRecordOfANameCountsForAllItsRows) {
     const auto rows = Read("C:\\a\\x.txt,32,Zip0001\r\nC:\\b\\y.txt,32,Zip0001\r\nC:\\c\\z.txt,32,zip0001\r\n");
     ASSERT_EQ(rows.size(), 3u);
