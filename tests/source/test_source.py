@@ -238,5 +238,17 @@ class LayoutTest(unittest.TestCase):
         self.assertEqual(done.returncode, 0)
 
 
+DETACHED = re.compile(r"\.\s*detach\s*\(")
+
+
+class ThreadsTest(unittest.TestCase):
+    """`StartThread` tells why: on Windows the thread library loses threads that are detached."""
+
+    def test_no_thread_of_the_library_is_detached(self):
+        native = PROJECT / "tests" / "support" / "NativeThread.cpp"
+        found = {path for path in sources("src", "tests", "bench") if DETACHED.search(path.read_text(encoding="utf-8"))}
+        self.assertEqual(found, {native})
+
+
 if __name__ == "__main__":
     unittest.main()

@@ -3,11 +3,11 @@
 #include "ImageStream.h"
 #include "Session.h"
 
+#include "platform/Thread.h"
 #include "win32/UniqueHandle.h"
 
 #include <algorithm>
 #include <memory>
-#include <thread>
 
 HRESULT DataWriter::MayWrite(const VirtualDrive& drive, const VirtualDisc& disc, IStream* data,
                              std::uint64_t sizeBytes) const {
@@ -81,7 +81,7 @@ void DataWriter::TellLate(LONG action, std::uint64_t writtenBytes) {
     auto arguments = Arguments(action, writtenBytes, step);
     ComPointer<IDispatch> self(this);
     AddRef();
-    std::thread([self, step, arguments = std::move(arguments), sinks = source_.Sinks()]() mutable {
+    StartThread([self, step, arguments = std::move(arguments), sinks = source_.Sinks()]() mutable {
         constexpr DWORD lateMilliseconds = 30;
         CoInitializeEx(nullptr, COINIT_MULTITHREADED);
         Sleep(lateMilliseconds);
@@ -90,7 +90,7 @@ void DataWriter::TellLate(LONG action, std::uint64_t writtenBytes) {
         step.Reset();
         self.Reset();
         CoUninitialize();
-    }).detach();
+    });
 }
 
 HRESULT DataWriter::Record(IStream* data, const VirtualDrive& drive, VirtualDisc& disc, std::uint64_t sizeBytes) {
