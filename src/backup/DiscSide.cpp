@@ -268,15 +268,13 @@ void DiscSide::EffacerDisque() {
         app_.ShowMessage(TextId::DiscNotErasable, TextId::DiscNotErasableTitle, box::Exclamation);
         return;
     }
-    {
-        view_.ActiverControles(false);
-        state_.phase.SetErasing(true);
-        const AtScopeEnd release([this] {
-            state_.phase.SetErasing(false);
-            view_.ActiverControles(true);
-        });
-        view_.ShowEraseWindow();
-    }
+    view_.ActiverControles(false);
+    state_.phase.SetErasing(true);
+    WithEnding([this] { view_.ShowEraseWindow(); },
+               [this] {
+                   state_.phase.SetErasing(false);
+                   view_.ActiverControles(true);
+               });
     RefreshDiscInfo();
 }
 

@@ -15,3 +15,16 @@ class AtScopeEnd {
   private:
     Action action_;
 };
+
+/// Calls `steps` and then `ending`, whether the steps threw or not. The ending may throw as well: that is what comes
+/// out then.
+template<class Steps, class Ending>
+void WithEnding(Steps steps, Ending ending) {
+    try {
+        steps();
+    } catch (...) {
+        ending();
+        throw;
+    }
+    ending();
+}

@@ -104,8 +104,9 @@ std::wstring PredefinedSets::TransferList() const {
 std::vector<std::wstring> PredefinedSets::Entries(const std::wstring& listFile) {
     SequentialInput input(DecodeText(app_.machine.files->Read(listFile)));
     const bool isOutlook = Contains(listFile, L"outlook");
-    const AtScopeEnd restore(
-        [this, profile = app_.user->strProfilUtilisateur] { app_.user->strProfilUtilisateur = profile; });
+    const AtScopeEnd restore([this, profile = app_.user->strProfilUtilisateur]() mutable {
+        app_.user->strProfilUtilisateur = std::move(profile);
+    });
     if (isOutlook) LireProfilUtilisateur(app_);
     std::vector<std::wstring> entries;
     while (!input.IsAtEnd()) entries.push_back(WithUserProfile(input.Field(), app_.user->strProfilUtilisateur));

@@ -28,6 +28,7 @@ class FakeBackupView : public BackupView, private RunDisplay {
     int holds = 0; ///< on the machine, alive now
     /// Runs while the window lets messages run.
     std::function<void(bool isBusy)> whenBusyChanges;
+    std::function<void()> whenEnabled;
     std::function<void()> whileErasing;
 
     void AfficherProgression(bool isBusy) override {
@@ -35,7 +36,10 @@ class FakeBackupView : public BackupView, private RunDisplay {
         if (whenBusyChanges) whenBusyChanges(isBusy);
     }
     std::unique_ptr<Hold> HoldMachine() override { return std::make_unique<CountedHold>(holds); }
-    void ActiverControles(bool isEnabled) override { calls.push_back(isEnabled ? L"enable" : L"disable"); }
+    void ActiverControles(bool isEnabled) override {
+        calls.push_back(isEnabled ? L"enable" : L"disable");
+        if (isEnabled && whenEnabled) whenEnabled();
+    }
     void MajBoutonLancer() override { calls.push_back(L"start button"); }
     void AfficherEspaces() override { calls.push_back(L"spaces"); }
     void AfficherEspaceRequis() override { calls.push_back(L"required"); }

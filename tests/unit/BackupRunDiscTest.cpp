@@ -276,6 +276,13 @@ TEST_F(BackupRunTest, AnEraseWindowThatFailsGivesTheControlsBack) {
     EXPECT_EQ(view.calls.back(), L"enable");
 }
 
+TEST_F(BackupRunTest, AnEraseWhoseControlsCannotBeGivenBackIsAFailureLikeAnyOther) {
+    UseDisc(Medium::Cd, BlankDisc(MediaKind::CdRw, 600 * Megabyte));
+    view.whenEnabled = [] { throw RuntimeError(ErrorNumber::OutOfMemory); };
+    EXPECT_THROW(discs.EffacerDisque(), RuntimeError);
+    EXPECT_FALSE(state.phase.IsAt(RunPhase::Erasing));
+}
+
 TEST_F(BackupRunTest, ADiscOfUnknownStatusIsNotErased) {
     FakeDisc disc = BlankDisc(MediaKind::CdRw, 600 * Megabyte);
     disc.status = DiscStatus::Unknown;

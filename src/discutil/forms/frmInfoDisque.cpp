@@ -53,12 +53,15 @@ void frmInfoDisque::Rafraichir() {
         if (family && writer == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
         DiscInformation information;
         // A disk that fails in the middle still shows what it told before.
-        const AtScopeEnd show([&] { ShowInformation(information); });
-        if (family) {
-            information = InformationOnDisc(app_, *family, parent_->DiscMediaTypeString(), *writer);
-        } else {
-            ReadInformationOnDisk(app_, medium, parent_->Drive(), parent_->RequiredSpaceText(), information);
-        }
+        WithEnding(
+            [&] {
+                if (family) {
+                    information = InformationOnDisc(app_, *family, parent_->DiscMediaTypeString(), *writer);
+                } else {
+                    ReadInformationOnDisk(app_, medium, parent_->Drive(), parent_->RequiredSpaceText(), information);
+                }
+            },
+            [&] { ShowInformation(information); });
     });
 }
 
