@@ -61,12 +61,9 @@ std::optional<DiscEvent> DiscEventQueue::WaitFor(const std::function<bool(const 
     const ULONGLONG start = GetTickCount64();
     for (;;) {
         if (auto event = Take(isWanted)) return event;
-        DWORD left = INFINITE;
-        if (milliseconds != INFINITE) {
-            const ULONGLONG elapsed = GetTickCount64() - start;
-            if (elapsed >= milliseconds) return std::nullopt;
-            left = milliseconds - static_cast<DWORD>(elapsed);
-        }
+        const ULONGLONG elapsed = GetTickCount64() - start;
+        if (elapsed >= milliseconds) return std::nullopt;
+        const DWORD left = milliseconds - static_cast<DWORD>(elapsed);
         const HANDLE arrived = arrived_.Get();
         if (MsgWaitForMultipleObjects(1, &arrived, FALSE, left, QS_PAINT | QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {
             MSG message;

@@ -55,8 +55,8 @@ class DiscEventQueue {
     void Post(DiscEvent event);
     /// Takes out the first event for which `isWanted` is true.
     std::optional<DiscEvent> Take(const std::function<bool(const DiscEvent&)>& isWanted);
-    /// Waits for such an event for at most `milliseconds` (INFINITE: without limit). Meanwhile windows are repainted
-    /// and calls of other threads answered, but no input is handled.
+    /// Waits for such an event for at most `milliseconds`. Meanwhile windows are repainted and calls of other threads
+    /// answered, but no input is handled.
     std::optional<DiscEvent> WaitFor(const std::function<bool(const DiscEvent&)>& isWanted, DWORD milliseconds);
     /// No event is delivered any more.
     void Close() { onEvent_ = nullptr; }

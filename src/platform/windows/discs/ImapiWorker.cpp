@@ -1,9 +1,11 @@
 #include "platform/windows/discs/ImapiWorker.h"
 
+#include "platform/RuntimeError.h"
 #include "platform/discs/MasteringCodes.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/discs/ImapiBurn.h"
 
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -57,7 +59,15 @@ std::wstring TextOfFailure(HRESULT result) {
 
 ImapiWorker::ImapiWorker(DiscFamily family, DiscEventQueue& queue)
     : family_(family), queue_(queue), wake_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
-      ended_(CreateEventW(nullptr, TRUE, FALSE, nullptr)), list_(family), thread_([this] { Run(); }) {}
+      ended_(CreateEventW(nullptr, TRUE, FALSE, nullptr)), list_(family) {
+    // Without them the end of the thread would be waited for in vain.
+    if (!wake_ || !ended_) throw RuntimeError(ErrorNumber::CannotCreateObject);
+    try {
+        thread_ = std::thread([this] { Run(); });
+    } catch (const std::system_error&) {
+        throw RuntimeError(ErrorNumber::CannotCreateObject);
+    }
+}
 
 ImapiWorker::~ImapiWorker() {
     RequestEnd();

@@ -20,6 +20,7 @@
 /// and a blank one none at all.
 class ImapiWorker {
   public:
+    /// Throws 429 where the system has no event or thread left.
     ImapiWorker(DiscFamily family, DiscEventQueue& queue);
     /// Waits for the end.
     ~ImapiWorker();
