@@ -1,18 +1,33 @@
 #include "low_memory/AllocationFailure.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+#include <thread>
 
 namespace {
 
-bool isArmed = false;
-long allocations = 0;
+std::atomic<bool> isArmed = false;
+std::atomic<long> allocations = 0;
 long first = 0;
 long last = 0;
+AllocationFailure::Where meant = AllocationFailure::Where::Anywhere;
+std::thread::id armingThread;
+
+bool IsMeant() {
+    if (meant == AllocationFailure::Where::Anywhere) return true;
+    return (std::this_thread::get_id() == armingThread) == (meant == AllocationFailure::Where::OnThisThread);
+}
+
+bool MustFail() {
+    if (!isArmed || !IsMeant()) return false;
+    const long number = ++allocations;
+    return number >= first && number <= last;
+}
 
 void* Allocate(std::size_t size) {
-    if (isArmed && ++allocations >= first && allocations <= last) throw std::bad_alloc();
+    if (MustFail()) throw std::bad_alloc();
     void* memory = std::malloc(size != 0 ? size : 1);
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
@@ -20,10 +35,12 @@ void* Allocate(std::size_t size) {
 
 } // namespace
 
-AllocationFailure::AllocationFailure(long at, long count) {
+AllocationFailure::AllocationFailure(long at, long count, Where where) {
     allocations = 0;
     first = at;
     last = at + count - 1;
+    meant = where;
+    armingThread = std::this_thread::get_id();
     isArmed = true;
 }
 

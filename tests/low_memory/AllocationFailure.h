@@ -3,7 +3,9 @@
 /// While one lives, the allocation of number `at` (from 1) fails, and with it the `count - 1` after it. One at a time.
 class AllocationFailure {
   public:
-    explicit AllocationFailure(long at, long count = 1);
+    enum class Where { Anywhere, OnThisThread, OnOtherThreads };
+
+    explicit AllocationFailure(long at, long count = 1, Where where = Where::Anywhere);
     ~AllocationFailure();
     AllocationFailure(const AllocationFailure&) = delete;
     AllocationFailure& operator=(const AllocationFailure&) = delete;

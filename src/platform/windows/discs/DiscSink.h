@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <new>
 
 /// Receives the one event of an event interface. Image mastering delivers it through IDispatch::Invoke; the real method
 /// behind IDispatch is there for a source that calls it.
@@ -25,6 +26,16 @@ class DiscSinkBase : public CountedDispatch<EventInterface> {
   protected:
     virtual HRESULT OnInvoke(const std::array<VARIANTARG*, ArgumentCount>& arguments) = 0;
 
+    /// Nothing is thrown at the system: a step for which there is no memory is not told.
+    template<class Tell>
+    static HRESULT Told(Tell tell) {
+        try {
+            tell();
+            return S_OK;
+        } catch (const std::bad_alloc&) {
+            return E_OUTOFMEMORY;
+        }
+    }
     static IUnknown* ObjectIn(const VARIANTARG& argument) {
         return argument.vt == VT_DISPATCH || argument.vt == VT_UNKNOWN ? argument.punkVal : nullptr;
     }
@@ -42,9 +53,10 @@ class WriteSink : public DiscSinkBase<DDiscFormat2DataEvents, 2> {
     explicit WriteSink(Handler handler) : handler_(std::move(handler)) {}
 
     HRESULT STDMETHODCALLTYPE Update(IDispatch* object, IDispatch* progress) override {
-        handler_(ComPointer<IDiscFormat2Data>::From(object).Get(),
-                 ComPointer<IDiscFormat2DataEventArgs>::From(progress).Get());
-        return S_OK;
+        return Told([&] {
+            handler_(ComPointer<IDiscFormat2Data>::From(object).Get(),
+                     ComPointer<IDiscFormat2DataEventArgs>::From(progress).Get());
+        });
     }
 
   private:
@@ -63,8 +75,7 @@ class EraseSink : public DiscSinkBase<DDiscFormat2EraseEvents, 3> {
     explicit EraseSink(Handler handler) : handler_(std::move(handler)) {}
 
     HRESULT STDMETHODCALLTYPE Update(IDispatch*, LONG elapsedSeconds, LONG estimatedSeconds) override {
-        handler_(elapsedSeconds, estimatedSeconds);
-        return S_OK;
+        return Told([&] { handler_(elapsedSeconds, estimatedSeconds); });
     }
 
   private:

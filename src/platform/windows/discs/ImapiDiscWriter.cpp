@@ -102,31 +102,31 @@ void ImapiDiscWriter::AddFile(const std::wstring& path) {
     if (worker_) files_.push_back(path);
 }
 
-std::optional<int> ImapiDiscWriter::BeginOperation(DiscOperation operation) {
-    if (!worker_) return std::nullopt;
-    if (isBusy_) {
-        if (events_) events_->ErrorEx(DiscErrorBusy, {});
-        return std::nullopt;
-    }
-    if (Presence() == DiscPresence::None || driveId_.empty()) {
-        if (events_) events_->ErrorEx(DiscErrorNoDisc, {});
-        return std::nullopt;
-    }
+bool ImapiDiscWriter::MayBegin() {
+    if (!worker_) return false;
+    const bool isWithoutDisc = Presence() == DiscPresence::None || driveId_.empty();
+    if (!isBusy_ && !isWithoutDisc) return true;
+    if (events_) events_->ErrorEx(isBusy_ ? DiscErrorBusy : DiscErrorNoDisc, {});
+    return false;
+}
+
+void ImapiDiscWriter::Follow(DiscOperation operation) {
     progress_ = {operation, WritingStage::FillingBuffer, 0};
     isBusy_ = true;
-    running_ = ++lastOperation_;
-    return running_;
+    running_ = lastOperation_;
 }
 
 void ImapiDiscWriter::StartWrite() {
-    BurnJob job{std::move(files_), label_, speed_};
-    files_.clear();
-    if (const auto operation = BeginOperation(DiscOperation::Preparing))
-        worker_->StartWrite(*operation, std::move(job));
+    BurnJob job{std::exchange(files_, {}), label_, speed_};
+    if (!MayBegin()) return;
+    worker_->StartWrite(++lastOperation_, std::move(job));
+    Follow(DiscOperation::Preparing);
 }
 
 void ImapiDiscWriter::Erase(bool isQuick) {
-    if (const auto operation = BeginOperation(DiscOperation::EraseInProgress)) worker_->StartErase(*operation, isQuick);
+    if (!MayBegin()) return;
+    worker_->StartErase(++lastOperation_, isQuick);
+    Follow(DiscOperation::EraseInProgress);
 }
 
 void ImapiDiscWriter::Abort() {

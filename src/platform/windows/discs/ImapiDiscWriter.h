@@ -50,8 +50,10 @@ class ImapiDiscWriter final : public DiscWriter {
     void OnDrivesListed(const DiscEvent& event);
     void OnDriveRead(const DiscEvent& event);
     void OnOperationEnded(const DiscEvent& event);
-    /// The number of a new operation; nothing when it is refused, which the window has then been told.
-    std::optional<int> BeginOperation(DiscOperation operation);
+    /// Whether an operation may begin; when it is refused, the window has been told.
+    bool MayBegin();
+    /// The worker has taken the last operation over.
+    void Follow(DiscOperation operation);
     void SelectDrive(const std::wstring& id);
     void TakeList(const DiscEvent& event);
     /// Gives whether the disc is another one than before.

@@ -5,6 +5,7 @@
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/discs/ImapiBurn.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -13,6 +14,7 @@ namespace {
 constexpr DWORD LookMilliseconds = 1000;
 constexpr DWORD SettlingLookMilliseconds = 250;
 constexpr DWORD ListMilliseconds = 3000;
+constexpr DWORD RetryMilliseconds = 50;
 /// How long a drive may take to become ready after it has written or erased.
 constexpr DWORD SettleMilliseconds = 20000;
 
@@ -96,12 +98,14 @@ void ImapiWorker::Enqueue(std::function<void()> command) {
     SetEvent(wake_.Get());
 }
 
-std::function<void()> ImapiWorker::NextCommand() {
+std::function<void()>* ImapiWorker::FirstCommand() {
     std::lock_guard lock(mutex_);
-    if (commands_.empty()) return nullptr;
-    auto command = std::move(commands_.front());
+    return commands_.empty() ? nullptr : &commands_.front();
+}
+
+void ImapiWorker::DropFirstCommand() {
+    std::lock_guard lock(mutex_);
     commands_.pop_front();
-    return command;
 }
 
 void ImapiWorker::SelectDrive(const std::wstring& id, int selection) {
@@ -122,7 +126,10 @@ void ImapiWorker::Start(int operation, DiscOperation kind, Operation run) {
         queue_.Post(std::move(event));
     };
     latest_ = std::make_shared<OperationWatch>(DiscProgress{kind, WritingStage::FillingBuffer, -1}, tell);
-    Enqueue([this, operation, watch = latest_, run = std::move(run)] { RunOperation(operation, watch, run); });
+    Enqueue([this, operation, watch = latest_, run = std::move(run), result = std::optional<HRESULT>()]() mutable {
+        if (!result) result = ResultOf(run, watch);
+        TellEnd(operation, *result);
+    });
 }
 
 void ImapiWorker::StartWrite(int operation, BurnJob job) {
@@ -141,31 +148,45 @@ void ImapiWorker::Run() {
     {
         const ComApartment apartment;
         SuppressDiskBoxes();
-        list_.Refresh();
-        TellDrives();
         while (!isEndRequested_) {
-            if (auto command = NextCommand())
-                command();
-            else if (WaitForSingleObject(wake_.Get(), settleEnd_ != 0 ? SettlingLookMilliseconds : LookMilliseconds) ==
-                     WAIT_TIMEOUT)
-                Look();
+            try {
+                TakeStep();
+            } catch (const std::bad_alloc&) {
+                // The step is taken again when there may be memory; what was read by half of it is not known.
+                if (drive_) drive_->Forget();
+                Sleep(RetryMilliseconds);
+            }
         }
         drive_.reset();
     }
     SetEvent(ended_.Get());
 }
 
-void ImapiWorker::Look() {
-    ReadDrive(false);
-    if (GetTickCount64() - listedTick_ < ListMilliseconds) return;
-    if (list_.Refresh())
-        TellDrives();
-    else
-        listedTick_ = GetTickCount64();
+void ImapiWorker::TakeStep() {
+    if (mustTellDrives_) {
+        LookForDrives();
+    } else if (auto* command = FirstCommand()) {
+        (*command)();
+        DropFirstCommand();
+    } else if (WaitForSingleObject(wake_.Get(), MillisecondsToNextLook()) == WAIT_TIMEOUT) {
+        isLookDue_ = false;
+        ReadDrive(false);
+        if (GetTickCount64() - listedTick_ >= ListMilliseconds) LookForDrives();
+    }
+}
+
+DWORD ImapiWorker::MillisecondsToNextLook() const {
+    if (isLookDue_) return 0;
+    return settleEnd_ != 0 ? SettlingLookMilliseconds : LookMilliseconds;
+}
+
+void ImapiWorker::LookForDrives() {
+    if (list_.Refresh()) mustTellDrives_ = true;
+    if (mustTellDrives_) TellDrives();
+    listedTick_ = GetTickCount64();
 }
 
 void ImapiWorker::TellDrives() {
-    listedTick_ = GetTickCount64();
     DiscEvent event;
     event.kind = DiscEvent::Kind::DrivesListed;
     event.result = FAILED(list_.Result()) ? list_.Result() : S_OK;
@@ -174,6 +195,7 @@ void ImapiWorker::TellDrives() {
         event.ids.push_back(drive.id);
     }
     queue_.Post(std::move(event));
+    mustTellDrives_ = false;
 }
 
 void ImapiWorker::ReadDrive(bool isAsked) {
@@ -184,26 +206,36 @@ void ImapiWorker::ReadDrive(bool isAsked) {
         if (isSettling && !isAsked && !drive_->HasAnswered() && GetTickCount64() < settleEnd_) return;
     }
     if (!isAsked && !isSettling && snapshot == told_) return;
-    told_ = snapshot;
-    settleEnd_ = 0;
     DiscEvent event;
     event.kind = DiscEvent::Kind::DriveRead;
     event.selection = selection_;
     event.snapshot = snapshot;
     event.isAfterOperation = isSettling;
     queue_.Post(std::move(event));
+    told_ = std::move(snapshot);
+    settleEnd_ = 0;
 }
 
-void ImapiWorker::RunOperation(int operation, const std::shared_ptr<OperationWatch>& watch, const Operation& run) {
+HRESULT ImapiWorker::ResultOf(const Operation& run, const std::shared_ptr<OperationWatch>& watch) {
+    HRESULT result = static_cast<HRESULT>(Mastering::RequestCancelled);
+    try {
+        if (!watch->IsStopRequested()) result = run(watch);
+    } catch (const std::bad_alloc&) {
+        result = E_OUTOFMEMORY;
+    }
+    watch->End();
+    return result;
+}
+
+void ImapiWorker::TellEnd(int operation, HRESULT result) {
     DiscEvent event;
     event.kind = DiscEvent::Kind::OperationEnded;
     event.operation = operation;
-    event.result = watch->IsStopRequested() ? static_cast<HRESULT>(Mastering::RequestCancelled) : run(watch);
-    watch->End();
-    if (FAILED(event.result)) event.text = TextOfFailure(event.result);
+    event.result = result;
+    if (FAILED(result)) event.text = TextOfFailure(result);
     queue_.Post(std::move(event));
     // The window is told first: a drive may take its time before it answers again.
     settleEnd_ = GetTickCount64() + SettleMilliseconds;
     if (drive_) drive_->Forget();
-    ReadDrive(false);
+    isLookDue_ = true;
 }

@@ -41,13 +41,19 @@ class ImapiWorker {
     using Operation = std::function<HRESULT(const std::shared_ptr<OperationWatch>&)>;
 
     void Run();
-    void Look();
+    /// May fail for want of memory before anything is told of it, and is then taken again.
+    void TakeStep();
+    DWORD MillisecondsToNextLook() const;
+    void LookForDrives();
     void TellDrives();
     void Enqueue(std::function<void()> command);
-    std::function<void()> NextCommand();
+    /// The command that waits longest; null when none does. It stays where it is until it is dropped.
+    std::function<void()>* FirstCommand();
+    void DropFirstCommand();
     void ReadDrive(bool isAsked);
     void Start(int operation, DiscOperation kind, Operation run);
-    void RunOperation(int operation, const std::shared_ptr<OperationWatch>& watch, const Operation& run);
+    static HRESULT ResultOf(const Operation& run, const std::shared_ptr<OperationWatch>& watch);
+    void TellEnd(int operation, HRESULT result);
 
     DiscFamily family_;
     DiscEventQueue& queue_;
@@ -60,11 +66,13 @@ class ImapiWorker {
 
     // Touched by the thread only.
     ImapiDriveList list_;
+    bool mustTellDrives_ = true;
     ULONGLONG listedTick_ = 0;
     std::unique_ptr<ImapiDrive> drive_;
     int selection_ = 0;
     DriveSnapshot told_;
     ULONGLONG settleEnd_ = 0; ///< until when the disc that an operation left may be awaited; 0 when none is
+    bool isLookDue_ = false;  ///< at once
 
     std::thread thread_;
 };
