@@ -25,6 +25,7 @@ FAILED_COPY = ("La copie de sécurité a été annulée ou a rencontré des erre
 # The package 7zip names its program so or so, by release.
 SEVEN_ZIP = shutil.which("7zz") or "7z"
 SAME_LOOKS = 15
+MOST_ROUNDS = 4
 
 
 def run_check(station, folder, *arguments, password=PASSWORD, seconds=120):
@@ -84,6 +85,17 @@ class SystemTest(ProgramEnd, unittest.TestCase):
 
         program.wait(is_settled, f"the same usage {SAME_LOOKS} times")
         return seen[-1]
+
+    def assert_a_round_leaves_nothing(self, program, play):
+        """Plays the same round until one leaves no handle, GDI or user object. What the process keeps for good comes once,
+        and perhaps late; what a round leaves comes each time."""
+        held = [self.settled_usage(program)]
+        for _ in range(MOST_ROUNDS):
+            play()
+            held.append(self.settled_usage(program))
+            if all(now <= then for then, now in zip(held[-2], held[-1], strict=True)):
+                return
+        self.fail(f"handles, GDI and user objects before and after each round: {held}")
 
     def words(self, french):
         """A text of the program in the language of this round."""
