@@ -9,7 +9,7 @@ constexpr std::size_t MostFindings = 5000;
 bool IsFault(FileFinding::What what) {
     using What = FileFinding::What;
     return what == What::Damaged || what == What::BrokenOff || what == What::Unreadable || what == What::TooLong ||
-           what == What::Refused || what == What::Absent;
+           what == What::Refused || what == What::Absent || what == What::NotWritten;
 }
 
 template<typename Amount>

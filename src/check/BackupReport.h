@@ -4,6 +4,7 @@
 #include "check/BackupWalk.h"
 #include "check/PackedText.h"
 #include "check/Rare.h"
+#include "platform/RuntimeError.h"
 
 #include <cstdint>
 #include <deque>
@@ -39,6 +40,8 @@ struct FileFinding {
         Older,   ///< on this computer it is older than in the backup
         Differs,
         AddedSince, ///< on this computer only, and made after the backup
+        NotWritten, ///< not recovered, for the reason whose run-time number is in `at`
+        NotMarked,  ///< recovered without its times or attributes, for such a reason
     };
     What what = What::Damaged;
     std::wstring file;
@@ -106,7 +109,7 @@ struct BackupReport {
     WalkOutcome walk;
     PackedTexts texts;                   ///< those of the items
     std::deque<ItemReport> items;        ///< each stays where it is in memory, also when the report is moved
-    std::optional<std::wstring> failure; ///< why the work ended
+    std::optional<RuntimeError> failure; ///< why the work ended
     std::uint64_t neededBytes = 0;       ///< at least, for a recovery without room
     std::uint64_t freeBytes = 0;
 

@@ -122,8 +122,9 @@ std::wstring PasswordIn(std::string_view bytes) {
     return isUtf8 ? FromUtf8(bytes) : FromAnsi(bytes);
 }
 
-int RunCommand(FileStore& files, Console& console, const Texts& texts, const std::vector<std::wstring>& words,
+int RunCommand(FileStore& files, Console& console, const NumberWords& numbers, const std::vector<std::wstring>& words,
                const std::wstring& profileFolder) {
+    const Texts& texts = numbers.texts;
     auto understood = ReadCommand(words);
     if (const auto* fault = std::get_if<CommandFault>(&understood)) {
         console.Line(Filled(texts(fault->text), {fault->word}));
@@ -136,7 +137,7 @@ int RunCommand(FileStore& files, Console& console, const Texts& texts, const std
         try {
             RequireOffBackup(files, ArchiveAt(files, command.request.place), *command.reportFile, texts);
         } catch (const RuntimeError& error) {
-            console.Line(Filled(texts(TextId::CheckReportNotWritten), {error.Description()}));
+            console.Line(Filled(texts(TextId::CheckReportNotWritten), {FailureWords(error, texts)}));
             return CannotReadOrWrite;
         }
     }
@@ -146,19 +147,19 @@ int RunCommand(FileStore& files, Console& console, const Texts& texts, const std
             command.request.password =
                 PasswordIn(isInput ? console.Input() : ReadSmallFile(files, *command.passwordFile));
         } catch (const RuntimeError& error) {
-            console.Line(Filled(texts(TextId::CheckPasswordUnreadable), {error.Description()}));
+            console.Line(Filled(texts(TextId::CheckPasswordUnreadable), {FailureWords(error, texts)}));
             return CannotReadOrWrite;
         }
     }
     CheckHooks hooks;
     hooks.isStopped = [&console] { return console.IsStopAsked(); };
     const BackupReport report = RunCheck(files, command.request, hooks);
-    TellReport(report, texts, [&](const std::wstring& line) { console.Line(line); });
+    TellReport(report, numbers, [&](const std::wstring& line) { console.Line(line); });
     if (!command.reportFile) return report.ExitCode();
     try {
-        WriteReport(files, report, *command.reportFile, texts);
+        WriteReport(files, report, *command.reportFile, numbers);
     } catch (const RuntimeError& error) {
-        console.Line(Filled(texts(TextId::CheckReportNotWritten), {error.Description()}));
+        console.Line(Filled(texts(TextId::CheckReportNotWritten), {FailureWords(error, texts)}));
         return CannotReadOrWrite;
     }
     return report.ExitCode();

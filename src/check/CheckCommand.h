@@ -27,5 +27,5 @@ std::variant<CheckCommand, CommandFault> ReadCommand(const std::vector<std::wstr
 std::wstring PasswordIn(std::string_view bytes);
 
 /// Does what the words ask for and gives the exit code of the program.
-int RunCommand(FileStore& files, Console& console, const Texts& texts, const std::vector<std::wstring>& words,
+int RunCommand(FileStore& files, Console& console, const NumberWords& numbers, const std::vector<std::wstring>& words,
                const std::wstring& profileFolder);

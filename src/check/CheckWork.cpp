@@ -75,21 +75,21 @@ class CheckWork {
         } catch (const Stopped&) {
             report_.verdict = Verdict::Stopped;
         } catch (const MediumLost& lost) {
-            Fail(Verdict::Unreadable, lost.error.Description());
+            Fail(Verdict::Unreadable, lost.error);
         } catch (const RuntimeError& error) {
             const bool isFull = error.Number() == static_cast<std::int32_t>(ErrorNumber::DiskFull);
-            Fail(isWriting_ ? isFull ? Verdict::NoRoom : Verdict::NotWritable : Verdict::Unreadable,
-                 error.Description());
+            if (isFull && isWriting_) MeasureRoom();
+            Fail(isWriting_ ? isFull ? Verdict::NoRoom : Verdict::NotWritable : Verdict::Unreadable, error);
         } catch (const std::bad_alloc&) {
-            Fail(Verdict::Unreadable, DescriptionOf(static_cast<std::int32_t>(ErrorNumber::OutOfMemory)));
+            Fail(Verdict::Unreadable, RuntimeError(ErrorNumber::OutOfMemory));
         }
         return std::move(report_);
     }
 
   private:
-    void Fail(Verdict verdict, std::wstring reason) {
+    void Fail(Verdict verdict, const RuntimeError& error) {
         report_.verdict = verdict;
-        report_.failure = std::move(reason);
+        report_.failure = error;
     }
 
     void Work() {
@@ -172,8 +172,17 @@ class CheckWork {
         report_.target = WithoutBackslash(files_.FullPath(*request_.target));
         report_.isTargetOnMedium = IsOnMedium(files_, report_.archive, report_.target);
         if (!report_.isTargetOnMedium) return true;
-        Fail(Verdict::NotWritable, DescriptionOf(static_cast<std::int32_t>(ErrorNumber::PermissionDenied)));
+        Fail(Verdict::NotWritable, RuntimeError(ErrorNumber::PermissionDenied));
         return false;
+    }
+
+    /// What was free at the beginning is not any more.
+    void MeasureRoom() {
+        try {
+            report_.freeBytes = files_.FreeBytes(report_.target);
+        } catch (const RuntimeError&) {
+            report_.freeBytes = 0;
+        }
     }
 
     /// A backup is compressed, so its size is the least that its files take.

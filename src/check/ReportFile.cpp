@@ -15,9 +15,9 @@ constexpr int MostNumbers = 1000;
 
 constexpr std::size_t PieceBytes = 65536;
 
-void WriteAsText(const BackupReport& report, const Texts& texts, NewFile& file) {
+void WriteAsText(const BackupReport& report, const NumberWords& words, NewFile& file) {
     std::string piece(Utf8Mark);
-    TellReport(report, texts, [&](const std::wstring& line) {
+    TellReport(report, words, [&](const std::wstring& line) {
         piece += ToUtf8(line) + "\r\n";
         if (piece.size() < PieceBytes) return;
         file.Write(piece);
@@ -77,10 +77,10 @@ void RequireOffBackup(const FileStore& files, const std::wstring& archive, const
     if (IsPartOfBackup(files, archive, path)) throw RuntimeError(ErrorNumber::PermissionDenied);
 }
 
-void WriteReport(FileStore& files, const BackupReport& report, const std::wstring& path, const Texts& texts) {
-    RequireOffBackup(files, report.archive, path, texts);
+void WriteReport(FileStore& files, const BackupReport& report, const std::wstring& path, const NumberWords& words) {
+    RequireOffBackup(files, report.archive, path, words.texts);
     WriteWhole(files, path, [&](NewFile& file) {
-        if (IsTextReport(path)) return WriteAsText(report, texts, file);
+        if (IsTextReport(path)) return WriteAsText(report, words, file);
         TellReportAsJson(report, [&](std::string_view piece) { file.Write(piece); });
     });
 }

@@ -14,9 +14,9 @@ constexpr std::array<const char*, 12> Verdicts = {
 constexpr std::array<const char*, 11> ItemVerdicts = {"whole",     "damaged",          "damagedWhenSaved", "cut",
                                                       "empty",     "directoryDamaged", "locked",           "missing",
                                                       "notListed", "otherBackup",      "notChecked"};
-constexpr std::array<const char*, 11> FindingKinds = {"damaged", "brokenOff", "unreadable", "tooLong",
-                                                      "refused", "keptAs",    "absent",     "newer",
-                                                      "older",   "differs",   "addedSince"};
+constexpr std::array<const char*, 13> FindingKinds = {"damaged",    "brokenOff",  "unreadable", "tooLong", "refused",
+                                                      "keptAs",     "absent",     "newer",      "older",   "differs",
+                                                      "addedSince", "notWritten", "notMarked"};
 constexpr std::array<std::pair<RowProblem, const char*>, 6> Problems = {{
     {RowProblem::Comma, "comma"},
     {RowProblem::LostLetters, "lostLetters"},
@@ -116,6 +116,7 @@ void Write(Json& json, const FileFinding& finding) {
     json.Field("file", finding.file);
     json.Field("what", std::string_view(FindingKinds[static_cast<std::size_t>(finding.what)]));
     if (finding.what == FileFinding::What::BrokenOff) json.Field("wholeBytes", finding.at);
+    if (HasNumber(finding.what)) json.Field("error", finding.at);
     if (!finding.other.empty()) json.Field("path", finding.other);
     json.Close('}');
 }
@@ -169,7 +170,7 @@ void TellReportAsJson(const BackupReport& report, const std::function<void(std::
     json.Flag("compared", report.isComparison);
     json.Field("verdict", std::string_view(Verdicts[static_cast<std::size_t>(report.verdict)]));
     json.Field("exitCode", static_cast<std::uint64_t>(report.ExitCode()));
-    json.Field("failure", report.failure.value_or(L""));
+    json.Field("failure", report.failure ? report.failure->Description() : std::wstring());
     json.Field("list", ListState(report));
     json.Field("password", PasswordState(report));
     if (report.isRecovery) json.Field("target", report.target);

@@ -1,5 +1,6 @@
 #include "check/ReportWords.h"
 
+#include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 
 #include <array>
@@ -14,6 +15,18 @@ constexpr std::array<std::pair<RowProblem, TextId>, 6> Problems = {{
     {RowProblem::SharedMailStore, TextId::CheckProblemSharedMailStore},
     {RowProblem::TooLong, TextId::CheckProblemTooLong},
     {RowProblem::NotRestorable, TextId::CheckProblemNotRestorable},
+}};
+
+constexpr std::array<std::pair<ErrorNumber, TextId>, 9> Failures = {{
+    {ErrorNumber::Overflow, TextId::FailedTooLarge},
+    {ErrorNumber::BadFileName, TextId::FailedFileName},
+    {ErrorNumber::FileNotFound, TextId::FailedFileNotFound},
+    {ErrorNumber::DeviceIoError, TextId::FailedDevice},
+    {ErrorNumber::DiskFull, TextId::FailedDiskFull},
+    {ErrorNumber::PermissionDenied, TextId::FailedPermission},
+    {ErrorNumber::DiskNotReady, TextId::FailedDiskNotReady},
+    {ErrorNumber::PathFileAccessError, TextId::FailedAccess},
+    {ErrorNumber::PathNotFound, TextId::FailedPathNotFound},
 }};
 
 std::wstring Amount(std::uint64_t value) {
@@ -43,28 +56,26 @@ void AddReason(const std::string& reason, const Texts& texts, std::vector<std::w
 
 } // namespace
 
-std::wstring Filled(std::wstring text, const std::vector<std::wstring>& values) {
-    // Parted first: a value may hold what looks like a place for another one.
-    std::wstring filled;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const std::size_t value =
-            at + 1 < text.size() && text[at] == L'%' && text[at + 1] >= L'1' && text[at + 1] <= L'9'
-                ? static_cast<std::size_t>(text[at + 1] - L'1')
-                : values.size();
-        if (value < values.size()) {
-            filled += values[value];
-            ++at;
-        } else {
-            filled += text[at];
-        }
+std::wstring FailureWords(const RuntimeError& error, const Texts& texts) {
+    for (const auto& [number, text] : Failures) {
+        const auto plain = static_cast<std::int32_t>(number);
+        // A description of its own says more, and is in the user's language already.
+        if (error.Number() == plain && error.Description() == DescriptionOf(plain)) return texts(text);
     }
-    return filled;
+    return error.Description();
 }
 
-std::wstring VerdictSentence(const BackupReport& report, const Texts& texts) {
-    return Filled(texts(TextOf(report)),
-                  {Amount(report.FaultyItems()), Amount(report.items.size()), report.failure.value_or(L""),
-                   Amount(report.neededBytes), Amount(report.freeBytes)});
+std::wstring VerdictSentence(const BackupReport& report, const NumberWords& words) {
+    std::wstring needed = words.Size(report.neededBytes);
+    std::wstring there = words.Size(report.freeBytes);
+    // What lacks little looks the same in a large unit.
+    if (needed == there) {
+        needed = Filled(words.texts(TextId::CheckBytes), {words.Count(report.neededBytes)});
+        there = Filled(words.texts(TextId::CheckBytes), {words.Count(report.freeBytes)});
+    }
+    return Filled(words.texts(TextOf(report)),
+                  {Amount(report.FaultyItems()), Amount(report.items.size()),
+                   report.failure ? FailureWords(*report.failure, words.texts) : std::wstring(), needed, there});
 }
 
 std::vector<std::wstring> Remarks(const BackupReport& report, const Texts& texts) {
@@ -103,9 +114,15 @@ std::vector<std::wstring> ProblemSentences(const ItemReport& item, const Texts& 
     return sentences;
 }
 
+bool HasNumber(FileFinding::What what) {
+    return what == FileFinding::What::NotWritten || what == FileFinding::What::NotMarked;
+}
+
 std::wstring FindingSentence(const FileFinding& finding, const Texts& texts) {
-    return Filled(texts(Behind(TextId::CheckFileDamaged, finding.what)),
-                  {finding.file, Amount(finding.at), finding.other});
+    const std::wstring other = HasNumber(finding.what)
+                                   ? FailureWords(RuntimeError(static_cast<ErrorNumber>(finding.at)), texts)
+                                   : finding.other;
+    return Filled(texts(Behind(TextId::CheckFileDamaged, finding.what)), {finding.file, Amount(finding.at), other});
 }
 
 std::vector<std::wstring> ItemLines(const ItemReport& item, const Texts& texts) {
@@ -123,25 +140,25 @@ std::vector<std::wstring> ItemLines(const ItemReport& item, const Texts& texts) 
     return lines;
 }
 
-std::vector<std::wstring> SummaryLines(const BackupReport& report, const Texts& texts) {
-    std::vector<std::wstring> lines = Remarks(report, texts);
-    AddReason(report.walk.reason, texts, lines);
+std::vector<std::wstring> SummaryLines(const BackupReport& report, const NumberWords& words) {
+    std::vector<std::wstring> lines = Remarks(report, words.texts);
+    AddReason(report.walk.reason, words.texts, lines);
     if (!report.items.empty())
-        lines.push_back(Filled(texts(TextId::CheckTotals),
+        lines.push_back(Filled(words.texts(TextId::CheckTotals),
                                {Amount(report.items.size()), Amount(report.Files()), Amount(report.Bytes())}));
     if (report.isRecovery && !report.items.empty())
-        lines.push_back(
-            Filled(texts(TextId::CheckRecovered), {Amount(report.RecoveredFiles()), Amount(report.PresentFiles())}));
-    lines.push_back(VerdictSentence(report, texts));
+        lines.push_back(Filled(words.texts(TextId::CheckRecovered),
+                               {Amount(report.RecoveredFiles()), Amount(report.PresentFiles())}));
+    lines.push_back(VerdictSentence(report, words));
     return lines;
 }
 
-void TellReport(const BackupReport& report, const Texts& texts,
+void TellReport(const BackupReport& report, const NumberWords& words,
                 const std::function<void(const std::wstring& line)>& tell) {
-    tell(Filled(texts(TextId::CheckBackupAt), {report.archive, Amount(report.archiveBytes)}));
-    if (!report.target.empty()) tell(Filled(texts(TextId::CheckRecoverTo), {report.target}));
+    tell(Filled(words.texts(TextId::CheckBackupAt), {report.archive, Amount(report.archiveBytes)}));
+    if (!report.target.empty()) tell(Filled(words.texts(TextId::CheckRecoverTo), {report.target}));
     for (const ItemReport& item : report.items) {
-        for (const std::wstring& line : ItemLines(item, texts)) tell(line);
+        for (const std::wstring& line : ItemLines(item, words.texts)) tell(line);
     }
-    for (const std::wstring& line : SummaryLines(report, texts)) tell(line);
+    for (const std::wstring& line : SummaryLines(report, words)) tell(line);
 }

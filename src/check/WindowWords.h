@@ -6,18 +6,6 @@
 
 #include <string>
 
-/// How numbers look to the user.
-struct NumberWords {
-    Texts texts;
-    std::wstring decimalSeparator;
-
-    /// A whole number, its thousands apart.
-    std::wstring Count(std::uint64_t value) const;
-    /// An amount of bytes in the unit that suits it.
-    std::wstring Size(std::uint64_t bytes) const;
-    std::wstring Duration(double seconds) const;
-};
-
 /// What an item has come to, in a word or two.
 std::wstring ShortVerdict(const ItemReport& item, const Texts& texts);
 

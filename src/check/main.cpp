@@ -8,6 +8,7 @@
 #include "core/StartUpValues.h"
 #include "core/UsbAnswer.h"
 #include "core/UserValues.h"
+#include "platform/Locale.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 #include "platform/windows/WindowsConsole.h"
@@ -96,6 +97,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     }
     WindowsFileStore files;
     WindowsConsole console;
-    const Texts texts = [&app](TextId id) { return app.Text(id); };
-    return RunCommand(files, console, texts, words, app.user->strProfilUtilisateur);
+    const NumberWords numbers{[&app](TextId id) { return app.Text(id); }, app.machine.locale->DecimalSeparator()};
+    return RunCommand(files, console, numbers, words, app.user->strProfilUtilisateur);
 }

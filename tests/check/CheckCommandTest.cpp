@@ -4,6 +4,7 @@
 #include "resources/TextId.h"
 #include "support/FakeConsole.h"
 #include "support/FakeFileStore.h"
+#include "support/FakeStringTable.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,10 @@ using Words = std::vector<std::wstring>;
 
 std::wstring NumberAsText(TextId id) {
     return L"#" + std::to_wstring(static_cast<int>(id)) + L" %1";
+}
+
+NumberWords Numbers() {
+    return {NumberAsText, L","};
 }
 
 /// Files in memory that count how often one of them is read.
@@ -55,6 +60,21 @@ TEST(CheckCommand, WrongUsageIsNamed) {
     EXPECT_EQ(FaultOf({L"/compare"}), TextId::CheckWorkMissing);
 }
 
+TEST(CheckCommand, TheUsageNamesEveryWordOfBothWorks) {
+    const FakeStringTable strings;
+    for (const int language : {0, 10000}) {
+        const std::wstring usage = strings.Load(static_cast<int>(TextId::CheckUsage) + language);
+        const std::wstring check = usage.substr(0, usage.find(L'\n'));
+        const std::wstring recover = usage.substr(check.size() + 1, usage.find(L'\n', check.size() + 1) - check.size());
+        EXPECT_NE(recover.find(L"/recover E:\\ /to D:\\"), std::wstring::npos);
+        for (const wchar_t* word : {L"[/password-file F]", L"[/compare]", L"[/report R.json]"}) {
+            EXPECT_NE(check.find(word), std::wstring::npos) << word;
+            EXPECT_NE(recover.find(word), std::wstring::npos) << word;
+        }
+    }
+    EXPECT_EQ(FaultOf({L"/recover", L"E:\\", L"/to", L"D:\\", L"/compare", L"/report", L"r"}), TextId::None);
+}
+
 TEST(CheckCommand, ThePasswordIsTheFirstLineWithoutItsEnd) {
     EXPECT_EQ(PasswordIn("Mot de passe \r\nmore"), L"Mot de passe ");
     EXPECT_EQ(PasswordIn("\xC9t\xE9\n"), L"Été");
@@ -69,12 +89,12 @@ TEST(CheckCommand, TheExitCodeAndTheReportTellTheSame) {
     FakeConsole console;
     console.input = "Valcoreaux1";
     const Words words = {L"/check", L"E:\\", L"/password-file", L"-", L"/report", L"D:\\r.json"};
-    EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 0);
+    EXPECT_EQ(RunCommand(files, console, Numbers(), words, {}), 0);
     const std::string report = files.BytesOf(L"D:\\r.json").value_or("");
     EXPECT_NE(report.find("\"verdict\":\"good\""), std::string::npos) << report;
     EXPECT_NE(report.find("\"exitCode\":0"), std::string::npos);
     console.input = "wrong";
-    EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 2);
+    EXPECT_EQ(RunCommand(files, console, Numbers(), words, {}), 2);
     EXPECT_NE(files.BytesOf(L"D:\\r.json")->find("\"exitCode\":2"), std::string::npos);
 }
 
@@ -82,9 +102,14 @@ TEST(CheckCommand, APasswordFileThatIsNotThereAndAReportOverTheBackupEndWithFour
     FakeFileStore files;
     files.Add(L"E:\\OKRBACKUP.ZIP", BuildBackup({{{"a.txt", "premier"}}}, "Valcoreaux1"));
     FakeConsole console;
-    EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/password-file", L"D:\\no"}, {}), 4);
-    EXPECT_EQ(RunCommand(files, console, NumberAsText, {L"/check", L"E:\\", L"/report", L"E:\\OKRBACKUP.ZIP"}, {}), 4);
-    EXPECT_EQ(RunCommand(files, console, NumberAsText, {}, {}), 5);
+    EXPECT_EQ(RunCommand(files, console, Numbers(), {L"/check", L"E:\\", L"/password-file", L"D:\\no"}, {}), 4);
+    EXPECT_EQ(RunCommand(files, console, Numbers(), {L"/check", L"E:\\", L"/report", L"E:\\OKRBACKUP.ZIP"}, {}), 4);
+    EXPECT_EQ(RunCommand(files, console, Numbers(), {}, {}), 5);
+    const auto reason = [](TextId text, TextId why) {
+        return L"#" + std::to_wstring(static_cast<int>(text)) + L" " + NumberAsText(why);
+    };
+    EXPECT_EQ(console.lines.at(0), reason(TextId::CheckPasswordUnreadable, TextId::FailedFileNotFound));
+    EXPECT_EQ(console.lines.at(1), reason(TextId::CheckReportNotWritten, TextId::CheckTargetOnMedium));
 }
 
 TEST(CheckCommand, AReportOnTheMediumIsRefusedBeforeAnythingIsRead) {
@@ -98,9 +123,10 @@ TEST(CheckCommand, AReportOnTheMediumIsRefusedBeforeAnythingIsRead) {
          {Words{L"/check", L"E:\\", L"/password-file", L"D:\\secret.txt", L"/report", L"E:\\r.json"},
           Words{L"/recover", L"E:", L"/to", L"D:\\Cible", L"/report", L"e:\\r.txt"},
           Words{L"/check", L"D:\\copie", L"/report", L"D:\\copie\\_listFich.lst"}})
-        EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 4);
+        EXPECT_EQ(RunCommand(files, console, Numbers(), words, {}), 4);
     EXPECT_EQ(files.opened, 0);
-    EXPECT_EQ(console.lines.size(), 3u) << "why, and nothing else";
+    ASSERT_EQ(console.lines.size(), 3u) << "why, and nothing else";
+    EXPECT_EQ(console.lines[2], L"#1178 " + NumberAsText(TextId::FailedPermission));
 }
 
 TEST(CheckCommand, AWorkThatIsBrokenOffFromTheConsoleIsReportedAsStopped) {
@@ -110,6 +136,6 @@ TEST(CheckCommand, AWorkThatIsBrokenOffFromTheConsoleIsReportedAsStopped) {
     console.input = "Valcoreaux1";
     console.isStopAsked = true;
     const Words words = {L"/check", L"E:\\", L"/password-file", L"-", L"/report", L"D:\\r.json"};
-    EXPECT_EQ(RunCommand(files, console, NumberAsText, words, {}), 4);
+    EXPECT_EQ(RunCommand(files, console, Numbers(), words, {}), 4);
     EXPECT_NE(files.BytesOf(L"D:\\r.json").value_or("").find("\"verdict\":\"stopped\""), std::string::npos);
 }

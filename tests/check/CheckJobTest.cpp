@@ -150,35 +150,35 @@ TEST_F(CheckJobTest, APartKeepsThePlacesOfItsItems) {
 TEST_F(CheckJobTest, AReportNeverTakesThePlaceOfWhatItIsAbout) {
     BackupReport report;
     report.archive = L"E:\\OKRBACKUP.ZIP";
-    const Texts texts = [](TextId) { return std::wstring(L"x"); };
+    const NumberWords words{[](TextId) { return std::wstring(L"x"); }, L","};
     const std::vector<std::wstring> before = files->Paths();
     for (const wchar_t* path : {L"E:\\okrbackup.zip", L"E:\\_listFich.lst", L"E:\\rapport.txt", L"e:\\sous\\r.json"})
-        EXPECT_THROW(WriteReport(*files, report, path, texts), RuntimeError) << path;
+        EXPECT_THROW(WriteReport(*files, report, path, words), RuntimeError) << path;
     EXPECT_EQ(files->Paths(), before);
     files->Add(L"D:\\copie\\OKRBACKUP.ZIP", "archive");
     files->Add(L"D:\\copie\\_listFich.lst", "liste");
     report.archive = L"D:\\copie\\OKRBACKUP.ZIP";
     for (const wchar_t* path : {L"D:\\copie\\okrbackup.zip", L"D:\\copie\\_listFich.lst"})
-        EXPECT_THROW(WriteReport(*files, report, path, texts), RuntimeError) << path;
-    WriteReport(*files, report, L"D:\\copie\\rapport.txt", texts);
+        EXPECT_THROW(WriteReport(*files, report, path, words), RuntimeError) << path;
+    WriteReport(*files, report, L"D:\\copie\\rapport.txt", words);
     EXPECT_EQ(files->BytesOf(L"D:\\copie\\rapport.txt").value_or("").substr(0, 3), "\xEF\xBB\xBF");
-    WriteReport(*files, report, L"D:\\copie\\rapport.json", texts);
+    WriteReport(*files, report, L"D:\\copie\\rapport.json", words);
     EXPECT_EQ(files->BytesOf(L"D:\\copie\\rapport.json").value_or("").substr(0, 1), "{");
 }
 
 TEST_F(CheckJobTest, AReportReplacesOnlyTheFileOfItsNameAndOnlyWhenItIsWhole) {
     BackupReport report;
     report.archive = L"E:\\OKRBACKUP.ZIP";
-    const Texts texts = [](TextId) { return std::wstring(L"x"); };
+    const NumberWords words{[](TextId) { return std::wstring(L"x"); }, L","};
     files->Add(L"D:\\r.json", "ancien");
     files->Add(L"D:\\r.json.new", "à moi");
     const std::vector<std::wstring> before = files->Paths();
     files->freeBytes = 10;
-    EXPECT_THROW(WriteReport(*files, report, L"D:\\r.json", texts), RuntimeError);
+    EXPECT_THROW(WriteReport(*files, report, L"D:\\r.json", words), RuntimeError);
     EXPECT_EQ(files->BytesOf(L"D:\\r.json"), "ancien");
     EXPECT_EQ(files->Paths(), before) << "nothing half is left";
     files->freeBytes = 100000;
-    WriteReport(*files, report, L"D:\\r.json", texts);
+    WriteReport(*files, report, L"D:\\r.json", words);
     EXPECT_EQ(files->BytesOf(L"D:\\r.json").value_or("").substr(0, 1), "{");
     EXPECT_EQ(files->BytesOf(L"D:\\r.json.new"), "à moi");
     EXPECT_EQ(files->Paths(), before);

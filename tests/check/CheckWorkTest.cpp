@@ -170,7 +170,6 @@ TEST_F(CheckWorkTest, RecoveredFilesStandUnderTheirDriveLetter) {
     EXPECT_EQ(report.ExitCode(), 0) << ReportJson(report);
     EXPECT_EQ(files.BytesOf(L"D:\\Cible\\C\\Docs\\a.txt"), "premier");
     EXPECT_EQ(files.BytesOf(L"D:\\Cible\\C\\Docs\\Dossier\\b.bin"), Noise(5000));
-    EXPECT_NE(files.Find(L"D:\\Cible\\C\\Docs\\a.txt")->times.written, 0u);
 }
 
 TEST_F(CheckWorkTest, NothingIsOverwritten) {
@@ -228,7 +227,7 @@ TEST_F(CheckWorkTest, NothingIsRecoveredOntoTheMediumHoweverItIsNamed) {
         EXPECT_EQ(report.verdict, Verdict::NotWritable) << place;
         EXPECT_EQ(report.ExitCode(), 4);
         const Texts numbers = [](TextId id) { return std::to_wstring(static_cast<int>(id)); };
-        EXPECT_EQ(VerdictSentence(report, numbers), numbers(TextId::CheckTargetOnMedium));
+        EXPECT_EQ(VerdictSentence(report, {numbers, L","}), numbers(TextId::CheckTargetOnMedium));
     }
     EXPECT_EQ(files.Paths().size(), 2u);
     EXPECT_FALSE(files.Find(L"E:\\Cible"));

@@ -2,9 +2,12 @@
 #include "core/Application.h"
 #include "platform/CodePages.h"
 #include "resources/TextId.h"
+#include "support/FakeStringTable.h"
 #include "support/ReportTexts.h"
 
 #include <gmock/gmock.h>
+
+#include <set>
 
 namespace {
 
@@ -16,8 +19,17 @@ std::wstring Numbered(TextId id) {
     return std::to_wstring(static_cast<int>(id)) + L"(%1;%2;%3;%4;%5)";
 }
 
+NumberWords Wording() {
+    return {Numbered, L","};
+}
+
 std::wstring Sentence(TextId id, int behind, const std::wstring& values) {
     return std::to_wstring(static_cast<int>(id) + behind) + L"(" + values + L")";
+}
+
+/// An amount below a kilobyte.
+std::wstring Bytes(const std::wstring& amount) {
+    return Sentence(TextId::CheckBytes, 0, amount + L";%2;%3;%4;%5");
 }
 
 BackupReport GoodReport() {
@@ -62,29 +74,34 @@ TEST(ReportText, PlacesInATextAreFilledOnceAndWhatIsNoneStays) {
 
 TEST(ReportText, EveryVerdictHasItsSentence) {
     BackupReport report = GoodReport();
-    report.failure = L"why";
+    report.failure = RuntimeError(1, L"why");
     report.neededBytes = 11;
     report.freeBytes = 7;
     for (int verdict = 0; verdict <= static_cast<int>(Verdict::Stopped); ++verdict) {
         report.verdict = static_cast<Verdict>(verdict);
         if (report.verdict == Verdict::Faulty) continue;
-        EXPECT_EQ(VerdictSentence(report, Numbered), Sentence(TextId::CheckGood, verdict, L"0;0;why;11;7")) << verdict;
+        EXPECT_EQ(VerdictSentence(report, Wording()),
+                  Sentence(TextId::CheckGood, verdict, L"0;0;why;" + Bytes(L"11") + L";" + Bytes(L"7")))
+            << verdict;
     }
     report.verdict = Verdict::Good;
     report.isRecovery = true;
-    EXPECT_EQ(VerdictSentence(report, Numbered), Sentence(TextId::CheckGoodRecovery, 0, L"0;0;why;11;7"));
+    EXPECT_EQ(VerdictSentence(report, Wording()),
+              Sentence(TextId::CheckGoodRecovery, 0, L"0;0;why;" + Bytes(L"11") + L";" + Bytes(L"7")));
 }
 
 TEST(ReportText, AFaultIsInTheItemsOrAroundThem) {
     BackupReport report = GoodReport();
     report.verdict = Verdict::Faulty;
     report.items = {WholeItem()};
-    EXPECT_EQ(VerdictSentence(report, Numbered), Sentence(TextId::CheckFaultyAround, 0, L"0;1;;0;0"));
+    EXPECT_EQ(VerdictSentence(report, Wording()),
+              Sentence(TextId::CheckFaultyAround, 0, L"0;1;;" + Bytes(L"0") + L";" + Bytes(L"0")));
     report.items[0].verdict = ItemVerdict::Damaged;
-    EXPECT_EQ(VerdictSentence(report, Numbered),
-              Sentence(TextId::CheckGood, static_cast<int>(Verdict::Faulty), L"1;1;;0;0"));
+    EXPECT_EQ(VerdictSentence(report, Wording()), Sentence(TextId::CheckGood, static_cast<int>(Verdict::Faulty),
+                                                           L"1;1;;" + Bytes(L"0") + L";" + Bytes(L"0")));
     report.isRecovery = true;
-    EXPECT_EQ(VerdictSentence(report, Numbered), Sentence(TextId::CheckFaultyRecovery, 0, L"1;1;;0;0"));
+    EXPECT_EQ(VerdictSentence(report, Wording()),
+              Sentence(TextId::CheckFaultyRecovery, 0, L"1;1;;" + Bytes(L"0") + L";" + Bytes(L"0")));
 }
 
 TEST(ReportText, EveryStateOfAnItemHasItsSentence) {
@@ -119,6 +136,48 @@ TEST(ReportText, EveryProblemAndEveryFindingHasItsSentence) {
     for (int what = 0; what <= static_cast<int>(FileFinding::What::AddedSince); ++what)
         EXPECT_EQ(FindingSentence({static_cast<FileFinding::What>(what), L"f", 9, L"o"}, Numbered),
                   Sentence(TextId::CheckFileDamaged, what, L"f;9;o;%4;%5"));
+}
+
+TEST(ReportText, WhatCouldNotBeDoneIsToldWithItsReason) {
+    for (const auto what : {FileFinding::What::NotWritten, FileFinding::What::NotMarked}) {
+        const auto disk = static_cast<std::uint64_t>(ErrorNumber::DiskFull);
+        EXPECT_EQ(FindingSentence({what, L"f", disk, L""}, Numbered),
+                  Sentence(TextId::CheckFileDamaged, static_cast<int>(what),
+                           L"f;61;" + Numbered(TextId::FailedDiskFull) + L";%4;%5"));
+    }
+}
+
+TEST(ReportText, AFailureIsToldInTheUsersLanguage) {
+    const FakeStringTable strings;
+    BackupReport report = GoodReport();
+    report.verdict = Verdict::NotWritable;
+    std::set<std::wstring> told;
+    for (const int number : {52, 53, 57, 61, 70, 71, 75, 76}) {
+        report.failure = RuntimeError(static_cast<ErrorNumber>(number));
+        for (const int language : {0, 10000}) {
+            const NumberWords words{[&](TextId id) { return strings.Load(static_cast<int>(id) + language); }, L","};
+            const std::wstring sentence = VerdictSentence(report, words);
+            EXPECT_EQ(sentence.find(report.failure->Description()), std::wstring::npos) << number;
+            told.insert(sentence);
+        }
+    }
+    EXPECT_EQ(told.size(), 16u) << "each has words of its own";
+    EXPECT_EQ(FailureWords(RuntimeError(70, L"Rien ici."), Numbered), L"Rien ici.") << "said already";
+    EXPECT_EQ(FailureWords(RuntimeError(ErrorNumber::OutOfMemory), Numbered), L"Out of memory");
+}
+
+TEST(ReportText, RoomIsToldInUnitsThatSuitAndExactlyWhereLittleLacks) {
+    const FakeStringTable strings;
+    const NumberWords words{[&](TextId id) { return strings.Load(static_cast<int>(id)); }, L","};
+    BackupReport report = GoodReport();
+    report.verdict = Verdict::NoRoom;
+    report.neededBytes = 123456789012;
+    report.freeBytes = 3 << 20;
+    const std::wstring before = L"Il n'y a pas assez d'espace libre dans le dossier choisi : ";
+    EXPECT_EQ(VerdictSentence(report, words), before + L"115,0 Go ou plus sont nécessaires, 3,0 Mo sont libres.");
+    report.freeBytes = report.neededBytes - 1;
+    EXPECT_EQ(VerdictSentence(report, words),
+              before + L"123 456 789 012 o ou plus sont nécessaires, 123 456 789 011 o sont libres.");
 }
 
 TEST(ReportText, RemarksAreMadeOfABackupThatWasRead) {
@@ -158,7 +217,7 @@ TEST(ReportText, TheLinesTellItemByItemAndThenTheWhole) {
     report.items[1].remarks.Set().moreFindings = 4;
     const auto line = [](TextId id, const std::wstring& values) { return Sentence(id, 0, values); };
     EXPECT_THAT(
-        ReportLines(report, Numbered),
+        ReportLines(report, Wording()),
         ElementsAre(
             line(TextId::CheckBackupAt, L"E:\\OKRBACKUP.ZIP;500;%3;%4;%5"),
             line(TextId::CheckRecoverTo, L"D:\\Cible;%2;%3;%4;%5"),
@@ -170,14 +229,14 @@ TEST(ReportText, TheLinesTellItemByItemAndThenTheWhole) {
             L"    " + Sentence(TextId::CheckFileDamaged, static_cast<int>(FileFinding::What::Newer), L"f;0;;%4;%5"),
             L"    " + line(TextId::CheckMoreFindings, L"4;%2;%3;%4;%5"),
             L"    " + line(TextId::CheckSupport, L"outer;%2;%3;%4;%5"), line(TextId::CheckTotals, L"2;6;40;%4;%5"),
-            line(TextId::CheckRecovered, L"2;1;%3;%4;%5"), VerdictSentence(report, Numbered)));
+            line(TextId::CheckRecovered, L"2;1;%3;%4;%5"), VerdictSentence(report, Wording())));
 }
 
 TEST(ReportText, AReportWithoutItemsHasNoTotals) {
     BackupReport report;
     report.isRecovery = true;
-    EXPECT_THAT(ReportLines(report, Numbered),
-                ElementsAre(Sentence(TextId::CheckBackupAt, 0, L";0;%3;%4;%5"), VerdictSentence(report, Numbered)));
+    EXPECT_THAT(ReportLines(report, Wording()),
+                ElementsAre(Sentence(TextId::CheckBackupAt, 0, L";0;%3;%4;%5"), VerdictSentence(report, Wording())));
 }
 
 TEST(ReportJson, AWholeReportIsWrittenToTheLetter) {
@@ -188,7 +247,8 @@ TEST(ReportJson, AWholeReportIsWrittenToTheLetter) {
     report.items[0].problems =
         static_cast<std::uint8_t>(RowProblem::Comma) | static_cast<std::uint8_t>(RowProblem::TwoFields);
     report.items[0].remarks.Set().findings = {{FileFinding::What::BrokenOff, L"\u00E9\n\"", 9, L""},
-                                              {FileFinding::What::KeptAs, L"b", 9, L"c"}};
+                                              {FileFinding::What::KeptAs, L"b", 9, L"c"},
+                                              {FileFinding::What::NotWritten, L"d", 75, L""}};
     EXPECT_EQ(ReportJson(report),
               "{\"format\":1,\"program\":\"BackupCheck " + ToUtf8(VersionText()) +
                   "\",\"action\":\"recover\",\"compared\":false,\"verdict\":\"good\",\"exitCode\":0,\"failure\":\"\","
@@ -199,7 +259,8 @@ TEST(ReportJson, AWholeReportIsWrittenToTheLetter) {
                   "\"kind\":\"file\",\"verdict\":\"whole\",\"isGood\":false,\"files\":3,\"bytes\":20,"
                   "\"damagedFiles\":0,\"recoveredFiles\":0,\"presentFiles\":0,\"problems\":[\"comma\",\"twoFields\"],"
                   "\"findings\":[{\"file\":\"\xC3\xA9\\u000a\\\"\",\"what\":\"brokenOff\",\"wholeBytes\":9},"
-                  "{\"file\":\"b\",\"what\":\"keptAs\",\"path\":\"c\"}],\"moreFindings\":0,\"reason\":\"\"}]}\n");
+                  "{\"file\":\"b\",\"what\":\"keptAs\",\"path\":\"c\"},"
+                  "{\"file\":\"d\",\"what\":\"notWritten\",\"error\":75}],\"moreFindings\":0,\"reason\":\"\"}]}\n");
 }
 
 TEST(ReportJson, StatesHaveTheirWords) {

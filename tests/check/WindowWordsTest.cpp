@@ -66,7 +66,7 @@ TEST_F(WindowWordsTest, EveryVerdictHasAWordOfItsOwn) {
 TEST_F(WindowWordsTest, ABackupOfWhichOnlyTheListWasReadIsCalledUnchecked) {
     BackupReport report;
     report.verdict = Verdict::NotChecked;
-    EXPECT_EQ(VerdictSentence(report, french), french(TextId::CheckNotCheckedYet));
+    EXPECT_EQ(VerdictSentence(report, words), french(TextId::CheckNotCheckedYet));
     EXPECT_EQ(SignOf(report), VerdictSign::None);
 }
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 /// All lines of a report.
-inline std::vector<std::wstring> ReportLines(const BackupReport& report, const Texts& texts) {
+inline std::vector<std::wstring> ReportLines(const BackupReport& report, const NumberWords& words) {
     std::vector<std::wstring> lines;
-    TellReport(report, texts, [&](const std::wstring& line) { lines.push_back(line); });
+    TellReport(report, words, [&](const std::wstring& line) { lines.push_back(line); });
     return lines;
 }
 

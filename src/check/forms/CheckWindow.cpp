@@ -358,7 +358,7 @@ void CheckWindow::ShowDetails() {
     if (shownItem_ != nullptr) {
         lines = ItemLines(*shownItem_, texts_);
     } else if (!isRow && report_) {
-        lines = SummaryLines(*report_, texts_);
+        lines = SummaryLines(*report_, words_);
         if (isMediumLost_) lines.push_back(Text(TextId::CheckChooseFirst));
     }
     details_.SetText(AsParagraphs(lines));

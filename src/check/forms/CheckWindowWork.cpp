@@ -140,7 +140,7 @@ void CheckWindow::EndJob() {
         progressText_.SetText(L"");
     }
     BackToIdle();
-    ShowVerdict(SignOf(*report), VerdictSentence(*report, texts_));
+    ShowVerdict(SignOf(*report), VerdictSentence(*report, words_));
     ShowDetails();
     if (!isListing && report->verdict != Verdict::Stopped) Tell([this] { TellOutcome(); });
 }
@@ -180,7 +180,7 @@ void CheckWindow::BackToIdle() {
 void CheckWindow::TellOutcome() {
     if (!report_) return;
     const std::shared_ptr<const BackupReport> report = report_;
-    std::wstring text = VerdictSentence(*report, texts_);
+    std::wstring text = VerdictSentence(*report, words_);
     for (const std::wstring& remark : Remarks(*report, texts_)) text += L"\n\n" + remark;
     app_.ShowMessage(text, TextId::CheckTitle, StyleOf(SignOf(*report)));
     const bool isPassword = report->verdict == Verdict::WrongPassword || report->verdict == Verdict::PasswordMissing;
@@ -193,11 +193,11 @@ void CheckWindow::SaveReportClicked() {
         const auto path = ways_.chooseReport(*this, Text(TextId::CheckReportName));
         if (!path || path->empty() || !IsLoaded()) return;
         const auto failure = std::make_shared<std::optional<std::wstring>>();
-        tasks_.emplace_back([files = ways_.files, report, path = *path, texts = texts_, failure] {
+        tasks_.emplace_back([files = ways_.files, report, path = *path, words = words_, failure] {
             try {
-                WriteReport(*files, *report, path, texts);
+                WriteReport(*files, *report, path, words);
             } catch (const RuntimeError& error) {
-                *failure = error.Description();
+                *failure = FailureWords(error, words.texts);
             }
         });
         savingTask_ = tasks_.back();
