@@ -5,11 +5,14 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
 constexpr int MostNumbers = 100000;
 constexpr std::size_t CompareBytes = 65536;
+constexpr std::uint64_t PlentyBytes = std::uint64_t{16} << 20;
+constexpr const wchar_t* TrialName = L"OKRBACKUP.damaged";
 
 std::wstring FolderOf(const std::wstring& path) {
     const std::size_t end = path.find_last_of(L'\\');
@@ -51,27 +54,27 @@ void Recovery::BeginFile(const ZipEntry& file) {
         return;
     }
     const std::wstring path = InTarget(place_ + L"\\" + *below);
-    if (file.isFolder) {
-        MakeFolders(path);
-        met_.back().path = path;
-        return;
-    }
-    MakeFolders(FolderOf(path));
-    path_ = path;
-    if (!FindPresent(file)) StartWriting();
+    Attempt([&] {
+        if (file.isFolder) {
+            MakeFolders(path);
+            met_.back().path = path;
+            return;
+        }
+        MakeFolders(FolderOf(path));
+        path_ = path;
+        if (!FindPresent(file)) StartWriting();
+    });
 }
 
 void Recovery::Take(std::string_view bytes) {
     if (path_.empty()) return;
-    if (present_) {
-        if (IsStillSame(bytes)) {
-            taken_ += bytes.size();
-            return;
+    Attempt([&] {
+        if (!present_ || !IsStillSame(bytes)) {
+            if (present_) StartWriting();
+            output_->Write(bytes);
         }
-        StartWriting();
-    }
-    output_->Write(bytes);
-    taken_ += bytes.size();
+        taken_ += bytes.size();
+    });
 }
 
 void Recovery::EndFile(const FileOutcome& outcome) {
@@ -84,8 +87,10 @@ void Recovery::EndFile(const FileOutcome& outcome) {
         // Nothing of it could be read: nothing is kept of it.
         Discard();
     } else {
-        if (present_) StartWriting();
-        Keep(isWhole ? path_ : path_ + DamagedEnding, !isWhole);
+        Attempt([&] {
+            if (present_) StartWriting();
+            Keep(isWhole ? path_ : path_ + DamagedEnding, !isWhole);
+        });
     }
     present_.reset();
     path_.clear();
@@ -94,14 +99,14 @@ void Recovery::EndFile(const FileOutcome& outcome) {
 void Recovery::Describe(std::uint64_t index, const DirectoryRecord& record) {
     if (index >= met_.size() || met_[index].path.empty()) return;
     const FileTimes times{record.created, record.written != 0 ? record.written : met_[index].writtenAt};
-    files_.Mark(met_[index].path, times, record.attributes);
+    Mark(met_[index].path, times, record.attributes);
     met_[index].path.clear();
 }
 
 void Recovery::EndItem() {
     // What the directory did not describe, because it could not be read, has the time from the entry itself.
     for (const Met& met : met_) {
-        if (!met.path.empty() && met.writtenAt != 0) files_.Mark(met.path, {0, met.writtenAt}, 0);
+        if (!met.path.empty() && met.writtenAt != 0) Mark(met.path, {0, met.writtenAt}, 0);
     }
     met_.clear();
 }
@@ -116,7 +121,9 @@ void Recovery::MakeFolders(const std::wstring& path) {
     // Neither a drive nor a share can be made.
     const bool isShareRoot = path.starts_with(L"\\\\") && std::count(path.begin(), path.end(), L'\\') <= 3;
     if (isShareRoot) return;
-    if (!files_.Look(path)) {
+    const auto entry = files_.Look(path);
+    if (entry && !entry->isFolder) throw RuntimeError(ErrorNumber::PathFileAccessError);
+    if (!entry) {
         MakeFolders(above);
         files_.MakeFolder(path);
     }
@@ -127,6 +134,76 @@ void Recovery::Refuse(const ZipEntry& file) {
     item_->Add({FileFinding::What::Refused, file.name, 0, {}});
 }
 
+/// A step for one entry, whose failure is not that of all others.
+template<typename Step>
+void Recovery::Attempt(Step step) {
+    try {
+        step();
+    } catch (const RuntimeError& error) {
+        LeaveOut(error);
+    }
+}
+
+/// Called while the error is handled: it goes on when the target is the reason.
+void Recovery::LeaveOut(const RuntimeError& error) {
+    if (!DoesTargetTakeOthers(error)) throw;
+    Discard();
+    present_.reset();
+    path_.clear();
+    met_.back().path.clear();
+    // A disk with room whose files may not be as large as this one calls itself full.
+    const bool isTooLarge = error.Number() == static_cast<std::int32_t>(ErrorNumber::DiskFull);
+    const auto number = isTooLarge ? static_cast<std::int32_t>(ErrorNumber::Overflow) : error.Number();
+    item_->Add({FileFinding::What::NotWritten, file_.name, static_cast<std::uint64_t>(number), {}});
+}
+
+bool Recovery::DoesTargetTakeOthers(const RuntimeError& error) {
+    try {
+        switch (static_cast<ErrorNumber>(error.Number())) {
+        case ErrorNumber::DeviceIoError:
+        case ErrorNumber::DiskNotReady:
+        case ErrorNumber::OutOfMemory:
+            return false;
+        case ErrorNumber::DiskFull:
+            return files_.FreeBytes(target_) >= PlentyBytes;
+        default:
+            break;
+        }
+        for (int number = 1; number <= MostNumbers; ++number) {
+            const std::wstring path = InTarget(number == 1 ? TrialName : Numbered(TrialName, number));
+            const auto trial = files_.CreateNew(path);
+            if (!trial) continue;
+            trial->Close();
+            files_.Delete(path);
+            return true;
+        }
+    } catch (const RuntimeError&) {
+        // It takes nothing any more.
+    }
+    return false;
+}
+
+/// A disk may have no such time. The file is whole all the same.
+void Recovery::Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes) {
+    try {
+        files_.Mark(path, times, attributes);
+    } catch (const RuntimeError& error) {
+        if (!DoesTargetTakeOthers(error)) throw;
+        std::wstring name = path.substr(InTarget(place_).size() + 1);
+        std::replace(name.begin(), name.end(), L'\\', L'/');
+        item_->Add({FileFinding::What::NotMarked, name, static_cast<std::uint64_t>(error.Number()), {}});
+        if (attributes != 0) MarkAttributes(path, attributes);
+    }
+}
+
+void Recovery::MarkAttributes(const std::wstring& path, std::uint32_t attributes) {
+    try {
+        files_.Mark(path, {}, attributes);
+    } catch (const RuntimeError&) {
+        // That it lacks something is told already.
+    }
+}
+
 /// Looks for the file where an earlier recovery, or nobody, has put it.
 bool Recovery::FindPresent(const ZipEntry& file) {
     for (int number = 1; file.sizeBytes; ++number) {
@@ -134,7 +211,12 @@ bool Recovery::FindPresent(const ZipEntry& file) {
         const auto entry = files_.Look(path);
         if (!entry) return false;
         if (entry->isFolder || entry->sizeBytes != *file.sizeBytes) continue;
-        present_ = files_.Open(path);
+        try {
+            present_ = files_.Open(path);
+        } catch (const RuntimeError&) {
+            // Who holds it may be writing it: what is in it cannot be relied on.
+            continue;
+        }
         presentPath_ = path;
         return true;
     }
@@ -158,8 +240,9 @@ bool Recovery::IsStillSame(std::string_view bytes) {
 void Recovery::StartWriting() {
     for (int number = 1; !output_; ++number) {
         if (number > MostNumbers) throw RuntimeError(ErrorNumber::PathFileAccessError);
-        workPath_ = (number == 1 ? path_ : Numbered(path_, number)) + DamagedEnding;
-        output_ = files_.CreateNew(workPath_);
+        const std::wstring path = (number == 1 ? path_ : Numbered(path_, number)) + DamagedEnding;
+        output_ = files_.CreateNew(path);
+        if (output_) workPath_ = path;
     }
     const std::unique_ptr<InputFile> same = std::move(present_);
     std::array<char, CompareBytes> bytes;
@@ -190,10 +273,10 @@ void Recovery::Keep(const std::wstring& finalPath, bool isDamaged) {
 }
 
 void Recovery::Discard() noexcept {
-    if (!output_) return;
     output_.reset();
+    if (workPath_.empty()) return;
     try {
-        files_.Delete(workPath_);
+        files_.Delete(std::exchange(workPath_, {}));
     } catch (const RuntimeError&) {
         // The target has gone. Its name says that the file is not whole.
     }

@@ -6,7 +6,8 @@
 
 /// Writes the files of a backup below a folder. Nothing is ever overwritten: what is there already, byte for byte,
 /// stays and counts; anything else gets a number beside it. A file carries another name until it is whole, and keeps it
-/// if it never is. Throws what writing meets; the file at hand is deleted then.
+/// if it never is. What cannot be written of it, while the target takes other files, is told by its name. Throws what
+/// ends all of it: a full disk, or a target that has gone; the file at hand is deleted then.
 class Recovery final : public FileTaker {
   public:
     /// `target` is a folder, without a trailing backslash unless it is a root; it is made with all above it.
@@ -30,6 +31,12 @@ class Recovery final : public FileTaker {
     std::wstring InTarget(const std::wstring& below) const;
     void MakeFolders(const std::wstring& path);
     void Refuse(const ZipEntry& file);
+    template<typename Step>
+    void Attempt(Step step);
+    void LeaveOut(const RuntimeError& error);
+    bool DoesTargetTakeOthers(const RuntimeError& error);
+    void Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes);
+    void MarkAttributes(const std::wstring& path, std::uint32_t attributes);
     bool FindPresent(const ZipEntry& file);
     bool IsStillSame(std::string_view bytes);
     void StartWriting();

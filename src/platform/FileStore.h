@@ -62,7 +62,8 @@ class FileStore {
     /// Makes a folder; one that is there already is well.
     virtual void MakeFolder(const std::wstring& path) = 0;
     virtual void Delete(const std::wstring& path) = 0;
-    /// Sets the times that are known and, of the attributes, read-only (1), hidden (2), system (4) and archive (32).
+    /// Sets the times that are known and, of the attributes, read-only (1), hidden (2), system (4) and archive (32);
+    /// where none of these is given, they stay.
     virtual void Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes) = 0;
     /// Bytes that the user may still write to the disk of a folder.
     virtual std::uint64_t FreeBytes(const std::wstring& folder) const = 0;

@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr std::uint32_t MarkedAttributes = 0x27;
+
 std::wstring KeyOf(std::wstring path) {
     while (path.ends_with(L'\\')) path.pop_back();
     return UpperCase(path);
@@ -41,7 +43,9 @@ class FakeNewFile final : public NewFile {
   public:
     FakeNewFile(FakeFileStore& store, std::wstring key) : store_(store), key_(std::move(key)) {}
     void Write(std::string_view bytes) override {
-        if (bytes.size() > store_.freeBytes) throw RuntimeError(ErrorNumber::DiskFull);
+        const std::uint64_t sizeBytes = store_.kept_.at(key_).bytes.size() + bytes.size();
+        if (bytes.size() > store_.freeBytes || sizeBytes > store_.largestFileBytes)
+            throw RuntimeError(ErrorNumber::DiskFull);
         store_.freeBytes -= bytes.size();
         store_.kept_.at(key_).bytes += bytes;
     }
@@ -140,7 +144,8 @@ void FakeFileStore::Delete(const std::wstring& path) {
 void FakeFileStore::Mark(const std::wstring& path, const FileTimes& times, std::uint32_t attributes) {
     const auto found = kept_.find(KeyOf(path));
     if (found == kept_.end()) throw RuntimeError(ErrorNumber::FileNotFound);
+    if (times.written != 0 && times.written < earliestTime) throw RuntimeError(ErrorNumber::PathFileAccessError);
     if (times.created != 0) found->second.times.created = times.created;
     if (times.written != 0) found->second.times.written = times.written;
-    found->second.attributes = attributes;
+    if (const std::uint32_t wanted = attributes & MarkedAttributes; wanted != 0) found->second.attributes = wanted;
 }

@@ -25,6 +25,10 @@ class FakeFileStore : public FileStore {
     std::vector<std::wstring> Paths() const;
 
     std::uint64_t freeBytes = 1ull << 40;
+    /// A disk whose files may not be larger calls itself full.
+    std::uint64_t largestFileBytes = ~std::uint64_t{0};
+    /// Moments before this one are refused, as on a disk whose calendar begins later.
+    std::uint64_t earliestTime = 0;
     /// Reading at or behind this place of any file fails with `readFailure`.
     std::optional<std::uint64_t> failsAt;
     ErrorNumber readFailure = ErrorNumber::DiskNotReady;

@@ -16,6 +16,7 @@ using testing::UnorderedElementsAre;
 
 struct FakeStoreBench {
     FakeStoreBench() { store.MakeFolder(root); }
+    bool IsReadOnly(const std::wstring& path) const { return (store.Find(path)->attributes & 1) != 0; }
     FakeFileStore store;
     const std::wstring root = L"C:\\Bench";
 };
@@ -29,6 +30,10 @@ struct WindowsStoreBench {
     }
     WindowsStoreBench(const WindowsStoreBench&) = delete;
     WindowsStoreBench& operator=(const WindowsStoreBench&) = delete;
+    static bool IsReadOnly(const std::wstring& path) {
+        const auto mayWrite = std::filesystem::status(path).permissions() & std::filesystem::perms::owner_write;
+        return mayWrite == std::filesystem::perms::none;
+    }
     WindowsFileStore store;
     const std::wstring root = (std::filesystem::temp_directory_path() / L"FileStoreContract").wstring();
 };
@@ -172,6 +177,24 @@ TYPED_TEST(FileStoreContract, OnlyTimesThatAreKnownAreSet) {
     ASSERT_TRUE(entry.has_value());
     EXPECT_EQ(entry->times.created, both.created);
     EXPECT_EQ(entry->times.written, both.created);
+}
+
+TYPED_TEST(FileStoreContract, AttributesAreThoseThatWereGivenUntilOthersAre) {
+    constexpr std::uint32_t readOnly = 1;
+    constexpr std::uint32_t folder = 16;
+    constexpr std::uint32_t archive = 32;
+    constexpr FileTimes written{0, 127552320000000000};
+    this->Make(L"a.txt", "a");
+    const std::wstring path = this->Path(L"a.txt");
+    EXPECT_FALSE(this->bench_.IsReadOnly(path));
+    this->store_.Mark(path, written, readOnly | archive | folder);
+    EXPECT_TRUE(this->bench_.IsReadOnly(path));
+    this->store_.Mark(path, {}, folder);
+    EXPECT_TRUE(this->bench_.IsReadOnly(path)) << "none of those that are marked was given";
+    EXPECT_EQ(this->store_.Look(path)->times.written, written.written);
+    EXPECT_FALSE(this->store_.Look(path)->isFolder);
+    this->store_.Mark(path, {}, archive);
+    EXPECT_FALSE(this->bench_.IsReadOnly(path));
 }
 
 TYPED_TEST(FileStoreContract, APathThatIsWholeStaysAsItIs) {
