@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::wstring_view AllOfFolder = L"\\*.*";
 constexpr std::wstring_view MailStoreMark = L".pst";
-constexpr std::size_t LongestPath = 259;
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr char EndOfFileMark = 26;
 constexpr std::size_t PartBytes = 65536;

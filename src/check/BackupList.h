@@ -2,9 +2,13 @@
 
 #include "check/PackedText.h"
 
+#include <cstddef>
 #include <deque>
 #include <string>
 #include <string_view>
+
+/// What Windows' own programs take of a path.
+inline constexpr std::size_t LongestPath = 259;
 
 /// Why the restore window cannot put a row of the list back where it came from.
 enum class RowProblem : unsigned {

@@ -5,7 +5,6 @@
 namespace {
 
 constexpr std::wstring_view ArchiveEnding = L".zip";
-constexpr std::size_t LongestPath = 259;
 
 std::wstring FolderBefore(const std::wstring& path) {
     const std::size_t end = path.find_last_of(L'\\');
