@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/windows/MemoryEnd.h"
 #include "platform/windows/QuietErrors.h"
 #include "platform/windows/SystemLibrary.h"
 
@@ -12,6 +13,7 @@
 class ProcessSetUp {
   public:
     ProcessSetUp() {
+        PrepareToThrowWithoutMemory();
         LoadLibrariesFromSystemOnly();
         // The window does not repaint while an archive is built; it is at work all the same.
         DisableProcessWindowsGhosting();
