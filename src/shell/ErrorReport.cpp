@@ -1,5 +1,6 @@
 #include "shell/ErrorReport.h"
 
+#include "core/LanguageValues.h"
 #include "platform/EventLog.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
@@ -31,4 +32,21 @@ void ReportCurrentException(Application& app, const std::wstring& procedure) {
         const auto number = static_cast<std::int32_t>(ErrorNumber::InvalidCall);
         ReportError(app, procedure, number, DescriptionOf(number));
     }
+}
+
+void TellCurrentException(Application& app, const wchar_t* procedure) {
+    try {
+        ReportCurrentException(app, procedure);
+    } catch (const std::bad_alloc&) {
+        const LanguageValues& language = *app.language;
+        if (language.memoryReport.empty()) throw;
+        app.machine.messageBoxes->Show(language.memoryReport, language.memoryReportTitle, box::Critical);
+    }
+}
+
+void PrepareMemoryReport(Application& app) {
+    const auto number = static_cast<std::int32_t>(ErrorNumber::OutOfMemory);
+    app.language->memoryReport = app.Text(TextId::ReportNumber) + std::to_wstring(number) + L" (" +
+                                 DescriptionOf(number) + L")\r\n\r\n" + app.Text(TextId::ReportSupport);
+    app.language->memoryReportTitle = app.Text(TextId::ReportTitle);
 }

@@ -14,6 +14,13 @@ void ReportError(Application& app, const std::wstring& procedure, std::int32_t n
 /// Reports the exception being handled, whatever its type. To be called in a catch block only.
 void ReportCurrentException(Application& app, const std::wstring& procedure);
 
+/// The same; where there is too little memory for the report, the user is told so with what `PrepareMemoryReport` made.
+/// Throws std::bad_alloc when that has made nothing.
+void TellCurrentException(Application& app, const wchar_t* procedure);
+
+/// Makes the report of an end of memory in the user's language.
+void PrepareMemoryReport(Application& app);
+
 /// Runs a procedure's steps. A failure stops them, is reported once under `procedure`, and gives the default value;
 /// the caller goes on either way.
 template<typename Steps>
@@ -22,7 +29,7 @@ auto Guarded(Application& app, const wchar_t* procedure, Steps&& steps) -> std::
     try {
         return steps();
     } catch (...) {
-        ReportCurrentException(app, procedure);
+        TellCurrentException(app, procedure);
     }
     if constexpr (!std::is_void_v<Result>) return Result{};
 }

@@ -6,6 +6,7 @@
 #include "core/StartUpValues.h"
 #include "platform/Locale.h"
 #include "platform/SettingsFiles.h"
+#include "shell/ErrorReport.h"
 #include "shell/modFonctionsCommunes.h"
 
 #include <algorithm>
@@ -38,4 +39,5 @@ void ChooseLanguage(Application& app) {
         app.language->lngLangue = ToLong(value, app.machine.locale->DecimalSeparator());
     }
     app.language->lngLangue = LanguageAskedFor(value, app.language->lngLangue).textOffset;
+    PrepareMemoryReport(app);
 }

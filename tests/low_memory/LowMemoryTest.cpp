@@ -284,6 +284,34 @@ TEST(LowMemory, ARestoreLeavesTheMediumAloneAndTheNextOneSeesIt) {
     });
 }
 
+/// Boxes that take no memory.
+struct BoxesWithoutMemory : MessageBoxes {
+    std::wstring expected;
+    std::wstring expectedTitle;
+    int asExpected = 0;
+
+    int Show(const std::wstring& text, const std::wstring& title, std::uint32_t style) override {
+        asExpected += text == expected && title == expectedTitle && style == box::Critical ? 1 : 0;
+        return 1;
+    }
+};
+
+TEST(LowMemory, AFailureThatCannotBeReportedIsToldWithWhatWasMadeBefore) {
+    FakeMachine machine;
+    ChooseLanguage(machine.app);
+    BoxesWithoutMemory boxes;
+    boxes.expected =
+        machine.app.Text(TextId::ReportNumber) + L"7 (Out of memory)\r\n\r\n" + machine.app.Text(TextId::ReportSupport);
+    boxes.expectedTitle = machine.app.Text(TextId::ReportTitle);
+    machine.app.machine.messageBoxes = boxes;
+    {
+        const AllocationFailure failure(1, 1000);
+        AsAHandler(
+            [&] { Guarded(machine.app, L"cmdLancer_Click, module frmBackupCD", [] { throw std::bad_alloc(); }); });
+    }
+    EXPECT_EQ(boxes.asExpected, 1);
+}
+
 TEST(LowMemory, AnExchangeOfThePairIsFinishedOrUndone) {
     ForEachFailure([](long at, long count) {
         LowMemoryBench bench;
