@@ -18,9 +18,11 @@ LRESULT ControlKeys::TakeKeys(const WindowMessage& message) {
     }
     if (message.id == WM_KEYDOWN) {
         if (const auto handler = handlers_.find(message.wParam); handler != handlers_.end()) {
-            // As a task of the form, so that nothing thrown leaves this procedure.
-            form_.Post([this, steps = handler->second] {
-                if (form_.TakesInput()) steps();
+            // As a task of the form, so that nothing thrown leaves this procedure; the task itself may find no memory.
+            form_.RunGuarded([this, &steps = handler->second] {
+                form_.Post([this, steps] {
+                    if (form_.TakesInput()) steps();
+                });
             });
             return 0;
         }

@@ -214,7 +214,9 @@ void ListView::OnDrop(std::function<void(const std::vector<std::wstring>&)> hand
     DragAcceptFiles(Handle(), TRUE);
     dropTarget_.Attach(Handle(), [this](const WindowMessage& message) -> LRESULT {
         if (message.id != WM_DROPFILES) return message.PassOn();
-        TakeDrop(reinterpret_cast<HDROP>(message.wParam));
+        const auto drop = reinterpret_cast<HDROP>(message.wParam);
+        ParentForm().RunGuarded([this, drop] { TakeDrop(drop); });
+        DragFinish(drop);
         return 0;
     });
 }
@@ -272,7 +274,6 @@ void ListView::TakeDrop(HDROP drop) {
         path.resize(DragQueryFileW(drop, index, path.data(), static_cast<UINT>(path.size())));
         paths.push_back(std::move(path));
     }
-    DragFinish(drop);
     // A program that drops waits for this message; a message box belongs after it.
     ParentForm().Post([this, paths = std::move(paths)] {
         if (onDrop_) onDrop_(paths);
