@@ -29,6 +29,8 @@ class Expect:
     unnoticed: bool = False
     """The program may call good what is not whole; then the check of the medium must find it. For a restore: files may be
     missing or cut though the restore is called finished. Something has to be wrong then, or the fault tried nothing."""
+    may_lose_what_is_told: bool = False
+    """What the program tells of by its number, and goes on without, may be missing; of a medium the check finds it."""
     passed_over: tuple = ()
     """Files that the comparison cannot open in their places, and says nothing of."""
 
@@ -48,6 +50,8 @@ class Fault:
     """The password dialog is open."""
     when_running: object = nothing
     """The password has been given; the program works."""
+    when_over: object = nothing
+    """The action has come to its end; the program may still run."""
     holds: str = ""
     """The program's call at which `when_held` happens: "write" or "read" and a part of the file's path."""
     when_held: object = nothing
@@ -76,10 +80,11 @@ def all_faults():
     # The declarations need the table that stands above.
     import disc_faults
     import disk_faults
+    import memory_faults
     import restore_faults
     import selection_faults
     import start_faults
-    declared = (disk_faults, disc_faults, restore_faults, selection_faults, start_faults)
+    declared = (disk_faults, disc_faults, restore_faults, selection_faults, memory_faults, start_faults)
     if not all(declared):
         raise ImportError("a list of faults")
     return dict(sorted(FAULTS.items(), key=lambda entry: AREAS.index(entry[1].area)))

@@ -46,6 +46,7 @@ class FaultTest(FaultScene):
         fault.arrange(self)
         before = self.others()
         (fault.act or ACTS[fault.area])(self, fault)
+        fault.when_over(self)
         if self.program and self.program.exit_code() is None:
             self.leave()
         elif self.program:

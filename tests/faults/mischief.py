@@ -13,12 +13,14 @@ HITS_AT = 2048
 # The second one does the work of a faulty one.
 ARCHIVERS = ("7za", "7za.real")
 ARCHIVER_MARK = "7Za.met"
+MEMORY_LIBRARY = "faulty_memory.dll"
 
 
 class Mischief:
     """Steps for a scene that has `station`, `root`, `plan` and `program`."""
 
     was_killed = False
+    is_memory_short = False
     _keeper = None
 
     def rule(self, text=""):
@@ -124,6 +126,27 @@ class Mischief:
         for process in processes:
             most = max(int(number) for number in os.listdir(f"/proc/{process}/fd")) + 1 + free
             resource.prlimit(process, resource.RLIMIT_NOFILE, (most, most))
+
+    def fail_allocations(self, first, count):
+        """From now on so many allocations of the running program fail, from the first one on."""
+        library = self.station.path(r"C:\Tools") / MEMORY_LIBRARY
+        if not library.exists():
+            shutil.copy2(BINARIES / MEMORY_LIBRARY, library)
+        driver, process = self.program.driver, self.program.process_id
+        driver.call("loadlibrary", process, self.station.windows_path(library))
+        driver.call("allocations", process, first, count)
+        self.is_memory_short = True
+
+    def give_memory_back(self):
+        """Nothing the second time."""
+        if not self.is_memory_short:
+            return
+        self.is_memory_short = False
+        driver, process = self.program.driver, self.program.process_id
+        made, failed = map(int, driver.call("allocations", process)[0])
+        driver.call("allocations", process, 0, 0)
+        if not failed:
+            self.seen.unmet.append(f"an allocation that fails; {made} were made")
 
     def wait_for(self, condition, description, seconds=60):
         deadline = time.monotonic() + seconds

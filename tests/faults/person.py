@@ -150,7 +150,7 @@ class Person:
 
     def leave(self):
         """Ends the program as a person does; notes how it ended."""
-        deadline = time.monotonic() + 60
+        deadline, known = time.monotonic() + 60, len(self.seen.told)
         while self.program.exit_code() is None and time.monotonic() < deadline:
             self.read_boxes(self._settled, 20)
             for form, button in (("frmMotPasse", "cmdCancel"), ("frmBackup", "cmdQuitter"),
@@ -166,6 +166,9 @@ class Person:
         self.seen.exit = "does not end" if code is None else str(code)
         if code is None:
             self.seen.exit += f": {self.program.describe()}"
+        if self.seen.outcome == REFUSED and len(self.seen.told) > known:
+            # The window could be used a moment before the message came.
+            self.seen.outcome = FAILED
         self.program.stop()
         self.seen.stray = self.wait_for_no_process()
 

@@ -34,6 +34,7 @@ RequestTable AllRequests() {
     AddFileRequests(table);
     AddRightsRequests(table);
     AddSurroundingsRequests(table);
+    AddMischiefRequests(table);
     return table;
 }
 

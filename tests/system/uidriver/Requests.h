@@ -22,6 +22,7 @@ void AddDriveRequests(RequestTable& table);
 void AddFileRequests(RequestTable& table);
 void AddRightsRequests(RequestTable& table);
 void AddSurroundingsRequests(RequestTable& table);
+void AddMischiefRequests(RequestTable& table);
 
 /// Every request by its verb.
 RequestTable AllRequests();
