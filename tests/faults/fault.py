@@ -78,13 +78,15 @@ def fault(name, area, expect, **steps):
 def all_faults():
     """Every declared fault by its name, area by area."""
     # The declarations need the table that stands above.
+    import account_faults
     import disc_faults
     import disk_faults
     import memory_faults
     import restore_faults
     import selection_faults
     import start_faults
-    declared = (disk_faults, disc_faults, restore_faults, selection_faults, memory_faults, start_faults)
+    declared = (disk_faults, disc_faults, restore_faults, selection_faults, memory_faults, start_faults,
+                account_faults)
     if not all(declared):
         raise ImportError("a list of faults")
     return dict(sorted(FAULTS.items(), key=lambda entry: AREAS.index(entry[1].area)))
