@@ -1,6 +1,7 @@
 """What the tests of the check share: media as the real archiver makes them, and the program by its command line."""
 
 import json
+import os
 import random
 import shutil
 import struct
@@ -21,19 +22,33 @@ for number in range(256):
     for _ in range(8):
         number = (number >> 1) ^ (0xEDB88320 if number & 1 else 0)
     CRC_TABLE.append(number)
+# An even second: archives keep no others at each entry.
+WRITTEN_AT = 1_500_000_000
+READ_ONLY = 0x21
 GOOD, FAULTY, WRONG_PASSWORD, NO_BACKUP, CANNOT, WRONG_USAGE = range(6)
 
 
 def zip_of(files):
-    """An inner archive as the archiver makes it: names to contents."""
+    """An inner archive as the archiver makes it: names to contents. All of it was written at the same moment."""
     with tempfile.TemporaryDirectory() as folder:
         for name, content in files.items():
             path = Path(folder, name)
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(content)
+        for path in sorted(Path(folder).rglob("*"), reverse=True):
+            os.utime(path, (WRITTEN_AT, WRITTEN_AT))
         tops = sorted({name.split("/")[0] for name in files})
         subprocess.run([SEVEN_ZIP, "a", "-tzip", "inner.zip", *tops], cwd=folder, check=True, stdout=subprocess.DEVNULL)
         return Path(folder, "inner.zip").read_bytes()
+
+
+def with_attributes(archive, attributes):
+    """The archive of one entry with these attributes of Windows, where the archiver of this machine puts its own."""
+    content = bytearray(archive)
+    record = content.index(b"PK\1\2")
+    content[record + 5] = 0
+    content[record + 38:record + 42] = struct.pack("<I", attributes)
+    return bytes(content)
 
 
 def encrypted(content, password, check_byte):
@@ -156,7 +171,7 @@ class CheckTest(unittest.TestCase):
             zip_of({"budget.xls": self.files["C/Docs/budget.xls"]}),
             zip_of({"Clients/note.txt": self.files["C/Docs/Clients/note.txt"],
                     "Clients/sous/b.bin": self.files["C/Docs/Clients/sous/b.bin"]}),
-            zip_of({"fin.txt": b"fin"}),
+            with_attributes(zip_of({"fin.txt": b"fin"}), READ_ONLY),
         ]
         self.write_archive(*self.inner)
 

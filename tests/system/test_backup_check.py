@@ -3,10 +3,12 @@
 import io
 import os
 import shutil
+import stat
 import unittest
 import zipfile
 
-from check_test import CANNOT, FAULTY, GOOD, NO_BACKUP, PASSWORD, WRONG_PASSWORD, WRONG_USAGE, CheckTest, protected_zip, zip_of
+from check_test import (CANNOT, FAULTY, GOOD, NO_BACKUP, PASSWORD, WRITTEN_AT, WRONG_PASSWORD, WRONG_USAGE, CheckTest,
+                        protected_zip, zip_of)
 from system_test import ARCHIVE_NAME
 
 from workstation import CannotHave
@@ -28,13 +30,21 @@ class GoodMediumTest(CheckTest):
         self.assertEqual(self.check(place="D:\\une copie\\")[0], GOOD)
         self.assertEqual(self.check(place="D:\\une copie")[0], GOOD)
 
-    def test_everything_comes_back_with_its_time_and_nothing_is_written_to_the_medium(self):
+    def test_everything_comes_back_with_its_time_and_attributes_and_nothing_is_written_to_the_medium(self):
         self.good_medium()
         before = {path.name: path.read_bytes() for path in self.medium.iterdir()}
         code, report = self.recover()
         self.assertEqual((code, self.recovered()), (GOOD, self.files))
         self.assertEqual(report["totals"]["recoveredFiles"], 4)
         self.assertEqual({path.name: path.read_bytes() for path in self.medium.iterdir()}, before)
+        root = self.target / "Target"
+        written = {str(path.relative_to(root)): path.stat().st_mtime for path in root.rglob("*")}
+        for name in (*self.files, "C/Docs/Clients", "C/Docs/Clients/sous"):
+            self.assertEqual(written[name], WRITTEN_AT, name)
+        for folder in ("C", "C/Docs"):
+            self.assertGreater(written[folder], WRITTEN_AT, "it was no part of the backup")
+        read_only = [name for name in self.files if not (root / name).stat().st_mode & stat.S_IWUSR]
+        self.assertEqual(read_only, ["C/Docs/fin.txt"])
 
     def test_a_second_recovery_finds_everything_there(self):
         self.good_medium()
