@@ -42,12 +42,20 @@ class SlowMachine:
         """A "read" or "write" that goes beyond so many bytes of such a file waits until it is told otherwise."""
         self._rule(f"{operation} -1 0 {after_bytes} {part}")
 
+    def fail(self, operation, error, part):
+        """A "read" or "write" of such a file fails with the error."""
+        self._rule(f"{operation} {error} 0 0 {part}")
+
     def go_on(self):
         self._rule("-")
 
     def is_met(self):
         """Whether a call has met what holds or slows it."""
-        return self.page[HITS_AT:HITS_AT + 8] != bytes(8)
+        return self.hits() > 0
+
+    def hits(self):
+        """How many calls have met the rule."""
+        return int.from_bytes(self.page[HITS_AT:HITS_AT + 8], "little")
 
     def close(self):
         self.go_on()

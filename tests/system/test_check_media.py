@@ -1,6 +1,8 @@
 """The check by its command line on media that are large, that come from a disc, that go, and whose work is broken off."""
 
+import errno
 import io
+import json
 import os
 import shutil
 import struct
@@ -11,7 +13,8 @@ import zipfile
 import zlib
 
 from burner import Burner, install_image_mastering
-from check_test import CANNOT, FAULTY, GOOD, CheckTest, zip_of
+from check_test import CANNOT, FAULTY, GOOD, WRONG_PASSWORD, CheckTest, protected_zip, zip_of
+from slow_machine import SlowMachine
 from system_test import ARCHIVE_NAME, LIST_NAME
 
 from workstation import BINARIES
@@ -84,50 +87,117 @@ class LargeMediaTest(CheckTest):
         self.assertEqual((code, report["totals"]["files"], len(report["items"])), (GOOD, MANY_ITEMS, MANY_ITEMS))
 
 
-class BrokenOffTest(CheckTest):
-    def large_medium(self):
-        """A small file, and behind it one that takes some seconds to write."""
-        self.write_list(r"C:\petit.txt,32,Zip0001", r"C:\grand.bin,32,Zip0002")
-        self.write_archive(zip_of({"petit.txt": b"petit"}), zip_of({"grand.bin": os.urandom(1 << 20) * 200}))
+class SlowMachineTest(CheckTest):
+    """On a machine whose reads and writes wait when they are told to."""
 
-    def start_recovery(self, interrupt=None):
-        """Starts to recover; gives the process once it writes the large file."""
-        (self.target / "p.txt").write_bytes(b"Valcoreaux1")
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.machine = SlowMachine(cls.station)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.machine.close()
+        super().tearDownClass()
+
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.machine.go_on)
+
+
+class BrokenOffTest(SlowMachineTest):
+    MEGABYTES = 16
+
+    def large_medium(self):
+        """A small file, and behind it one of which as much can be unreadable as is taken for a medium that has gone."""
+        self.write_list(r"C:\petit.txt,32,Zip0001", r"C:\grand.bin,32,Zip0002")
+        self.content = os.urandom(1 << 20) * self.MEGABYTES
+        self.write_archive(zip_of({"petit.txt": b"petit"}), zip_of({"grand.bin": self.content}))
+
+    def start_recovery(self):
+        """Starts to recover; gives the process once it stands still in the middle of the large file."""
+        (self.station.path("C:") / "p.txt").write_bytes(b"Valcoreaux1")
+        self.machine.hold("write", "grand.bin", 4 << 20)
         process = subprocess.Popen(
             self.station.wine_command(r"C:\Check\BackupCheck.exe", "/recover", "E:\\", "/to", "D:\\Target",
-                                      "/password-file", "D:\\p.txt", "/report", "D:\\report.json"),
+                                      "/password-file", r"C:\p.txt", "/report", r"C:\report.json"),
             env=self.station.environment, cwd=self.station.prefix, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)
-        growing = self.target / "Target/C/grand.bin.damaged"
         deadline = time.monotonic() + 60
-        while not (growing.exists() and growing.stat().st_size > 1 << 20):
-            self.assertLess(time.monotonic(), deadline, "the large file is not written")
+        while not self.machine.is_met():
+            self.assertLess(time.monotonic(), deadline, "the large file is not reached")
             self.assertIsNone(process.poll(), "it has ended already")
             time.sleep(0.01)
         return process
 
+    def report(self):
+        return json.loads((self.station.path("C:") / "report.json").read_text(encoding="utf-8"))
+
+    def take_up_again(self):
+        code, report = self.recover()
+        self.assertEqual((code, report["totals"]["recoveredFiles"], report["totals"]["presentFiles"]), (GOOD, 1, 1))
+        self.assertEqual(self.recovered()["C/grand.bin"], self.content)
+
     def test_a_recovery_that_is_killed_leaves_nothing_that_looks_whole_and_is_taken_up_again(self):
         self.large_medium()
-        self.start_recovery().kill()
+        process = self.start_recovery()
+        process.kill()
+        process.wait()
+        self.machine.go_on()
         found = self.recovered()
         self.assertEqual(found["C/petit.txt"], b"petit")
         self.assertNotIn("C/grand.bin", found)
-        code, report = self.recover()
-        self.assertEqual((code, report["totals"]["recoveredFiles"], report["totals"]["presentFiles"]), (GOOD, 1, 1))
-        self.assertEqual(len(self.recovered()["C/grand.bin"]), 200 << 20)
+        self.take_up_again()
+        self.assertIn("C/grand.bin.damaged", self.recovered(), "who made it is not known any more")
 
     def test_a_medium_that_goes_ends_with_what_is_whole_and_a_report(self):
         self.large_medium()
         process = self.start_recovery()
-        # What a drive without its medium gives: nothing more.
-        with open(self.archive(), "r+b") as stream:
-            stream.truncate(0)
-        self.assertIn(process.wait(60), (FAULTY, CANNOT))
-        found = self.recovered()
-        self.assertEqual(found["C/petit.txt"], b"petit")
-        self.assertNotIn("C/grand.bin", found)
-        self.assertTrue((self.target / "report.json").exists())
+        self.station.pull_out("e")
+        self.addCleanup(self.put_back, "e")
+        self.machine.fail("read", errno.EIO, ARCHIVE_NAME)
+        self.assertEqual(process.wait(60), CANNOT)
+        self.assertEqual(self.report()["verdict"], "unreadable")
+        self.assertEqual(self.recovered()["C/petit.txt"], b"petit")
+        self.assertNotIn("C/grand.bin", self.recovered())
+        self.put_back("e")
+        self.machine.go_on()
+        self.take_up_again()
+
+    def test_a_target_that_goes_ends_with_what_is_whole_and_a_report(self):
+        self.large_medium()
+        process = self.start_recovery()
+        self.station.pull_out("d")
+        self.addCleanup(self.put_back, "d")
+        self.machine.go_on()
+        self.assertEqual(process.wait(60), CANNOT)
+        self.assertEqual(self.report()["verdict"], "notWritable")
+        self.assertEqual(self.recovered()["C/petit.txt"], b"petit")
+        self.assertNotIn("C/grand.bin", self.recovered())
+        self.put_back("d")
+        self.take_up_again()
+
+    def put_back(self, letter):
+        if not (self.station.prefix / "dosdevices" / f"{letter}:").is_symlink():
+            self.station.plug_in(letter)
+
+
+class AnswerTest(SlowMachineTest):
+    ITEMS = 3000
+    READ_MILLISECONDS = 30
+    LONGEST_MILLISECONDS = 1000
+
+    def test_a_wrong_password_is_answered_after_as_many_reads_as_a_slow_disk_does_in_a_second(self):
+        # A directory of more bytes than are read at once, and as much again between the entries.
+        content = zip_of({"a.txt": b"a"})
+        names = [f"Zip{number:04d}.zip" for number in range(1, self.ITEMS + 1)]
+        self.archive().write_bytes(protected_zip(dict.fromkeys(names, content), b"Valcoreaux1"))
+        self.write_list(*(rf"C:\Dossier {number}\a.txt,32,Zip{number:04d}" for number in range(1, self.ITEMS + 1)))
+        self.machine.slow_reads(ARCHIVE_NAME, self.READ_MILLISECONDS)
+        self.assertEqual(self.check(password="Valcoreaux2")[0], WRONG_PASSWORD)
+        self.assertTrue(self.machine.is_met(), "the reads were slow")
+        self.assertLess(self.machine.hits() * self.READ_MILLISECONDS, self.LONGEST_MILLISECONDS)
 
 
 class DiscTest(CheckTest):
