@@ -86,6 +86,16 @@ class ArchiverLinesTest(SystemTest):
         self.restore_all()
         self.assertEqual([self.station.path(path).exists() for path in paths], [False, False])
 
+    def test_an_item_of_a_drive_that_is_not_there_does_not_come_back_and_nothing_says_so(self):
+        self.disk()
+        path = self.document("b.txt")
+        self.write_backup([r"X:\Plans\plan.txt,32,Zip0001", f"{path},32,Zip0002"],
+                          {1: {"plan.txt": b"plan"}, 2: {"b.txt": b"sauvegarde"}})
+        box = self.restore_all()
+        self.assertEqual((box.title, box.icon), (self.words("Restauration des fichiers"), "exclamation"))
+        self.assertEqual(self.station.path(path).read_bytes(), b"sauvegarde")
+        self.assertEqual(list(self.station.path("C:").rglob("plan.txt")), [])
+
 
 if __name__ == "__main__":
     unittest.main()
