@@ -50,7 +50,7 @@ MAY_INCLUDE = {
     "main": {"main", "form", "logic", "ui", "platform", "windows", "win32", "resources", "system"},
     "form": {"form", "logic", "ui", "platform", "resources"},
     "logic": {"logic", "platform", "resources"},
-    "ui": {"ui", "win32", "system", "resources"},
+    "ui": {"ui", "win32", "system"},
     "platform": {"platform"},
     "windows": {"windows", "platform", "win32", "system"},
     "win32": {"win32", "system"},
@@ -155,6 +155,11 @@ class LayersTest(unittest.TestCase):
         self.assertTrue(list(layer_breaches(logic, '#include "ui/Form.h"\n')))
         self.assertFalse(list(layer_breaches(logic, '#include "platform/Files.h"\n#include <string>\n')))
 
+    def test_a_control_that_includes_the_programs_texts_is_found(self):
+        control = PROJECT / "src" / "ui" / "Example.cpp"
+        self.assertTrue(list(layer_breaches(control, '#include "resources/TextId.h"\n')))
+        self.assertFalse(list(layer_breaches(control, '#include "win32/UniqueHandle.h"\n#include <windows.h>\n')))
+
     def test_every_room_stands_on_those_below_it(self):
         breaches = [breach for path in sources("src") for breach in room_breaches(path, path.read_text(encoding="utf-8"))]
         self.assertEqual(breaches, [])
@@ -239,7 +244,7 @@ class LayoutTest(unittest.TestCase):
         self.assertEqual(done.returncode, 0)
 
 
-DETACHED = re.compile(r"\.\s*detach\s*\(")
+DETACHED = re.compile(r"(?:\.|->)\s*detach\s*\(")
 
 
 class ThreadsTest(unittest.TestCase):
@@ -249,6 +254,12 @@ class ThreadsTest(unittest.TestCase):
         native = PROJECT / "tests" / "support" / "NativeThread.cpp"
         found = {path for path in sources("src", "tests", "bench") if DETACHED.search(path.read_text(encoding="utf-8"))}
         self.assertEqual(found, {native})
+
+    def test_a_thread_that_is_detached_is_found_however_it_is_held(self):
+        for line in ("thread.detach();", "std::thread(steps) .detach ();", "thread_->detach();", "thread_\n    -> detach();"):
+            self.assertTrue(DETACHED.search(line), line)
+        for line in ("subclass.Detach();", "detach(thread);", "thread.detached();"):
+            self.assertFalse(DETACHED.search(line), line)
 
 
 if __name__ == "__main__":

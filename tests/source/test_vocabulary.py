@@ -8,7 +8,7 @@ PROJECT = Path(__file__).resolve().parent.parent.parent
 PAGE = PROJECT / "docs" / "vocabulary.md"
 # A type prefix and a capital: what no English name of this program looks like.
 GIVEN = re.compile(r"\b(?:frm|ctl|cls|mod|cmd|opt|chk|cbo|cmb|lbl|txt|lst|dlb|flb|lv|pgb|pb|stBar|mnu|str|lng|dbl|bln|arr|"
-                   r"mstr|mi|fl)[A-ZÉ]\w*")
+                   r"mstr|mi|m|fl|fra|f|int|obj)[A-ZÉ]\w*")
 LABEL = re.compile(r'L"(\w+), (?:module|Module|Class) (\w+)"')
 COMMENT = re.compile(r"//[^\n]*|/\*[^*]*\*/")
 TEXT = re.compile(r'L?"(?:[^"\\\n]|\\.)*"')
@@ -59,6 +59,8 @@ class VocabularyTest(unittest.TestCase):
     def test_a_name_with_a_prefix_is_found_in_code_and_labels_and_not_in_comments(self):
         self.assertEqual(names_used('int lngExample = 1; // strOther\nShow(L"cmdOne_Click, module frmTwo", L"blnText");'),
                          {"lngExample", "cmdOne", "frmTwo"})
+        self.assertEqual(names_used("int intCount = objDisc.mTotal + fFrame.fraInner; m.print(interval, object, fast);"),
+                         {"intCount", "objDisc", "mTotal", "fFrame", "fraInner"})
 
 
 if __name__ == "__main__":
