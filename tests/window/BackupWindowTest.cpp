@@ -1,6 +1,7 @@
 #include "BackupWindowBench.h"
 #include "CaptionFit.h"
 #include "Footprint.h"
+#include "ImportSwap.h"
 #include "KeyboardReach.h"
 #include "ScreenFit.h"
 #include "core/LanguageValues.h"
@@ -12,11 +13,23 @@
 #include <string>
 #include <vector>
 
+extern "C" {
+extern decltype(&GetSysColor) __imp_GetSysColor;
+}
+
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+
+constexpr COLORREF Red = 255;
+constexpr COLORREF White = 0xFFFFFF;
+
+/// The colours of a contrast scheme: all black but the text.
+DWORD WINAPI ColorOfBlackScheme(int index) {
+    return index == COLOR_WINDOWTEXT ? White : 0;
+}
 
 const std::map<int, TextId> CaptionIds = {{IDC_lblVitesse, TextId::WriteSpeedCaption},
                                           {IDC_lblNomVolume, TextId::DiscTitleCaption},
@@ -128,6 +141,18 @@ TEST_F(BackupWindowTest, RequiredSpaceThatReachesTheMediumTurnsRed) {
     EXPECT_EQ(ColorOf(IDC_lblEspaceRequis), 255u);
     ExpectOnlyBox(Resource(TextId::MediumTooSmall), L"Capacité maximale atteinte", box::Exclamation);
     EXPECT_FALSE(IsEnabled(IDC_cmdLancer));
+}
+
+TEST_F(BackupWindowTest, RequiredSpaceThatFitsIsAsReadableAsTheSchemesText) {
+    const ImportSwap scheme(&__imp_GetSysColor, &ColorOfBlackScheme);
+    AddRemovable(L"E:\\");
+    machine.drives.At(L"E:\\")->space.freeBytes = 3150000;
+    Open(Medium::RemovableDisk, L"E:\\");
+    EXPECT_EQ(ColorOf(IDC_lblEspaceRequis), White);
+    AddItems();
+    EXPECT_EQ(ColorOf(IDC_lblEspaceRequis), Red);
+    SendMessageW(HostedAt(IDC_cmdEffacerTouteListe), BM_CLICK, 0, 0);
+    EXPECT_EQ(ColorOf(IDC_lblEspaceRequis), White);
 }
 
 TEST_F(BackupWindowTest, WorkSpaceThatIsReachedTurnsRedOnARemoval) {
