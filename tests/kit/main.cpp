@@ -30,7 +30,8 @@ constexpr const wchar_t* FewUnitTests =
     L"FilesContract/1.*:OperatingSystemContract/1.*:EnvironmentContract/1.*:LocaleContract/1.*:"
     L"SettingsFilesContract/1.*:UserAccountContract/1.*:ClockContract/1.*:DrivesContract/1.*:"
     L"ProcessesContract/1.*:UsbDevicesContract/1.*:HeldFiles.*";
-constexpr const wchar_t* FewWindowTests = L"ScanControl*:StringResource*:ProgressBar*:MessageBox*:WindowsPower.*";
+constexpr const wchar_t* FewWindowTests =
+    L"ScanControl*:StringResource*:ProgressBar*:MessageBox*:Windows/PowerContract/*";
 
 struct Options {
     wchar_t letter = L'\0';

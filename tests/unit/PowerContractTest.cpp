@@ -1,6 +1,14 @@
+#include "support/PowerContract.h"
 #include "support/FakePower.h"
 
-#include <gtest/gtest.h>
+namespace {
+
+struct FakePowerBench {
+    FakePower power;
+    bool IsKeptAwake() const { return power.awakeHolds > 0; }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, PowerContract, FakePowerBench);
 
 TEST(FakePower, CountsHoldsThatLive) {
     FakePower power;
@@ -11,3 +19,5 @@ TEST(FakePower, CountsHoldsThatLive) {
     EXPECT_EQ(power.awakeHolds, 0);
     EXPECT_EQ(power.awakeHoldsTaken, 1);
 }
+
+} // namespace
