@@ -1,6 +1,7 @@
 // What the real ports ask of the system, to the letter: Wine and most machines would give the same answer to less.
 #include "ImportSwap.h"
 #include "platform/RuntimeError.h"
+#include "platform/Thread.h"
 #include "platform/windows/WindowsConsole.h"
 #include "platform/windows/WindowsDrives.h"
 #include "platform/windows/WindowsEventLog.h"
@@ -9,8 +10,14 @@
 
 #include <gtest/gtest.h>
 
+#include <process.h>
+
+#include <cerrno>
 #include <cstring>
+#include <memory>
 #include <string>
+#include <system_error>
+#include <utility>
 
 extern "C" {
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
@@ -22,6 +29,7 @@ extern decltype(&DeviceIoControl) __imp_DeviceIoControl;
 extern decltype(&AttachConsole) __imp_AttachConsole;
 extern decltype(&SetConsoleCtrlHandler) __imp_SetConsoleCtrlHandler;
 extern decltype(&CreateFileW) __imp_CreateFileW;
+extern decltype(&_beginthreadex) __imp__beginthreadex;
 }
 
 namespace {
@@ -203,6 +211,26 @@ TEST_F(ConsoleAttaching, ControlKeysAreStillTakenAfterTheInputsConsoleWasAttache
     EXPECT_THROW(console.Input(), RuntimeError);
     EXPECT_TRUE(isAttached);
     EXPECT_TRUE(isControlHandled);
+}
+
+uintptr_t __cdecl MakeNoThread(void*, unsigned, _beginthreadex_proc_type, void*, unsigned, unsigned*) {
+    errno = EAGAIN;
+    return 0;
+}
+
+TEST(RealPortCalls, AThreadThatCannotBeMadeIsAFailureAndLeavesNothing) {
+    bool hasRun = false;
+    auto held = std::make_shared<int>();
+    const std::weak_ptr<int> seen = held;
+    const ImportSwap swap(&__imp__beginthreadex, &MakeNoThread);
+    try {
+        StartThread([&hasRun, held = std::move(held)] { hasRun = true; });
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const std::system_error& error) {
+        EXPECT_EQ(error.code(), std::errc::resource_unavailable_try_again);
+    }
+    EXPECT_FALSE(hasRun);
+    EXPECT_TRUE(seen.expired());
 }
 
 } // namespace
