@@ -14,7 +14,7 @@
 #include "platform/windows/WindowsConsole.h"
 #include "platform/windows/WindowsFileStore.h"
 #include "resources/TextId.h"
-#include "shell/Language.h"
+#include "shell/LanguageChoice.h"
 #include "shell/StartUp.h"
 #include "ui/MessagePump.h"
 #include "ui/PathDialogs.h"

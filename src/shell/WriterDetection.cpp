@@ -6,7 +6,7 @@
 #include "platform/MessageLoop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
-#include "shell/Language.h"
+#include "shell/LanguageChoice.h"
 #include "shell/modObtenirUSB.h"
 
 #include <cmath>

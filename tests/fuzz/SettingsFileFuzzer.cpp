@@ -6,7 +6,7 @@
 #include "core/LongConversion.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
-#include "shell/Language.h"
+#include "shell/LanguageChoice.h"
 #include "shell/WriterDetection.h"
 #include "support/FakeMachine.h"
 

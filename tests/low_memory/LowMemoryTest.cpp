@@ -14,7 +14,7 @@
 #include "restore/TickMemory.h"
 #include "shell/DiskDetection.h"
 #include "shell/ErrorReport.h"
-#include "shell/Language.h"
+#include "shell/LanguageChoice.h"
 #include "support/FakeBackupView.h"
 #include "support/SelectionBench.h"
 

@@ -9,7 +9,7 @@
 #include "platform/discs/DiscWriter.h"
 #include "resources/TextId.h"
 #include "shell/DiskDetection.h"
-#include "shell/Language.h"
+#include "shell/LanguageChoice.h"
 #include "shell/StartUp.h"
 #include "shell/WriterDetection.h"
 

@@ -1,4 +1,4 @@
-#include "shell/Language.h"
+#include "shell/LanguageChoice.h"
 
 #include "core/LanguageValues.h"
 #include "platform/RuntimeError.h"
