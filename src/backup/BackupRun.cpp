@@ -1,6 +1,7 @@
 #include "backup/BackupRun.h"
 
 #include "backup/DriveEntries.h"
+#include "backup/SpaceFigures.h"
 #include "core/ArchiveValues.h"
 #include "core/SpaceValues.h"
 #include "core/WriterFlags.h"

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "backup/DiscFacts.h"
 #include "backup/RunPhase.h"
-#include "backup/StartCondition.h"
 #include "core/Medium.h"
 #include "platform/Power.h"
 

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "backup/StartCondition.h"
+#include "backup/DiscFacts.h"
+#include "core/Application.h"
 #include "core/Currency.h"
+#include "core/Medium.h"
 
 #include <array>
 #include <string>

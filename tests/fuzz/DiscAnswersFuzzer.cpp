@@ -4,6 +4,7 @@
 #include "Require.h"
 
 #include "backup/MediumReport.h"
+#include "backup/StartCondition.h"
 #include "backup/WriteSpeeds.h"
 #include "discutil/CdSpace.h"
 #include "discutil/DiscInformation.h"

@@ -1,5 +1,7 @@
 #include "backup/DiscRules.h"
 #include "backup/MediumReport.h"
+#include "backup/SpaceFigures.h"
+#include "backup/StartCondition.h"
 #include "backup/VolumeLabel.h"
 #include "backup/WriteSpeeds.h"
 #include "core/LanguageValues.h"

@@ -1,5 +1,6 @@
 // The backup window's disc side when drives, discs and users do what they do.
 #include "backup/DiscErrors.h"
+#include "backup/StartCondition.h"
 #include "core/LanguageValues.h"
 #include "core/SpaceValues.h"
 #include "core/WriterFlags.h"

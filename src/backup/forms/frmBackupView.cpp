@@ -1,6 +1,7 @@
 // What the run and the disc side make the backup window show.
 #include "backup/forms/frmBackup.h"
 
+#include "backup/SpaceFigures.h"
 #include "backup/StartCondition.h"
 #include "core/SpaceValues.h"
 #include "core/StartUpValues.h"
