@@ -1,5 +1,6 @@
 #include "archive/modGestionMotPasse.h"
 
+#include "archive/PassingSecret.h"
 #include "platform/Text.h"
 
 #include <bitset>
@@ -45,11 +46,6 @@ bool VerifierComplexiteMotPasse(const std::wstring& password, const std::wstring
 
 bool MotsPasseIdentiques(std::wstring_view password, std::wstring_view confirmation) {
     return !confirmation.empty() && password == confirmation;
-}
-
-void Forget(std::wstring& secret) {
-    for (volatile wchar_t& character : secret) character = L'\0';
-    secret.clear();
 }
 
 std::wstring_view WithoutBlanksAround(std::wstring_view text) {

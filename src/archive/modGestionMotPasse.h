@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 
 /// The rules of the backup password.
 namespace modGestionMotPasse {
@@ -14,22 +13,6 @@ bool VerifierComplexiteMotPasse(const std::wstring& password, const std::wstring
 
 /// Whether a confirmation was given and is the password, case for case.
 bool MotsPasseIdentiques(std::wstring_view password, std::wstring_view confirmation);
-
-/// Overwrites a secret before it gives its memory back, and leaves it empty.
-void Forget(std::wstring& secret);
-
-/// A password that is overwritten with the end of its life.
-class PassingSecret {
-  public:
-    explicit PassingSecret(std::wstring text) : text_(std::move(text)) {}
-    ~PassingSecret() { Forget(text_); }
-    PassingSecret(const PassingSecret&) = delete;
-    PassingSecret& operator=(const PassingSecret&) = delete;
-    const std::wstring& Text() const { return text_; }
-
-  private:
-    std::wstring text_;
-};
 
 /// The part of a password that a confirmation is held against, in the password's own memory.
 std::wstring_view WithoutBlanksAround(std::wstring_view text);

@@ -1,6 +1,6 @@
 #include "check/CheckJob.h"
 
-#include "archive/modGestionMotPasse.h"
+#include "archive/PassingSecret.h"
 
 #include <mutex>
 #include <utility>
@@ -31,7 +31,7 @@ struct CheckJob::Shared {
         };
         report = RunCheck(*files, request, hooks);
         request.known.reset();
-        if (request.password) modGestionMotPasse::Forget(*request.password);
+        if (request.password) Forget(*request.password);
     }
 };
 

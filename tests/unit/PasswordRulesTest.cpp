@@ -1,3 +1,4 @@
+#include "archive/PassingSecret.h"
 #include "archive/modGestionMotPasse.h"
 
 #include <gtest/gtest.h>
@@ -80,7 +81,7 @@ TEST(PasswordConfirmation, IsComparedCaseForCase) {
 TEST(Secret, IsOverwrittenBeforeItGoes) {
     std::wstring secret = L"Abcdefghijklmnopqrstuvwxyz1";
     const wchar_t* place = secret.data();
-    modGestionMotPasse::Forget(secret);
+    Forget(secret);
     EXPECT_TRUE(secret.empty());
     for (int at = 0; at < 27; ++at) EXPECT_EQ(place[at], L'\0');
 }

@@ -1,5 +1,6 @@
 #include "archive/forms/frmMotPasse.h"
 
+#include "archive/PassingSecret.h"
 #include "archive/modGestionMotPasse.h"
 #include "core/ArchiveValues.h"
 #include "core/UserValues.h"
@@ -11,7 +12,6 @@
 
 namespace {
 
-using modGestionMotPasse::PassingSecret;
 using modGestionMotPasse::WithoutBlanksAround;
 
 constexpr std::array Captions = {
@@ -55,7 +55,7 @@ frmMotPasse::frmMotPasse(Application& app, PasswordMode mode)
     : ApplicationForm(app, IDD_frmMotPasse, L"frmMotPasse"), mode_(mode) {}
 
 frmMotPasse::~frmMotPasse() {
-    if (answer_) modGestionMotPasse::Forget(*answer_);
+    if (answer_) Forget(*answer_);
 }
 
 void frmMotPasse::OnLoad() {

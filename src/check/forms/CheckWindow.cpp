@@ -1,7 +1,7 @@
 #include "check/forms/CheckWindow.h"
 
 #include "archive/DriveLines.h"
-#include "archive/modGestionMotPasse.h"
+#include "archive/PassingSecret.h"
 #include "platform/Locale.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
@@ -183,7 +183,7 @@ void CheckWindow::OnUnload() {
     std::wstring password = password_.Text();
     password_.SetText(std::wstring(password.size(), L' '));
     password_.SetText(L"");
-    modGestionMotPasse::Forget(password);
+    Forget(password);
 }
 
 /// A drive may take its time to answer.
