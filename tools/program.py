@@ -162,6 +162,10 @@ class Window:
         """Files and folders arrive as if dragged from the desktop."""
         self.program.driver.call("drop", self.control(name).handle, *paths)
 
+    def panels(self, name):
+        """The texts of a status bar."""
+        return [row[0] for row in self.program.driver.call("panels", self.control(name).handle)]
+
     def progress(self, name):
         return int(self.program.driver.call("send", self.control(name).handle, PBM_GETPOS, 0, 0)[0][0])
 

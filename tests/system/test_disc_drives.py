@@ -70,7 +70,8 @@ class DriveTest(DiscTest):
         self.cd.insert("DVD+R")
         program.message_box(30)
         self.cd.insert("DVD-R")
-        time.sleep(4)
+        # By the time that the window answers with the second disc it has also done what it does about it.
+        program.wait(lambda: backup.panels("stBarDataWriter")[0] == "DVD-R", "the second disc", 60)
         boxes = [window for window in program.windows() if window.title == self.words("Erreur format de disque")]
         self.assertEqual(len(boxes), 1)
         program.answer(IDOK)

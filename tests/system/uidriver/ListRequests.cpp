@@ -107,6 +107,21 @@ Rows Columns(const Row& fields) {
     return rows;
 }
 
+// panels STATUSBAR: the text of each
+Rows Panels(const Row& fields) {
+    const HWND bar = WindowAt(fields, 1);
+    RemoteBlock block(bar, TextLimit * sizeof(wchar_t));
+    Rows rows;
+    for (WPARAM panel = 0; panel < static_cast<WPARAM>(Send(bar, SB_GETPARTS)); ++panel) {
+        if (LOWORD(Send(bar, SB_GETTEXTLENGTHW, panel)) >= TextLimit) throw RequestError("a panel's text is too long");
+        wchar_t text[TextLimit] = {};
+        Send(bar, SB_GETTEXTW, panel, block.Address());
+        block.Read(0, text, sizeof text - sizeof(wchar_t));
+        rows.push_back({text});
+    }
+    return rows;
+}
+
 // rows LIST FIRST COUNT: is ticked, is selected, then the text of each column
 Rows ListRows(const Row& fields) {
     const HWND list = WindowAt(fields, 1);
@@ -181,6 +196,7 @@ void AddListRequests(RequestTable& table) {
     table[L"columns"] = Columns;
     table[L"rows"] = ListRows;
     table[L"rowcount"] = RowCount;
+    table[L"panels"] = Panels;
     table[L"clickrow"] = ClickRow;
 }
 
