@@ -49,7 +49,7 @@ class BurnerEvents : public testing::Test {
         HRESULT result = E_FAIL;
         const auto stream = OpenFileStream(bench_.MakeFile(L"image", 10 * Mastering::SectorBytes), result);
         // An event that comes late may find this function and its test gone.
-        const auto seen = std::make_shared<SeenThreads>();
+        auto seen = std::make_shared<SeenThreads>();
         const ComPointer<WriteSink> sink(new WriteSink([seen](auto*, auto*) { seen->NoteThisOne(); }));
         const SinkConnection connection(drive.Data(), static_cast<DDiscFormat2DataEvents*>(sink.Get()));
         EXPECT_EQ(drive.Data()->Write(stream.Get()), S_OK);
