@@ -127,13 +127,13 @@ void CheckRows::TickAll(bool isTicked) {
     tickedCount_ = isTicked ? rows_.size() : 0;
 }
 
-std::set<std::wstring> CheckRows::Wanted() const {
-    std::set<std::wstring> wanted;
-    if (tickedCount_ == rows_.size()) return wanted;
+std::shared_ptr<const NameSet> CheckRows::Wanted() const {
+    if (tickedCount_ == rows_.size()) return nullptr;
+    std::vector<PackedText> wanted;
     for (const Row& row : rows_) {
-        if (row.isTicked) wanted.insert(row.item->archive);
+        if (row.isTicked) wanted.push_back(row.item->archive);
     }
-    return wanted;
+    return std::make_shared<const NameSet>(wanted);
 }
 
 int CheckRows::SortBy(CheckColumn column, int row) {

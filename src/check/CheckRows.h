@@ -45,8 +45,8 @@ class CheckRows {
     void Toggle(int row);
     void TickAll(bool isTicked);
     bool IsAnyTicked() const { return tickedCount_ > 0; }
-    /// The inner archives of the ticked items; empty when all are ticked.
-    std::set<std::wstring> Wanted() const;
+    /// The inner archives of the ticked items; nothing when all are ticked.
+    std::shared_ptr<const NameSet> Wanted() const;
 
     /// Orders the rows by a column; the second time in a row the other way round. Gives where the row went that was at
     /// `row` (-1: none).

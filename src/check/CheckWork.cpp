@@ -42,9 +42,7 @@ std::uint64_t PrintOf(InputFile& file) {
 /// How large the wanted inner archives are, as the outer directory has it.
 class WantedSizes final : public DirectoryTally {
   public:
-    explicit WantedSizes(const std::set<std::wstring>& wanted) {
-        for (const std::wstring& name : wanted) wanted_.insert(UpperCase(name));
-    }
+    explicit WantedSizes(const NameSet& wanted) : wanted_(wanted) {}
     std::uint64_t Sum() const { return sum_; }
 
   protected:
@@ -52,11 +50,11 @@ class WantedSizes final : public DirectoryTally {
         const std::wstring name = ArchiveOfRow(std::wstring(record.name.begin(), record.name.end()));
         // A directory that is not sane may say anything.
         const std::uint64_t left = std::numeric_limits<std::uint64_t>::max() - sum_;
-        if (wanted_.contains(UpperCase(name))) sum_ += std::min(record.sizeBytes, left);
+        if (wanted_.Contains(name)) sum_ += std::min(record.sizeBytes, left);
     }
 
   private:
-    std::set<std::wstring> wanted_;
+    const NameSet& wanted_;
     std::uint64_t sum_ = 0;
 };
 
@@ -112,7 +110,7 @@ class CheckWork {
             return;
         } else if (!FindPassphrase()) {
             // Who follows the work has a use for the rows. Elsewhere they would hide that the password is wrong.
-            if (hooks_.onItem) Inspection(std::move(rows), report_, {}, request_.wanted, hooks_.onItem);
+            if (hooks_.onItem) Inspection(std::move(rows), report_, {}, request_.wanted.get(), hooks_.onItem);
         } else if (HasRoom()) {
             Walk(std::move(rows));
         }
@@ -142,7 +140,7 @@ class CheckWork {
     }
 
     bool TakeKnown() {
-        BackupReport* known = request_.wanted.empty() ? request_.known.get() : nullptr;
+        BackupReport* known = request_.wanted ? nullptr : request_.known.get();
         if (!known || known->archive != report_.archive || known->listPrint != report_.listPrint) return false;
         report_.texts = std::move(known->texts);
         report_.items = std::move(known->items);
@@ -198,8 +196,8 @@ class CheckWork {
     }
 
     std::uint64_t WantedBytes() {
-        if (request_.wanted.empty()) return report_.archiveBytes;
-        WantedSizes sizes(request_.wanted);
+        if (!request_.wanted) return report_.archiveBytes;
+        WantedSizes sizes(*request_.wanted);
         try {
             ReadOuterDirectory(*archive_, sizes, [this](std::size_t) { StopIfAsked(); });
         } catch (const RuntimeError&) {
@@ -213,7 +211,7 @@ class CheckWork {
         if (recovery_) takers.push_back(recovery_.get());
         Comparison comparison(files_, [this] { StopIfAsked(); });
         if (request_.isComparison) takers.push_back(&comparison);
-        Inspection inspection(std::move(rows), report_, takers, request_.wanted, hooks_.onItem);
+        Inspection inspection(std::move(rows), report_, takers, request_.wanted.get(), hooks_.onItem);
         report_.walk = WalkBackup(*archive_, passphrase_, inspection, [this](std::size_t bytes) {
             StopIfAsked();
             done_ += bytes;

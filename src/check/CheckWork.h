@@ -1,18 +1,18 @@
 #pragma once
 
 #include "check/BackupReport.h"
+#include "check/NameSet.h"
 
 #include <functional>
 #include <memory>
-#include <set>
 
 /// What is to be checked, or recovered.
 struct CheckRequest {
     std::wstring place;                   ///< a drive, a folder, or the path of an archive
     std::optional<std::wstring> password; ///< nothing: none was given
     bool isComparison = false;
-    std::optional<std::wstring> target; ///< of a recovery; nothing: a check
-    std::set<std::wstring> wanted;      ///< names of inner archives; empty: all
+    std::optional<std::wstring> target;    ///< of a recovery; nothing: a check
+    std::shared_ptr<const NameSet> wanted; ///< inner archives; nothing: all
     std::wstring profileFolder;
     bool isListOnly = false; ///< the rows of the list are read, and nothing else
     /// Of a work that has read the rows of the same backup and nothing else. Where the list is still the same, its

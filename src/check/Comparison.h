@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 
 /// Holds the files of a backup against those of this computer, and finds what the backup lacks. Files that cannot be
 /// opened here are passed over.

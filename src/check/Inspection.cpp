@@ -20,9 +20,8 @@ std::wstring ArchiveOfRow(const std::wstring& name) {
 }
 
 Inspection::Inspection(std::deque<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
-                       const std::set<std::wstring>& wanted, OnItemKnown onItemKnown)
-    : report_(report), takers_(std::move(takers)), onItemKnown_(std::move(onItemKnown)) {
-    for (const std::wstring& name : wanted) wanted_.insert(UpperCase(name));
+                       const NameSet* wanted, OnItemKnown onItemKnown)
+    : report_(report), takers_(std::move(takers)), wanted_(wanted), onItemKnown_(std::move(onItemKnown)) {
     for (const ItemReport& item : report_.items) Tell(item, false);
     nextPlace_ = static_cast<std::uint32_t>(report_.items.size());
     // The rows go one by one while the items come.
@@ -49,7 +48,7 @@ bool Inspection::Wants(const std::wstring& name) {
 }
 
 bool Inspection::IsWanted(const std::wstring& archive) const {
-    return wanted_.empty() || wanted_.contains(UpperCase(archive));
+    return !wanted_ || wanted_->Contains(archive);
 }
 
 void Inspection::Tell(const ItemReport& item, bool isSettled) const {

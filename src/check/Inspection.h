@@ -1,10 +1,10 @@
 #pragma once
 
 #include "check/BackupReport.h"
+#include "check/NameSet.h"
 
 #include <deque>
 #include <functional>
-#include <set>
 
 /// What else is done with the files of a backup while it is inspected: recovering them, or comparing them.
 class FileTaker {
@@ -31,7 +31,7 @@ class Inspection final : public WalkListener {
     /// Items that are in it already are those of the first rows. Borrows all of it; `takers` get every file in turn.
     /// With `wanted`, other items are passed over and left out of the report.
     Inspection(std::deque<ListedItem> rows, BackupReport& report, std::vector<FileTaker*> takers,
-               const std::set<std::wstring>& wanted = {}, OnItemKnown onItemKnown = {});
+               const NameSet* wanted = nullptr, OnItemKnown onItemKnown = {});
 
     void OnItem(const ZipEntry& item) override;
     void OnFile(const ZipEntry& file) override;
@@ -52,7 +52,7 @@ class Inspection final : public WalkListener {
 
     BackupReport& report_;
     std::vector<FileTaker*> takers_;
-    std::set<std::wstring> wanted_; ///< in upper case
+    const NameSet* wanted_; ///< nothing: all
     OnItemKnown onItemKnown_;
     std::uint32_t nextPlace_ = 0;
     TextIndex rows_; ///< the items that have a row, by their inner archives

@@ -10,6 +10,7 @@
 namespace {
 
 constexpr int MostNumbers = 100000;
+constexpr std::size_t MostFoldersKept = 1000;
 constexpr std::size_t CompareBytes = 65536;
 constexpr std::uint64_t PlentyBytes = std::uint64_t{16} << 20;
 constexpr const wchar_t* TrialName = L"OKRBACKUP.damaged";
@@ -127,6 +128,8 @@ void Recovery::MakeFolders(const std::wstring& path) {
         MakeFolders(above);
         files_.MakeFolder(path);
     }
+    // They are there: one that is forgotten is found again.
+    if (madeFolders_.size() == MostFoldersKept) madeFolders_.clear();
     madeFolders_.insert(path);
 }
 

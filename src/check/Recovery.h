@@ -3,6 +3,7 @@
 #include "check/Inspection.h"
 
 #include <memory>
+#include <set>
 
 /// Writes the files of a backup below a folder. Nothing is ever overwritten: what is there already, byte for byte,
 /// stays and counts; anything else gets a number beside it. A file carries another name until it is whole, and keeps it

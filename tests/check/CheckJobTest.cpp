@@ -137,7 +137,7 @@ TEST_F(CheckJobTest, RowsOfAnotherListAreReadAnew) {
 
 TEST_F(CheckJobTest, APartKeepsThePlacesOfItsItems) {
     files->gate.Open();
-    request.wanted = {L"zip0002", L"Zip0003"};
+    request.wanted = std::make_shared<const NameSet>(std::vector{L"zip0002", L"Zip0003"});
     CheckJob job(files, request);
     ASSERT_TRUE(WaitForEnd(job));
     const auto report = job.Report();

@@ -41,6 +41,14 @@ class CheckRowsTest : public testing::Test {
         for (int row = 0; row < rows.Count(); ++row) cells.push_back(rows.Cell(row, column));
         return cells;
     }
+    std::vector<std::wstring> WantedOfThree() const {
+        const auto wanted = rows.Wanted();
+        std::vector<std::wstring> names;
+        for (const wchar_t* name : {L"Zip0001", L"Zip0002", L"Zip0003"}) {
+            if (wanted && wanted->Contains(name)) names.emplace_back(name);
+        }
+        return names;
+    }
 
     FakeStringTable strings;
     NumberWords words{[this](TextId id) { return strings.Load(static_cast<int>(id) + 10000); }, L"."};
@@ -133,16 +141,16 @@ TEST_F(CheckRowsTest, AmountsAreOrderedAsNumbers) {
 TEST_F(CheckRowsTest, AllAreTickedAndThenNothingIsLeftOut) {
     List();
     EXPECT_TRUE(rows.IsAnyTicked());
-    EXPECT_TRUE(rows.Wanted().empty());
+    EXPECT_EQ(rows.Wanted(), nullptr);
     rows.SortBy(CheckColumn::Path, -1);
     rows.Toggle(0);
-    EXPECT_THAT(rows.Wanted(), ElementsAre(L"Zip0001", L"Zip0002"));
+    EXPECT_THAT(WantedOfThree(), ElementsAre(L"Zip0001", L"Zip0002"));
     rows.TickAll(false);
     EXPECT_FALSE(rows.IsAnyTicked());
     rows.Toggle(0);
-    EXPECT_THAT(rows.Wanted(), ElementsAre(L"Zip0003"));
+    EXPECT_THAT(WantedOfThree(), ElementsAre(L"Zip0003"));
     rows.TickAll(true);
-    EXPECT_TRUE(rows.Wanted().empty());
+    EXPECT_EQ(rows.Wanted(), nullptr);
 }
 
 TEST_F(CheckRowsTest, TicksStayWhenAllIsToldAnew) {

@@ -208,14 +208,14 @@ TEST_F(CheckWorkTest, WithoutRoomNothingIsBegun) {
 }
 
 TEST_F(CheckWorkTest, TickedItemsAreHeldAgainstTheRoomByTheirOwnSizes) {
-    request.wanted = {L"zip0002"};
+    request.wanted = std::make_shared<const NameSet>(std::vector{L"zip0002"});
     files.freeBytes = 1000;
     const BackupReport without = Recover();
     EXPECT_EQ(without.verdict, Verdict::NoRoom);
     EXPECT_GT(without.neededBytes, 5000u) << "that much noise does not get smaller";
     EXPECT_LT(without.neededBytes, without.archiveBytes);
     EXPECT_EQ(files.Paths().size(), 2u) << "nothing was begun";
-    request.wanted = {L"Zip0001"};
+    request.wanted = std::make_shared<const NameSet>(std::vector{L"Zip0001"});
     EXPECT_EQ(Recover().ExitCode(), 0);
 }
 

@@ -31,7 +31,7 @@ void CheckWindow::Begin(Work work, CheckRequest request) {
     request.profileFolder = app_.user->strProfilUtilisateur;
     if (work != Work::Listing) request.password = password_.Text();
     std::erase_if(tasks_, [](const BackgroundTask& task) { return task.HasEnded(); });
-    isPart_ = !request.wanted.empty();
+    isPart_ = request.wanted != nullptr;
     hasNewRows_ = false;
     isMediumLost_ = false;
     if (!isPart_) request.known = std::exchange(untouched_, nullptr);
