@@ -74,12 +74,6 @@ void Control::SetWidth(int widthTwips) {
     Move(bounds);
 }
 
-void Control::SetTop(int topTwips) {
-    BoundsTwips bounds = Bounds();
-    bounds.top = topTwips;
-    Move(bounds);
-}
-
 void Control::Refresh() {
     RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }

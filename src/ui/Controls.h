@@ -32,7 +32,6 @@ class Control {
     BoundsTwips Bounds() const;
     void Move(const BoundsTwips& bounds);
     void SetWidth(int widthTwips);
-    void SetTop(int topTwips);
     void Refresh();
 
   protected:

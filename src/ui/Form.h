@@ -43,7 +43,6 @@ class Form {
     /// close it are dropped otherwise, however they came.
     bool TakesInput() const;
     HWND Handle() const { return window_; }
-    Form* Owner() const { return owner_; }
     HWND ControlHandle(int controlId) const;
 
     void Enable(bool isEnabled);
