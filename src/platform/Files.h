@@ -35,10 +35,13 @@ class OutputFile {
 class Files {
   public:
     virtual ~Files() = default;
+    /// False for a folder, for a name with a backslash behind, and where the system cannot tell.
     virtual bool FileExists(const std::wstring& path) const = 0;
+    /// With or without a backslash behind. False for a file, and where the system cannot tell.
     virtual bool FolderExists(const std::wstring& path) const = 0;
     /// The shell's directory test: false for anything that is missing.
     virtual bool IsDirectory(const std::wstring& path) const = 0;
+    /// Bytes. Throws 53 for a folder too.
     virtual std::uint64_t FileSize(const std::wstring& path) const = 0;
     virtual FolderContents Contents(const std::wstring& folder) const = 0;
     /// Of the contents, what the user's Explorer shows: no link, nothing that is hidden and of the system, and what is
@@ -62,9 +65,11 @@ class Files {
     /// Gives a file another name on the same drive, read-only or not; it has it on the device when the call returns.
     /// Throws 75 when the name is taken; both files are then as they were.
     virtual void Rename(const std::wstring& source, const std::wstring& target) = 0;
+    /// Deletes a file. Throws 70 when it is read-only or in use.
     virtual void Delete(const std::wstring& path) = 0;
     /// Throws 70 when the file could not be deleted at this moment; nothing when it could, or is not there.
     virtual void RequireDeletable(const std::wstring& path) const = 0;
+    /// Creates one folder. Throws 76 when the one above it is not there, 75 when the name is taken.
     virtual void CreateFolder(const std::wstring& path) = 0;
     /// Deletes the folder with all it holds, read-only entries excepted (70 when one is met). Of a link, the folder
     /// itself or one in it, only the link goes.
