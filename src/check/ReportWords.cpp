@@ -1,6 +1,5 @@
 #include "check/ReportWords.h"
 
-#include "platform/RuntimeError.h"
 #include "resources/TextId.h"
 
 #include <array>

@@ -8,8 +8,6 @@
 #include <string_view>
 #include <vector>
 
-class RuntimeError;
-
 /// Why something failed, as %1 or %3 of the texts that tell it.
 std::wstring FailureWords(const RuntimeError& error, const Texts& texts);
 

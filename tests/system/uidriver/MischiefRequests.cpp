@@ -6,6 +6,7 @@
 
 #include <sddl.h>
 
+#include <map>
 #include <vector>
 
 namespace uidriver {
@@ -14,12 +15,16 @@ namespace {
 
 /// The plan for one process, as long as the driver runs: it can still be read when the process has ended.
 AllocationPlan* PlanOf(DWORD process) {
-    static std::map<DWORD, AllocationPlan*> plans;
-    AllocationPlan*& plan = plans[process];
+    struct SharedPlan {
+        UniqueObject section;
+        AllocationPlan* plan = nullptr;
+    };
+    static std::map<DWORD, SharedPlan> plans;
+    auto& [section, plan] = plans[process];
     if (plan != nullptr) return plan;
-    const HANDLE section = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(AllocationPlan),
-                                              NameOfAllocationPlan(process).c_str());
-    plan = static_cast<AllocationPlan*>(MapViewOfFile(section, FILE_MAP_WRITE, 0, 0, sizeof(AllocationPlan)));
+    section = UniqueObject(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(AllocationPlan),
+                                              NameOfAllocationPlan(process).c_str()));
+    plan = static_cast<AllocationPlan*>(MapViewOfFile(section.Get(), FILE_MAP_WRITE, 0, 0, sizeof(AllocationPlan)));
     if (plan == nullptr) throw RequestError("no plan, error " + std::to_string(GetLastError()));
     return plan;
 }
@@ -39,6 +44,7 @@ Rows LoadIntoProcess(const Row& fields) {
     const UniqueObject thread(CreateRemoteThread(process.Get(), nullptr, 0, load, remote, 0, nullptr));
     if (!thread) throw RequestError("cannot enter the process, error " + std::to_string(GetLastError()));
     WaitForSingleObject(thread.Get(), INFINITE);
+    VirtualFreeEx(process.Get(), remote, 0, MEM_RELEASE);
     DWORD library = 0;
     GetExitCodeThread(thread.Get(), &library);
     if (library == 0) throw RequestError("the process does not load the library");
