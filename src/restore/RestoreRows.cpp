@@ -72,7 +72,7 @@ void RestoreRows::Add(const Application& app, std::vector<ControlFileRecord> rec
     for (ControlFileRecord& record : records) {
         rows_.push_back({std::move(record), {}});
         Row& row = rows_.back();
-        if (kind.empty() || kind != row.record.kind) {
+        if (kind != row.record.kind) {
             kind = row.record.kind;
             label = KindLabel(app, kind);
         }

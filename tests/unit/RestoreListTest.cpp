@@ -1,6 +1,7 @@
 #include "archive/DriveLines.h"
 #include "core/LanguageValues.h"
 #include "core/UsbAnswer.h"
+#include "resources/TextId.h"
 #include "restore/InsertedMedium.h"
 #include "restore/RestoreRows.h"
 #include "support/FakeMachine.h"
@@ -96,6 +97,12 @@ TEST(RestoreRows, KindIsLabelledByItsNumber) {
     EXPECT_EQ(KindLabel(machine.app, L"32"), L"File");
 }
 
+TEST(RestoreRows, KindIsFollowedByTheLettersOfItsAttributes) {
+    FakeMachine machine;
+    EXPECT_EQ(KindLabel(machine.app, L"35"), L"Fichier HR");
+    EXPECT_EQ(KindLabel(machine.app, L"20"), L"Répertoire S");
+}
+
 TEST(RestoreRows, KindThatIsNoIntegerHasNoLabel) {
     FakeMachine machine;
     for (const wchar_t* kind : {L"b.txt", L"", L"32768", L"99999999999"}) EXPECT_EQ(KindLabel(machine.app, kind), L"");
@@ -131,6 +138,16 @@ TEST(RestoreRows, ColumnsArePathLabelKindAndArchive) {
     EXPECT_EQ(rows.Cell(0, 1), L"Fichier");
 }
 
+TEST(RestoreRows, PathTakesTheWidthThatTheTypeLeavesAndTheOtherColumnsHaveNone) {
+    const auto columns = RestoreRows::Columns();
+    ASSERT_EQ(columns.size(), 4u);
+    EXPECT_EQ(columns[0].headerId, TextId::PathHeader);
+    EXPECT_EQ(columns[1].headerId, TextId::TypeHeader);
+    EXPECT_EQ(columns[1].widthTwips, 1400);
+    for (const std::size_t column : {0u, 2u, 3u}) EXPECT_EQ(columns[column].widthTwips, 0) << column;
+    for (const std::size_t column : {2u, 3u}) EXPECT_EQ(columns[column].headerId, TextId::None) << column;
+}
+
 TEST(RestoreRows, ShiftedFieldsAreListedAsTheyAreRead) {
     FakeMachine machine;
     RestoreRows rows;
@@ -155,8 +172,22 @@ TEST(RestoreRows, LastTickTakenAwayLeavesNone) {
     EXPECT_FALSE(rows.IsAnyTicked());
     rows.Toggle(1);
     EXPECT_TRUE(rows.At(1).isTicked);
+    EXPECT_TRUE(rows.IsAnyTicked());
     rows.TickAll(false);
     EXPECT_FALSE(rows.IsAnyTicked());
+}
+
+TEST(RestoreRows, TicksOfFewerOrMoreRowsCountForThoseThatThereAre) {
+    FakeMachine machine;
+    RestoreRows rows;
+    rows.Add(machine.app, {{L"C:\\a", L"32", L"Zip0001"}, {L"C:\\b", L"32", L"Zip0002"}});
+    rows.TickAll(true);
+    rows.SetTicks({true});
+    EXPECT_EQ(rows.Ticks(), (std::vector<bool>{true, false}));
+    rows.SetTicks({false, true, true});
+    EXPECT_EQ(rows.Ticks(), (std::vector<bool>{false, true}));
+    rows.Toggle(1);
+    EXPECT_FALSE(rows.IsAnyTicked()) << "the third tick is of no row";
 }
 
 TEST(RestoreRows, RowThatNoBackupWritesCountsOnlyWhileItIsTicked) {
@@ -238,6 +269,12 @@ TEST_F(RestoreMedium, WithBothFilesIsABackupOfItsArchivesSize) {
     EXPECT_EQ(medium.print.content, InsertedMedium::Content::Backup);
     EXPECT_EQ(medium.print.archiveSizeBytes, 3'000'000'000u);
     EXPECT_EQ(medium.controlFile, "C:\\a,32,Zip0001\r\n");
+}
+
+TEST_F(RestoreMedium, IsACdRomWhereItsDriveIsOne) {
+    machine.drives.Add(L"F:\\", DriveType::CdRom);
+    EXPECT_FALSE(LookAtMedium(machine.app, L"E:\\").isCdRom);
+    EXPECT_TRUE(LookAtMedium(machine.app, L"F:\\").isCdRom);
 }
 
 TEST_F(RestoreMedium, IsTheSameAsLongAsItsFilesAre) {
