@@ -100,7 +100,7 @@ void SelectionList::AjouterFichRep(const std::wstring& sChemin, std::int32_t lng
         const std::int32_t shownBefore = content_.shownRow;
         const bool isPattern = IsFolderPattern(sChemin);
         if (!isPattern) {
-            if (sChemin.find(L"*.*") != std::wstring::npos) probe.strNom = Without(sChemin, AllFiles);
+            probe.strNom = Without(sChemin, AllFiles);
             const bool isFolder = app_.machine.files->IsDirectory(probe.strNom);
             if (isFolder) probe = {WithoutTrailingBackslash(probe.strNom), KindFolder, {}};
         }

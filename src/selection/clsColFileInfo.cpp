@@ -82,7 +82,6 @@ void clsColFileInfo::RemoveAll() {
 }
 
 clsColFileInfo::Index::const_iterator clsColFileInfo::InIndex(const std::wstring& key) const {
-    if (key.empty()) return index_.end();
     const std::wstring upper = UpperCase(key);
     const auto [first, last] = index_.equal_range(HashOf(upper));
     const auto entry =
