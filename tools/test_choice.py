@@ -118,7 +118,7 @@ def packages(filters):
     """What of packaging/ has to be run before the system tests; the kit brings the installer with it."""
     if is_wanted(filters, "KitCase"):
         return ["kit"]
-    return ["installer"] * is_wanted(filters, "InstallerCase")
+    return ["installer"] * any(is_wanted(filters, case) for case in ("InstallerCase", "PackagedCase"))
 
 
 def needs(wanted):

@@ -4,6 +4,7 @@ import os
 import re
 import shutil
 import subprocess
+import unittest
 
 from system_test import BUILD, PROJECT, SystemTest
 
@@ -26,8 +27,8 @@ def registry_stamp(path):
     return f"{status.st_size} {halves[0]} {halves[1]}"
 
 
-class InstallerCase(SystemTest):
-    keeps = {"language": "what it installs is named in French"}
+class PackagedCase(unittest.TestCase):
+    """What looks at build/packaging and needs no workstation."""
 
     def setUp(self):
         for tool in ("makensis", "weasyprint"):
@@ -35,6 +36,13 @@ class InstallerCase(SystemTest):
                 self.skipTest(f"the installer cannot be built: there is no {tool} on this machine")
         if not INSTALLER.exists():
             self.fail("packaging/build did not build build/packaging/Backup-setup.exe")
+
+
+class InstallerCase(SystemTest):
+    keeps = {"language": "what it installs is named in French"}
+
+    def setUp(self):
+        PackagedCase.setUp(self)
         super().setUp()
         self.root = self.station.path(r"C:\Valcoreaux")
         shutil.rmtree(self.root)
