@@ -39,6 +39,12 @@ bool LeadsElsewhere(std::wstring_view piece) {
     return !piece.empty() && piece.find_first_not_of(L". ") == std::wstring_view::npos;
 }
 
+/// Whether the archiver, on whose command line an inner archive's name stands bare, would take a word of it for a
+/// switch or for a file of names.
+bool HoldsSwitch(std::wstring_view name) {
+    return name.find(L" -") != std::wstring_view::npos || name.find(L" @") != std::wstring_view::npos;
+}
+
 bool IsPathOfAnItem(std::wstring_view path) {
     const std::size_t rootLength = RootLength(path);
     if (rootLength == 0) return false;
@@ -59,7 +65,8 @@ bool CouldBeWritten(const std::wstring& path, const std::wstring& innerArchive) 
     const std::wstring_view name = innerArchive;
     const bool isNumbered =
         name.starts_with(L"Zip") && name.size() > 3 && name.find_first_not_of(Digits, 3) == std::wstring_view::npos;
-    return (isNumbered || innerArchive == path) && IsPathOfAnItem(ReplaceAll(path, AllOfFolder, L""));
+    const bool isOwnPath = innerArchive == path && !HoldsSwitch(name);
+    return (isNumbered || isOwnPath) && IsPathOfAnItem(ReplaceAll(path, AllOfFolder, L""));
 }
 
 void ReadControlFile(std::string_view bytes, const std::wstring& profileFolder,

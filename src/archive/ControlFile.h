@@ -17,7 +17,7 @@ struct ControlFileRecord {
 
 /// Whether a path as a control file gives it, marker replaced, and the inner archive named for it can be a backup's
 /// own: an absolute path of characters that names may have, without a piece that leads elsewhere, and "Zip" with a
-/// number or the path itself.
+/// number or the path itself. A path that would bring switches along is no inner archive's name.
 bool CouldBeWritten(const std::wstring& path, const std::wstring& innerArchive);
 
 /// Appends the records of a control file to `records`, one for each line that begins with a path. `bytes` is the whole

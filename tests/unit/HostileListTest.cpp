@@ -33,6 +33,15 @@ TEST(HostileList, OtherInnerNamesCouldNot) {
         EXPECT_FALSE(CouldBeWritten(L"C:\\a.txt", name)) << name;
 }
 
+TEST(HostileList, PathsThatWouldBringSwitchesAlongAreNoInnerNames) {
+    for (const wchar_t* path :
+         {L"\\\\serveur\\a -spf -r b", L"C:\\a -an -ai!\\zip\\b", L"C:\\a @b", L"C:\\a\\b  -so"}) {
+        EXPECT_FALSE(CouldBeWritten(path, path)) << path;
+        EXPECT_TRUE(CouldBeWritten(path, L"Zip0001")) << path;
+    }
+    EXPECT_TRUE(CouldBeWritten(L"C:\\Mes documents\\a-b@c", L"C:\\Mes documents\\a-b@c"));
+}
+
 TEST(HostileList, EveryLineIsListedAndSaysWhatItIs) {
     std::vector<ControlFileRecord> records;
     ReadControlFile("C:\\a.txt,32,Zip0001\r\nC:\\..\\b.txt,32,Zip0002\r\n**UserProfile**\\k,16,**UserProfile**\\k\r\n"
