@@ -123,6 +123,7 @@ TEST_F(EraseWindowTest, CaptionsFitInBothLanguagesAndEveryControlIsReached) {
         EXPECT_EQ(TooLargeForScreen(form.Handle()), "");
         EXPECT_THAT(UnreachableControls(form.Handle()), IsEmpty());
         EXPECT_EQ(AccessKeyClashes(form.Handle()), L"");
+        EXPECT_EQ(LabelOf(At(IDC_pgbEffacement)), machine.app.Text(TextId::DiscErasing));
         form.Unload();
     }
 }

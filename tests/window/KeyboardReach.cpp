@@ -104,15 +104,17 @@ std::wstring AccessKeyClashes(HWND form) {
     return clashes;
 }
 
+std::wstring LabelOf(HWND control) {
+    const HWND before = GetWindow(control, GW_HWNDPREV);
+    const bool isLabel =
+        before && (ClassOf(before) == L"Static" || (ClassOf(before) == L"Button" && ButtonType(before) == BS_GROUPBOX));
+    return isLabel ? TextOf(before) : std::wstring();
+}
+
 std::vector<int> UnlabelledFields(HWND form) {
     std::vector<int> unlabelled;
     for (const HWND control : ControlsOf(form)) {
-        if (!IsField(control)) continue;
-        const HWND before = GetWindow(control, GW_HWNDPREV);
-        const bool isNamed =
-            before && !TextOf(before).empty() &&
-            (ClassOf(before) == L"Static" || (ClassOf(before) == L"Button" && ButtonType(before) == BS_GROUPBOX));
-        if (!isNamed) unlabelled.push_back(GetDlgCtrlID(control));
+        if (IsField(control) && LabelOf(control).empty()) unlabelled.push_back(GetDlgCtrlID(control));
     }
     return unlabelled;
 }

@@ -15,6 +15,9 @@ std::vector<int> UnreachableControls(HWND form);
 /// The access keys, in upper case, that more than one visible control of the form claims. Empty when all differ.
 std::wstring AccessKeyClashes(HWND form);
 
-/// Visible fields and lists without a name for a screen reader. Empty when every one has a label (an invisible one will
-/// do) or a titled frame directly before it.
+/// The name that a screen reader gives a control: the text of the label (an invisible one will do) or of the frame
+/// directly before it. Empty without one.
+std::wstring LabelOf(HWND control);
+
+/// Visible fields and lists without a name for a screen reader. Empty when every one has its label.
 std::vector<int> UnlabelledFields(HWND form);

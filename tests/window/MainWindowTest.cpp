@@ -66,6 +66,7 @@ TEST_F(MainWindowTest, EveryControlIsReachedByKeyboardAndNamed) {
     Start();
     EXPECT_EQ(UnreachableControls(form.Handle()), Ids{});
     EXPECT_EQ(UnlabelledFields(form.Handle()), Ids{});
+    EXPECT_EQ(LabelOf(At(IDC_pgbInit)), L"Scan des bus IDE / SCSI / USB / IEEE1394 en cours");
     Click(IDC_optDisqueAmovible);
     EXPECT_EQ(TabOrder(form.Handle()),
               (Ids{IDC_optBackup, IDC_optDisqueAmovible, IDC_cboDrive, IDC_cmdBackup, IDC_cmdSortie, IDC_cmdAide}));

@@ -46,10 +46,12 @@ TEST_F(RestoreWindowShown, PlaceholderRowsAreNotCutInEitherLanguage) {
         machine.app.language->lngLangue = language;
         Open();
         for (const int drive : {0, 1}) {
+            // However narrow the user has made the column.
+            HWND list = At(IDC_lvFichiersRepertoires);
+            ListView_SetColumnWidth(list, 0, 100);
             SelectDrive(drive);
             const std::wstring text = Cell(0, 0);
             EXPECT_EQ(text, machine.app.Text(drive == 0 ? TextId::NoBackupOnCdRom : TextId::NoBackupOnDisk));
-            HWND list = At(IDC_lvFichiersRepertoires);
             const auto width =
                 static_cast<int>(SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str())));
             RECT label{};

@@ -1,4 +1,5 @@
 // What the folder lists show of a real folder, by the attributes of its entries and the user's choice in Explorer.
+#include "ImportSwap.h"
 #include "platform/windows/WindowsFiles.h"
 
 #include <gmock/gmock.h>
@@ -11,9 +12,15 @@
 #include <string>
 #include <vector>
 
+extern "C" {
+extern decltype(&FindNextFileW) __imp_FindNextFileW;
+}
+
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 using testing::UnorderedElementsAreArray;
 
 constexpr const wchar_t* ExplorerKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Advanced";
@@ -92,6 +99,31 @@ TEST_F(ShownContents, FollowTheUsersChoiceAndNeverIncludeWhatIsHiddenForTheSyste
     if (hiddenEntries == 0 || systemEntries == 0)
         GTEST_SKIP() << "this file system keeps " << hiddenEntries << " of the hidden and " << systemEntries
                      << " of the system attributes; the rest was not shown here";
+}
+
+decltype(&FindNextFileW) realFindNext = nullptr;
+
+/// Not every file system has links: it makes one of each entry that is called so, and a file that is kept online.
+BOOL WINAPI FindNextWithTags(HANDLE search, LPWIN32_FIND_DATAW entry) {
+    if (!realFindNext(search, entry)) return FALSE;
+    const std::wstring name = entry->cFileName;
+    if (!name.starts_with(L"link") && !name.starts_with(L"online")) return TRUE;
+    entry->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+    entry->dwReserved0 = name.starts_with(L"link") ? IO_REPARSE_TAG_MOUNT_POINT : IO_REPARSE_TAG_ONEDRIVE;
+    return TRUE;
+}
+
+TEST_F(ShownContents, NeverIncludeLinksAndDoIncludeWhatIsKeptOnline) {
+    AddFile(L"plain.txt", 0);
+    AddFile(L"link.txt", 0);
+    AddFile(L"online.txt", 0);
+    AddFolder(L"link", 0);
+    AddFolder(L"online", 0);
+    realFindNext = __imp_FindNextFileW;
+    const ImportSwap swap(&__imp_FindNextFileW, &FindNextWithTags);
+    EXPECT_THAT(files.ShownContents(root.wstring()).files, UnorderedElementsAre(L"online.txt", L"plain.txt"));
+    EXPECT_THAT(files.ShownContents(root.wstring()).folders, ElementsAre(L"online"));
+    EXPECT_THAT(files.Contents(root.wstring()).folders, UnorderedElementsAre(L"link", L"online"));
 }
 
 TEST_F(ShownContents, OfAnEmptyFolderAreEmptyAndOfAMissingOneAFailure) {
