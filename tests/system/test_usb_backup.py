@@ -5,6 +5,7 @@ import shutil
 import unittest
 
 from program import IDOK, PBM_GETPOS
+from slow_machine import SlowMachine
 from system_test import ARCHIVE_NAME, FAILED_COPY, LIST_NAME, SystemTest
 
 BM_CLICK = 0xF5
@@ -74,6 +75,24 @@ class PredefinedSetsTest(UsbTest):
             self.assertEqual(self.station.path(rf"C:\ValcoreauxTechno\OutlookBK\{name}").read_bytes(), content, name)
         self.assertFalse(self.station.path(r"C:\Repres\Rentes\autre.txt").exists())
 
+    def test_a_set_of_which_some_has_vanished_is_unticked_whole(self):
+        self.disk()
+        vanishing, staying = [self.file(rf"C:\Repres\Vexal\{name}.dat", bytes(300_000)) for name in ("parti", "reste")]
+        folder = self.file(r"C:\Repres\Rentes\une.txt", bytes(300_000)).parent
+        self.list_file("vexal.lst", *map(self.station.windows_path, (vanishing, folder, staying)))
+        program = self.start()
+        backup = self.open_backup(program)
+        self.assertEqual(backup.row_count("lvFichRep"), 3)
+        vanishing.unlink()
+        shutil.rmtree(folder)
+        backup.press("chkSauvOKR0")
+        self.assertIn("ViderArray, module frmBackupCD", program.answer(IDOK).text)
+        backup.wait_enabled("lvFichRep")
+        program.wait(lambda: backup.row_count("lvFichRep") == 0, "no row")
+        self.assertEqual(backup.control("chkSauvOKR0").checked, 0)
+        self.assertTrue(backup.text("lblEspaceRequis").endswith(f" {self.number('0.000')} {self.words('Megs')}"),
+                        backup.text("lblEspaceRequis"))
+
 
 class DropTest(UsbTest):
     def test_a_drop_of_1000_files_gets_1000_rows_and_the_sum_of_their_sizes(self):
@@ -87,6 +106,48 @@ class DropTest(UsbTest):
                      "the sum of 1,000 sizes")
         self.assertEqual(backup.rows("lvFichRep", 999, 1)[0].texts[:2], ("1000", paths[-1]))
         self.assertTrue(backup.control("cmdLancer").enabled)
+
+
+class LeftOutTest(UsbTest):
+    keeps = {"code_page": "UTF-8 has a place for every letter"}
+
+    def test_a_name_that_the_list_would_turn_into_another_folders_is_told_and_not_taken(self):
+        self.disk()
+        other, own = [self.document(rf"{folder}\y.txt") for folder in ("Łukasz", "Lukasz")]
+        program = self.start()
+        backup = self.open_backup(program)
+        backup.drop("lvFichRep", other, own)
+        box = program.answer(IDOK)
+        self.assertEqual(box.title, self.words("Éléments non ajoutés"))
+        self.assertIn(other, box.text)
+        self.assertNotIn(own, box.text)
+        self.assertEqual([row.texts[1] for row in backup.rows("lvFichRep")], [own])
+
+
+class TwoCopiesTest(UsbTest):
+    def test_the_list_that_a_copy_in_another_folder_wrote_meanwhile_is_paired_with_no_archive(self):
+        root = self.disk()
+        held = self.document("tenu.txt", b"du premier")
+        machine = SlowMachine(self.station)
+        self.addCleanup(machine.close)
+        first = self.start()
+        backup = self.open_backup(first)
+        self.select(backup, held)
+        machine.hold("read", "tenu.txt")
+        backup.press("cmdLancer")
+        self.give_new_password(first)
+        first.wait(machine.is_met, "the archiver at the held file", 60)
+
+        self.station.program_folder = r"C:\Autre\Backup"
+        self.station.install()
+        self.back_up(self.document("autre.txt", b"du second"))
+        machine.go_on()
+        self.assertIn("CopierListeFichiers, Class clsCopie", first.answer(IDOK, 60).text)
+        self.assertEqual(first.answer(IDOK, 60).text, self.words(FAILED_COPY))
+        backup.wait_enabled("cmdPrecedent")
+        self.assertEqual(self.station.medium_files("e"), sorted([ARCHIVE_NAME, LIST_NAME]))
+        self.assertIn(b"autre.txt", (root / LIST_NAME).read_bytes())
+        self.assertEqual(self.inner_archives(), {"Zip0001.zip": {"autre.txt": b"du second"}})
 
 
 class StopTest(UsbTest):
