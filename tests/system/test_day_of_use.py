@@ -30,27 +30,39 @@ class DayOfUseTest(SystemTest):
                 self.document(rf"Dossier n° {number}\sous {inner % 2}\f{inner}.txt", generator.randbytes(generator.randint(0, 9_000)))
         return sorted(self.station.documents.iterdir())
 
+    def choose(self, generator, entries):
+        """Some of the entries, with a byte among them: what takes no room is not backed up."""
+        while True:
+            chosen = generator.sample(entries, generator.randint(1, len(entries)))
+            if any(file.stat().st_size for entry in chosen for file in (entry, *entry.rglob("*")) if file.is_file()):
+                return chosen
+
+    def save_and_bring_back(self, generator):
+        entries = self.write_documents(generator)
+        chosen = self.choose(generator, entries)
+        self.back_up(*map(self.station.windows_path, chosen))
+        before = {path.name: snapshot(path) if path.is_dir() else path.read_bytes() for path in chosen}
+        for path in chosen:
+            shutil.rmtree(path) if path.is_dir() else path.unlink()
+        others = snapshot(self.station.documents)
+        self.restore_all()
+        for path in chosen:
+            self.assertEqual(before[path.name], snapshot(path) if path.is_dir() else path.read_bytes(), path.name)
+            shutil.rmtree(path) if path.is_dir() else path.unlink()
+        self.assertEqual(differences(others, snapshot(self.station.documents)), [])
+        self.assertEqual(self.station.medium_files("e"), [ARCHIVE_NAME, LIST_NAME])
+        self.assertEqual((self.check_archive_with_7zip(), len(self.list_lines()) - 1), (0, len(chosen)))
+        self.assertFalse((self.station.path(self.station.program_folder) / "zip").exists())
+
     def test_random_choices_come_back_byte_by_byte(self):
         self.disk()
-        for run in range(RUNS):
-            seed = SEED + run
-            generator = random.Random(seed)
-            with self.subTest(DAY_SEED=seed):
-                entries = self.write_documents(generator)
-                chosen = generator.sample(entries, generator.randint(1, len(entries)))
-                self.back_up(*map(self.station.windows_path, chosen))
-                before = {path.name: snapshot(path) if path.is_dir() else path.read_bytes() for path in chosen}
-                for path in chosen:
-                    shutil.rmtree(path) if path.is_dir() else path.unlink()
-                others = snapshot(self.station.documents)
-                self.restore_all()
-                for path in chosen:
-                    self.assertEqual(before[path.name], snapshot(path) if path.is_dir() else path.read_bytes(), path.name)
-                    shutil.rmtree(path) if path.is_dir() else path.unlink()
-                self.assertEqual(differences(others, snapshot(self.station.documents)), [])
-                self.assertEqual(self.station.medium_files("e"), [ARCHIVE_NAME, LIST_NAME])
-                self.assertEqual((self.check_archive_with_7zip(), len(self.list_lines()) - 1), (0, len(chosen)))
-                self.assertFalse((self.station.path(self.station.program_folder) / "zip").exists())
+        for seed in range(SEED, SEED + RUNS):
+            try:
+                self.save_and_bring_back(random.Random(seed))
+            except Exception as failure:
+                # The day ends here: what the failure left open stands in the way of every later run.
+                failure.add_note(f"DAY_SEED={seed}, after {seed - SEED} good runs")
+                raise
 
     def cycle(self, program):
         self.open_backup(program).press("cmdPrecedent")
