@@ -65,8 +65,12 @@ TEST(SingleInstance, SecondCopyBringsTheFirstToTheFront) {
     first.Mark(marked.Handle());
     SingleInstance second(L"C:\\Valcoreaux\\Backup");
     MarkedForm other;
-    ASSERT_EQ(GetForegroundWindow(), other.Handle());
-    // The window manager's word that it has given the other window the focus may come late and take it back.
+    // The window manager's word that it has given a window the focus may come late and take it back from another.
+    ASSERT_TRUE(WaitFor([&] {
+        SetForegroundWindow(other.Handle());
+        ui::RunPendingMessages();
+        return GetForegroundWindow() == other.Handle();
+    }));
     EXPECT_TRUE(WaitFor([&] {
         second.ShowFirst();
         ui::RunPendingMessages();
