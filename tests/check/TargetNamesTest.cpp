@@ -46,3 +46,17 @@ TEST(TargetNames, ANumberComesBeforeTheExtension) {
     EXPECT_EQ(Numbered(L"C:\\a.b\\c", 2), L"C:\\a.b\\c (2)");
     EXPECT_EQ(Numbered(L"C:\\.profile", 3), L"C:\\.profile (3)");
 }
+
+TEST(TargetNames, ADriveIsOneOfTheTwentySixLetters) {
+    for (const wchar_t* letter : {L"A", L"Z"})
+        EXPECT_EQ(PlaceOfFolder(std::wstring(letter) + L":\\a"), letter + std::wstring(L"\\a"));
+    EXPECT_EQ(PlaceOfFolder(L"a:\\a"), L"A\\a");
+    EXPECT_EQ(PlaceOfFolder(L"z:\\a"), L"Z\\a");
+    for (const wchar_t* path : {L"@:\\a", L"[:\\a", L"`:\\a", L"{:\\a", L"1:\\a", L":\\a", L"C", L""})
+        EXPECT_FALSE(PlaceOfFolder(path)) << path;
+}
+
+TEST(TargetNames, ANameOf240LettersIsTheLongest) {
+    EXPECT_EQ(SafeName(std::wstring(240, L'a')), std::wstring(240, L'a'));
+    EXPECT_EQ(SafeName(std::wstring(241, L'a')), std::wstring(240, L'a'));
+}

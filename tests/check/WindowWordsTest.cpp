@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <initializer_list>
+#include <utility>
 
 namespace {
 
@@ -88,6 +90,14 @@ TEST(WorkPaceTest, TheFirstSecondTellsNothing) {
     EXPECT_FALSE(pace.SecondsLeft(2000000));
 }
 
+TEST(WorkPaceTest, WorkThatStandsStillHasNoEndInSight) {
+    WorkPace pace;
+    pace.Note(0, 500);
+    pace.Note(5, 500);
+    EXPECT_EQ(pace.BytesPerSecond(), 0);
+    EXPECT_FALSE(pace.SecondsLeft(1000));
+}
+
 TEST(VerdictSignTest, TheWorstItemGivesABackupItsSign) {
     BackupReport report;
     report.verdict = Verdict::Faulty;
@@ -116,6 +126,24 @@ TEST(VerdictSignTest, SignsFillTheirSquareAndDifferInFormToo) {
         EXPECT_EQ(painted[1], painted[3]) << "both are discs";
         EXPECT_NE(painted[1], painted[2]) << "a warning is none";
     }
+}
+
+TEST(VerdictSignTest, StrokesAreDrawnFromEndToEndAndNowhereElse) {
+    constexpr std::uint32_t green = 0xFF1E8E3E, amber = 0xFFF2B705, red = 0xFFC62828, white = 0xFFFFFFFF,
+                            black = 0xFF202020;
+    constexpr int size = 100;
+    const auto expectAt = [](VerdictSign sign, std::uint32_t color, std::initializer_list<std::pair<int, int>> places) {
+        const auto pixels = PaintSign(sign, size);
+        for (const auto& [column, row] : places)
+            EXPECT_EQ(pixels[static_cast<std::size_t>(row * size + column)], color) << column << ", " << row;
+    };
+    expectAt(VerdictSign::Good, white, {{28, 52}, {36, 60}, {44, 68}, {58, 51}, {73, 34}});
+    expectAt(VerdictSign::Good, green, {{50, 8}, {50, 91}, {8, 50}, {91, 50}, {36, 44}, {58, 68}, {20, 44}, {80, 26}});
+    expectAt(VerdictSign::Bad, white, {{33, 33}, {50, 50}, {67, 67}, {67, 33}, {33, 67}, {40, 60}, {60, 60}});
+    expectAt(VerdictSign::Bad, red, {{50, 33}, {50, 67}, {33, 50}, {67, 50}, {24, 24}, {75, 75}});
+    expectAt(VerdictSign::Warning, black, {{50, 40}, {50, 52}, {50, 62}, {50, 79}, {45, 52}, {54, 79}});
+    expectAt(VerdictSign::Warning, amber,
+             {{50, 30}, {50, 71}, {42, 52}, {58, 52}, {42, 79}, {50, 88}, {20, 90}, {80, 90}});
 }
 
 } // namespace
