@@ -116,6 +116,40 @@ TEST(DiscReading, DamagedCdRwCanBeErasedAndADamagedCdRIsUnknown) {
     EXPECT_EQ(DiscBehind(answers, 0).status, DiscStatus::Closed);
 }
 
+TEST(DiscReading, CdRwThatIsNotDamagedOrThatTheSystemCannotReadKeepsItsStatus) {
+    DriveAnswers answers = BlankCdR();
+    answers.mediaType = Mastering::MediaCdRw;
+    EXPECT_EQ(DiscBehind(answers, 0).status, DiscStatus::Blank);
+    answers.mediaState = Mastering::StateDamaged | Mastering::StateUnsupported;
+    EXPECT_EQ(DiscBehind(answers, 0).status, DiscStatus::Unknown);
+}
+
+TEST(DiscReading, WritableDvdOfEveryKindIsReadyAndAnotherDiscIsNot) {
+    DriveAnswers answers = BlankCdR();
+    for (const std::int32_t type :
+         {Mastering::MediaDvdPlusR, Mastering::MediaDvdPlusRw, Mastering::MediaDvdMinusR, Mastering::MediaDvdMinusRw,
+          Mastering::MediaDvdRam, Mastering::MediaDvdPlusRDl, Mastering::MediaDvdRom}) {
+        answers.mediaType = type;
+        EXPECT_TRUE(DiscBehind(answers, 0).isDvdReady) << type;
+    }
+    for (const std::int32_t type : {Mastering::MediaCdR, Mastering::MediaCdRw, Mastering::MediaCdRom}) {
+        answers.mediaType = type;
+        EXPECT_FALSE(DiscBehind(answers, 0).isDvdReady) << type;
+    }
+}
+
+TEST(DiscReading, DiscsAreTheSameByPresenceAndKindAlone) {
+    const DiscState disc = DiscBehind(BlankCdR(), 0);
+    DiscState other = disc;
+    other.freeBytes = 7;
+    EXPECT_TRUE(IsSameDisc(disc, other));
+    other.kind = MediaKind::CdRw;
+    EXPECT_FALSE(IsSameDisc(disc, other));
+    other = disc;
+    other.presence = DiscPresence::None;
+    EXPECT_FALSE(IsSameDisc(disc, other));
+}
+
 TEST(DiscReading, OpenDiscWithoutUdfTakesNoFileOfTwoGib) {
     DriveAnswers answers = BlankCdR();
     answers.mediaType = Mastering::MediaDvdPlusR;
@@ -160,6 +194,7 @@ TEST(DiscReading, EmptyDriveHasNoDiscHoweverItSaysSo) {
     failing.mediaTypeResult = Mastering::NoMedia;
     EXPECT_EQ(DiscBehind(failing, 99), DiscState());
     DriveAnswers quiet;
+    EXPECT_EQ(DiscBehind(quiet, 99), DiscState()) << "no state at all";
     quiet.mediaStateResult = Mastering::NoMedia;
     EXPECT_EQ(DiscBehind(quiet, 99), DiscState());
 }
@@ -281,6 +316,7 @@ TEST(DiscProgress, WritePercentStaysWithinBounds) {
     EXPECT_EQ(WriteProgress({4, 0, 100, 500}, start)->percent, 100);
     EXPECT_EQ(WriteProgress({4, 100, 100, 0}, start)->percent, 0);
     EXPECT_EQ(WriteProgress({4, 0, 2000000000, 1000000000}, start)->percent, 50);
+    EXPECT_EQ(WriteProgress({4, 0, 1000, 999}, start)->percent, 99);
 }
 
 TEST(DiscProgress, EraseReachesNinetyNineOnlyPastItsEstimate) {
@@ -289,6 +325,7 @@ TEST(DiscProgress, EraseReachesNinetyNineOnlyPastItsEstimate) {
     EXPECT_EQ(EraseProgress(599, 600).percent, 98);
     EXPECT_EQ(EraseProgress(600, 600).percent, 99);
     EXPECT_EQ(EraseProgress(900, 600).percent, 99);
+    EXPECT_EQ(EraseProgress(1, 1).percent, 99);
     EXPECT_EQ(EraseProgress(10, 0).percent, 0);
     EXPECT_EQ(EraseProgress(1, 2).operation, DiscOperation::EraseInProgress);
 }
