@@ -49,6 +49,15 @@ TEST(CheckCommand, AWholeLineIsUnderstood) {
     EXPECT_EQ(command->reportFile, L"r.json");
 }
 
+TEST(CheckCommand, PathsMayHaveSlashesAndBlanksBehindThem) {
+    const auto read = ReadCommand({L"/check", L"E:/  ", L"/report", L"D:/a/r.json", L"/password-file", L"C:\\\\\\"});
+    const auto* command = std::get_if<CheckCommand>(&read);
+    ASSERT_NE(command, nullptr);
+    EXPECT_EQ(command->request.place, L"E:\\");
+    EXPECT_EQ(command->reportFile, L"D:\\a\\r.json");
+    EXPECT_EQ(command->passwordFile, L"C:\\");
+}
+
 TEST(CheckCommand, WrongUsageIsNamed) {
     EXPECT_EQ(FaultOf({L"/check"}), TextId::CheckValueMissing);
     EXPECT_EQ(FaultOf({L"/check", L"/compare"}), TextId::CheckValueMissing);
