@@ -1,7 +1,9 @@
 #include "core/Application.h"
 
 #include "core/ArchiveValues.h"
+#include "core/StartUpValues.h"
 #include "platform/Files.h"
+#include "support/FakeMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -26,6 +28,12 @@ TEST(Application, AConstantOneLetsPortsBeAskedOnly) {
 TEST(Application, AConstantWayToAPortGivesNoOtherOne) {
     EXPECT_FALSE((std::is_constructible_v<Port<Files>, const Port<Files>&>));
     EXPECT_FALSE((std::is_constructible_v<Machine, const Machine&>));
+}
+
+TEST(Application, ListsOfTheSetsAreBelowTheRootThatTheProgramWasFoundIn) {
+    FakeMachine machine;
+    machine.app.startUp->strRepRacine = L"D:\\Valcoreaux";
+    EXPECT_EQ(machine.app.ListFileFolder(), L"D:\\Valcoreaux\\backup\\Fichierlst\\Medium\\");
 }
 
 } // namespace

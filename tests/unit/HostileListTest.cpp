@@ -11,7 +11,14 @@ TEST(HostileList, WhatABackupWritesCouldBeWritten) {
           L"C:\\.git\\...a", L"\\\\serveur\\partage\\a.txt", L"c:\\Été\\1 (2) & [3]' -o.doc"})
         EXPECT_TRUE(CouldBeWritten(path, L"Zip0001")) << path;
     EXPECT_TRUE(CouldBeWritten(L"C:\\Clients", L"C:\\Clients"));
-    EXPECT_TRUE(CouldBeWritten(L"C:\\Clients", L"Zip12345"));
+    for (const wchar_t* name : {L"Zip12345", L"Zip1"}) EXPECT_TRUE(CouldBeWritten(L"C:\\Clients", name)) << name;
+}
+
+TEST(HostileList, DriveIsOneOfTheTwentySixLetters) {
+    for (const wchar_t* path : {L"A:\\x", L"Z:\\x", L"a:\\x", L"z:\\x"})
+        EXPECT_TRUE(CouldBeWritten(path, L"Zip0001")) << path;
+    for (const wchar_t* path : {L"@:\\x", L"[:\\x", L"`:\\x", L"{:\\x", L"1:\\x", L":\\x"})
+        EXPECT_FALSE(CouldBeWritten(path, L"Zip0001")) << path;
 }
 
 TEST(HostileList, PathsThatLeadElsewhereCouldNot) {

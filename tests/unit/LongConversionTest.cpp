@@ -94,7 +94,8 @@ TEST(LongConversion, BeyondThirtyTwoBitsOverflows) {
 }
 
 TEST(LongConversion, WhatIsNoNumberIsATypeMismatch) {
-    for (const wchar_t* text : {L"", L" ", L"français", L"20001x", L"2 0 x", L"-", L".", L"0x10", L"1..2", L"1e2e3"})
+    for (const wchar_t* text :
+         {L"", L" ", L"français", L"20001x", L"2 0 x", L"-", L".", L"0x10", L"1..2", L"1e2e3", L"1h5", L"xO7", L"&"})
         EXPECT_EQ(FailureOf(text), 13) << std::string(text, text + std::char_traits<wchar_t>::length(text));
 }
 
