@@ -2,6 +2,7 @@
 
 #include "ui/Windows.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -13,13 +14,15 @@ struct WindowMessage {
     UINT id;
     WPARAM wParam;
     LPARAM lParam;
+    std::uint64_t taker = 0;  ///< the number of the subclass that has it
+    WNDPROC behind = nullptr; ///< the window's own procedure
 
     /// Hands the message on to whoever stands behind, at last to the window's own procedure; gives the answer.
-    LRESULT PassOn() const { return DefSubclassProc(window, id, wParam, lParam); }
+    LRESULT PassOn() const;
 };
 
-/// Stands before a window's own procedure and sees each message first. It may go before its window or after it, and
-/// while one of its messages is being handled. On the user-interface thread only.
+/// Stands before a window's own procedure and sees each message first, the last one to come before the others. It may
+/// go before its window or after it, and while one of its messages is being handled. On the user-interface thread only.
 class Subclass {
   public:
     /// `steps` handle a message or pass it on, and give the answer. They must let nothing through: Windows is below.
@@ -36,10 +39,12 @@ class Subclass {
     bool IsAttached() const { return window_ != nullptr; }
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR reference);
+    friend struct WindowMessage;
+
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND window_ = nullptr;
+    std::uint64_t number_ = 0; ///< later ones have higher ones
     std::shared_ptr<const Steps> steps_;
 };
 
