@@ -3,6 +3,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <memory>
@@ -26,6 +27,25 @@ void Require(int result, archive* writer) {
 la_ssize_t Append(archive*, void* target, const void* bytes, std::size_t length) {
     static_cast<std::string*>(target)->append(static_cast<const char*>(bytes), length);
     return static_cast<la_ssize_t>(length);
+}
+
+std::size_t NumberAt(const std::string& zip, std::size_t place, int bytes) {
+    std::size_t number = 0;
+    for (int byte = bytes; byte-- > 0;)
+        number = number << 8 | static_cast<unsigned char>(zip[place + static_cast<std::size_t>(byte)]);
+    return number;
+}
+
+/// Puts each entry's size before it, as the archiver does; newer releases of the library tell it behind the entry only.
+void TellSizesFirst(std::string& zip) {
+    const std::size_t end = zip.rfind("PK\5\6");
+    std::size_t record = NumberAt(zip, end + 16, 4);
+    for (std::size_t left = NumberAt(zip, end + 10, 2); left > 0; --left) {
+        const std::size_t entry = NumberAt(zip, record + 42, 4);
+        std::copy_n(zip.begin() + static_cast<std::ptrdiff_t>(record) + 24, 4,
+                    zip.begin() + static_cast<std::ptrdiff_t>(entry) + 22);
+        record += 46 + NumberAt(zip, record + 28, 2) + NumberAt(zip, record + 30, 2) + NumberAt(zip, record + 32, 2);
+    }
 }
 
 } // namespace
@@ -53,6 +73,7 @@ std::string BuildZip(const std::vector<BuiltEntry>& entries, const std::optional
         if (!built.bytes.empty()) archive_write_data(writer.get(), built.bytes.data(), built.bytes.size());
     }
     Require(archive_write_close(writer.get()), writer.get());
+    TellSizesFirst(zip);
     return zip;
 }
 
