@@ -5,8 +5,10 @@
 #include "platform/windows/WindowsConsole.h"
 #include "platform/windows/WindowsDrives.h"
 #include "platform/windows/WindowsEventLog.h"
+#include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsProcesses.h"
 #include "platform/windows/WindowsUsbDevices.h"
+#include "support/Failures.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +16,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -29,6 +33,8 @@ extern decltype(&DeviceIoControl) __imp_DeviceIoControl;
 extern decltype(&AttachConsole) __imp_AttachConsole;
 extern decltype(&SetConsoleCtrlHandler) __imp_SetConsoleCtrlHandler;
 extern decltype(&CreateFileW) __imp_CreateFileW;
+extern decltype(&CreateDirectoryW) __imp_CreateDirectoryW;
+extern decltype(&FlushFileBuffers) __imp_FlushFileBuffers;
 extern decltype(&_beginthreadex) __imp__beginthreadex;
 }
 
@@ -109,6 +115,42 @@ TEST(RealPortCalls, MessageReachesTheEventLogAsAnError) {
     EXPECT_EQ(loggedEvent.text, L"Erreur nº 13");
     WindowsEventLog().WriteError(std::wstring(40000, L'x'));
     EXPECT_EQ(loggedEvent.count, 2) << "cut to what the log takes";
+}
+
+std::wstring flushedPath;
+
+BOOL WINAPI SeeFlush(HANDLE file) {
+    wchar_t path[MAX_PATH] = {};
+    GetFinalPathNameByHandleW(file, path, MAX_PATH, 0);
+    flushedPath = path;
+    SetLastError(ERROR_IO_DEVICE);
+    return FALSE;
+}
+
+TEST(RealPortCalls, FlushIsTheDevicesAndItsFailureIsOne) {
+    const std::filesystem::path file = std::filesystem::temp_directory_path() / L"RealPortCalls.txt";
+    std::ofstream(file) << "x";
+    flushedPath.clear();
+    const ImportSwap swap(&__imp_FlushFileBuffers, &SeeFlush);
+    EXPECT_EQ(NumberThrownBy([&] { WindowsFiles().Flush(file.wstring()); }), 57);
+    EXPECT_TRUE(flushedPath.ends_with(L"RealPortCalls.txt")) << flushedPath;
+    std::filesystem::remove(file);
+}
+
+int foldersRefused = 0;
+
+/// As the system does while another program still holds the deleted folder of that name.
+BOOL WINAPI RefuseTwoFolders(LPCWSTR, LPSECURITY_ATTRIBUTES) {
+    if (++foldersRefused > 2) return TRUE;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+TEST(RealPortCalls, FolderIsMadeOnceItsNameIsReleased) {
+    foldersRefused = 0;
+    const ImportSwap swap(&__imp_CreateDirectoryW, &RefuseTwoFolders);
+    EXPECT_EQ(NumberThrownBy([] { WindowsFiles().CreateFolder(L"C:\\zip"); }), 0);
+    EXPECT_EQ(foldersRefused, 3);
 }
 
 BOOL WINAPI SayClusters(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector, LPDWORD freeClusters,

@@ -1,7 +1,13 @@
 #include "BackupWindowBench.h"
+#include "ImportSwap.h"
 #include "RestoreWindowBench.h"
 #include "TestForm.h"
 #include "ui/SessionEndHold.h"
+
+extern "C" {
+extern decltype(&ShutdownBlockReasonCreate) __imp_ShutdownBlockReasonCreate;
+extern decltype(&ShutdownBlockReasonDestroy) __imp_ShutdownBlockReasonDestroy;
+}
 
 namespace {
 
@@ -21,13 +27,50 @@ TEST(SessionEndHold, KeepsTheSessionUntilTheLastIsGone) {
     EXPECT_TRUE(MaySessionEnd(form.Handle()));
 }
 
+HWND reasonWindow = nullptr;
+std::wstring reason;
+
+BOOL WINAPI TakeReason(HWND window, LPCWSTR text) {
+    reasonWindow = window;
+    reason = text;
+    return TRUE;
+}
+BOOL WINAPI DropReason(HWND window) {
+    if (window == reasonWindow) reason.clear();
+    return TRUE;
+}
+
+/// What Windows has to show to a user who wants to leave.
+class ReasonWatch {
+  public:
+    ReasonWatch() { reason.clear(); }
+
+  private:
+    const ImportSwap<decltype(&ShutdownBlockReasonCreate)> create_{&__imp_ShutdownBlockReasonCreate, &TakeReason};
+    const ImportSwap<decltype(&ShutdownBlockReasonDestroy)> destroy_{&__imp_ShutdownBlockReasonDestroy, &DropReason};
+};
+
+TEST(SessionEndHold, GivesWindowsTheReasonForAsLongAsItLives) {
+    const ReasonWatch watch;
+    TestForm form;
+    form.Create();
+    {
+        const ui::SessionEndHold hold(form, L"Work");
+        EXPECT_EQ(reason, L"Work");
+        EXPECT_EQ(reasonWindow, form.Handle());
+    }
+    EXPECT_EQ(reason, L"");
+}
+
 TEST_F(BackupWindowTest, TheSessionDoesNotEndDuringARun) {
+    const ReasonWatch watch;
     OpenRemovable();
     AddItems();
     machine.files.AddFolder(L"E:");
     int looks = 0;
     whileArchiving = [&] {
         ++looks;
+        EXPECT_EQ(reason, Resource(TextId::BackupRuns));
         EXPECT_FALSE(MaySessionEnd(form->Handle()));
     };
     bool couldEndAtTheMessage = false;
@@ -50,12 +93,14 @@ TEST_F(BackupWindowTest, TheSessionDoesNotEndDuringABurn) {
 }
 
 TEST_F(RestoreWindow, TheSessionDoesNotEndDuringARestore) {
+    const ReasonWatch watch;
     AddTwoItems();
     OpenFirstDrive();
     dialogs.passwords = {L"Abcdefg1"};
     int looks = 0;
     machine.processes.effect = [&](const std::wstring&) {
         ++looks;
+        EXPECT_EQ(reason, machine.app.Text(TextId::RestoreRuns));
         EXPECT_FALSE(MaySessionEnd(form.Handle()));
     };
     bool couldEndAtTheMessage = false;
