@@ -35,6 +35,7 @@ extern decltype(&SetConsoleCtrlHandler) __imp_SetConsoleCtrlHandler;
 extern decltype(&CreateFileW) __imp_CreateFileW;
 extern decltype(&CreateDirectoryW) __imp_CreateDirectoryW;
 extern decltype(&FlushFileBuffers) __imp_FlushFileBuffers;
+extern decltype(&MoveFileExW) __imp_MoveFileExW;
 extern decltype(&_beginthreadex) __imp__beginthreadex;
 }
 
@@ -135,6 +136,19 @@ TEST(RealPortCalls, FlushIsTheDevicesAndItsFailureIsOne) {
     EXPECT_EQ(NumberThrownBy([&] { WindowsFiles().Flush(file.wstring()); }), 57);
     EXPECT_TRUE(flushedPath.ends_with(L"RealPortCalls.txt")) << flushedPath;
     std::filesystem::remove(file);
+}
+
+DWORD moveFlags = 0;
+
+BOOL WINAPI SeeMove(LPCWSTR, LPCWSTR, DWORD flags) {
+    moveFlags = flags;
+    return TRUE;
+}
+
+TEST(RealPortCalls, FileHasItsNewNameOnTheDeviceAndTakesNobodysPlace) {
+    const ImportSwap swap(&__imp_MoveFileExW, &SeeMove);
+    WindowsFiles().Rename(L"E:\\a", L"E:\\b");
+    EXPECT_EQ(moveFlags, static_cast<DWORD>(MOVEFILE_WRITE_THROUGH));
 }
 
 int foldersRefused = 0;
