@@ -43,7 +43,6 @@ WriterProbe::WriterProbe(Application& app, DiscFamily family) : app_(app), famil
 }
 
 WriterProbe::~WriterProbe() {
-    writer_->SetEvents(nullptr);
     writer_->ShutDown();
 }
 
