@@ -68,6 +68,13 @@ TEST_F(DirectoryPartsTest, ASmallDirectoryIsNotParted) {
     EXPECT_THAT(Parts("no archive", 3).All(), IsEmpty());
 }
 
+TEST_F(DirectoryPartsTest, TheLongestRemarkBehindADirectoryDoesNotHideIt) {
+    std::string zip = NumberedZip(7);
+    zip.replace(zip.size() - 2, 2, "\xFF\xFF");
+    zip.append(65535, 'r');
+    EXPECT_THAT(Parts(zip, 3).All(), SizeIs(3));
+}
+
 TEST_F(DirectoryPartsTest, OneThatIsNotAsItSaysIsNotParted) {
     const std::string good = NumberedZip(7);
     ASSERT_THAT(Parts(good, 3).All(), SizeIs(3));
