@@ -6,7 +6,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent.parent / "tools"))
 
-from mutate import EQUIVALENT, PROJECT, Mutant, equivalent_entries  # noqa: E402
+from mutate import EQUIVALENT, PROJECT, Mutant, equivalent_entries, in_order  # noqa: E402
 from mutations import mutations_of  # noqa: E402
 
 
@@ -70,6 +70,18 @@ class MutationsTest(unittest.TestCase):
 
     def test_the_branches_of_a_choice_are_swapped(self):
         self.assertEqual(changes("x = f(a ? b(c, d) : e);", "branches"), ["x = f(a ? e : b(c, d));"])
+
+
+class OrderTest(unittest.TestCase):
+    def test_the_seed_decides_it_and_a_mutant_that_goes_moves_no_other(self):
+        source = "bool B = a < b && c + 1 == d;"
+        mutants = [Mutant("src/a.cpp", source, mutation) for mutation in mutations_of(source)]
+        order = in_order(mutants, 7)
+        self.assertEqual(in_order(reversed(mutants), 7), order)
+        self.assertGreater(len({tuple(map(str, in_order(mutants, seed))) for seed in range(10)}), 5)
+        for gone in mutants:
+            self.assertEqual(in_order([mutant for mutant in mutants if mutant != gone], 7),
+                             [mutant for mutant in order if mutant != gone])
 
 
 class EquivalentMutantsTest(unittest.TestCase):
