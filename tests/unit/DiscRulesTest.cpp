@@ -252,10 +252,12 @@ TEST(DiscSpeeds, ProbingADvdWriterFindsTenths) {
 }
 
 TEST(DiscSpeeds, BetweenTwoSpeedsTheSlowerIsTaken) {
-    const DiscSpeeds speeds(DiscFamily::Cd, {300, 600});
-    EXPECT_EQ(speeds.Nearest(6), 4);
-    EXPECT_EQ(speeds.Nearest(64), 8);
-    EXPECT_EQ(speeds.Fastest(), 8);
+    for (const std::vector<std::uint32_t>& given : {std::vector<std::uint32_t>{300, 600}, {600, 300}}) {
+        const DiscSpeeds speeds(DiscFamily::Cd, given);
+        EXPECT_EQ(speeds.Nearest(6), 4);
+        EXPECT_EQ(speeds.Nearest(64), 8);
+        EXPECT_EQ(speeds.Fastest(), 8);
+    }
 }
 
 TEST(DiscSpeeds, ADriveThatNamesNoneHasTheCustomaryOnes) {
