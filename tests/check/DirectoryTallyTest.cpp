@@ -119,6 +119,12 @@ TEST_F(DirectoryTallyTest, AFoldersSlashAndABackslashInANameMakeNoDifference) {
     EXPECT_TRUE(tally.Agrees());
 }
 
+TEST_F(DirectoryTallyTest, ABackslashAtTheEndOfAFolderMakesNoDifferenceEither) {
+    tally.Met(L"Dossier", 0);
+    tally.Take(Record(Named("Dossier\\", 0)) + End(1));
+    EXPECT_TRUE(tally.Agrees());
+}
+
 TEST_F(DirectoryTallyTest, NamesThatAreNotPlainCountByTheirSizeAlone) {
     tally.Met(L"\u00E9t\u00E9.txt", 7);
     tally.Take(Record(Named("\x82t\x82.txt")) + End(1));
