@@ -199,12 +199,14 @@ NESTED_FORMS = {"frmBackup": ("ctlSelectionFichiers", "ctlScan")}
 class Program:
     """One run of the program on a workstation."""
 
-    def __init__(self, workstation, executable="Backup.exe"):
+    def __init__(self, workstation, executable="Backup.exe", arguments=""):
         self.workstation = workstation
+        self.executable = executable
         self.driver = Driver(workstation)
         folder = workstation.program_folder
         separator = "" if folder.endswith("\\") else "\\"
-        self.process_id = int(self.driver.call("start", folder, f'"{folder}{separator}{executable}"')[0][0])
+        command = f'"{folder}{separator}{executable}" {arguments}'.rstrip()
+        self.process_id = int(self.driver.call("start", folder, command)[0][0])
 
     def windows(self):
         found = []
@@ -307,11 +309,14 @@ class Program:
         box = self.message_box(seconds)
         if button not in box.buttons:
             raise NotSeen(f"no button {button} in {box}")
-        for control in Window(self, box.handle, "", box.title, True, 0, None).controls():
+        for control in self.controls_of(box):
             if control.id == button:
                 self.driver.call("click", control.handle)
         self.wait(lambda: all(window.handle != box.handle for window in self.windows()), f"the end of {box}")
         return box
+
+    def controls_of(self, box):
+        return Window(self, box.handle, "", box.title, True, 0, None).controls()
 
     def wait_exit(self, seconds=DEFAULT_SECONDS):
         self.wait(lambda: self.exit_code() is not None, "the end of the program", seconds)
