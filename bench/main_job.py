@@ -217,7 +217,7 @@ def measure_floor(station, action):
     """As the program is measured; then the seconds that the command lines and the copy alone took."""
     result = station.path(RESULT)
     result.unlink(missing_ok=True)
-    floor = Program(station, "floor.exe", f"{action} E:\\ {PASSWORD} {ITEM_LIST} {RESULT}")
+    floor = Program(station, "floor.exe", f"{action} E:\\ {PASSWORD} {ITEM_LIST} {RESULT} boxes")
     try:
         controls = floor.controls_of(floor.message_box())
         elapsed, own_seconds, _ = timed(floor, next(control for control in controls if control.id == IDOK))

@@ -1,9 +1,9 @@
 // Runs the archiver command lines of a backup or a restore, copies the two files, and writes to the result file the
 // milliseconds that it took, or what went wrong:
-//   floor backup|restore DRIVE PASSWORD LISTFILE RESULTFILE
+//   floor backup|restore DRIVE PASSWORD LISTFILE RESULTFILE [boxes]
 // The list file names one item per line, in UTF-8. The archiver lies beside this program. Like the program that is
-// measured it has no console, so that the archiver starts under the same conditions; and like it, it starts when a
-// button is pressed in a dialog, which goes, and ends with a message box, since neither run can do without the two.
+// measured it has no console, so that the archiver starts under the same conditions. With "boxes" it starts, like that
+// program, when a button is pressed in a dialog, which goes, and ends with a message box, for somebody who presses them.
 
 #include <windows.h>
 
@@ -144,9 +144,10 @@ void WriteResult(const std::wstring& path, const std::string& text) {
 } // namespace
 
 int APIENTRY wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
-    if (__argc != 6) return 2;
+    if (__argc != 6 && __argc != 7) return 2;
     const std::vector<std::wstring> arguments(__wargv + 1, __wargv + __argc);
-    MessageBoxW(nullptr, L"Start", L"Floor", MB_OK);
+    const bool hasBoxes = arguments.size() == 6 && arguments[5] == L"boxes";
+    if (hasBoxes) MessageBoxW(nullptr, L"Start", L"Floor", MB_OK);
     LARGE_INTEGER start{};
     LARGE_INTEGER end{};
     LARGE_INTEGER frequency{};
@@ -161,6 +162,6 @@ int APIENTRY wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
         result = std::string(failure.what) + ", error " + std::to_string(failure.error);
     }
     WriteResult(arguments[4], result);
-    MessageBoxW(nullptr, L"Done", L"Floor", MB_OK);
+    if (hasBoxes) MessageBoxW(nullptr, L"Done", L"Floor", MB_OK);
     return 0;
 }
