@@ -3,7 +3,8 @@
 //   floor backup|restore DRIVE PASSWORD LISTFILE RESULTFILE [boxes]
 // The list file names one item per line, in UTF-8. The archiver lies beside this program. Like the program that is
 // measured it has no console, so that the archiver starts under the same conditions. With "boxes" it starts, like that
-// program, when a button is pressed in a dialog, which goes, and ends with a message box, for somebody who presses them.
+// program, when a button is pressed in a dialog, which goes, and ends with a message box, for somebody who presses
+// them.
 
 #include <windows.h>
 
