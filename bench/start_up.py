@@ -30,11 +30,12 @@ class TimedProgram(Program):
 
     def __init__(self, workstation):
         self.workstation = workstation
+        self.executable = "Backup.exe"
         self.driver = Driver(workstation)
         self.driver.call("windows", 0)
         self.started = time.time()
         folder = workstation.program_folder
-        self.process_id = int(self.driver.call("start", folder, f'"{folder}\\Backup.exe"')[0][0])
+        self.process_id = int(self.driver.call("start", folder, f'"{folder}\\{self.executable}"')[0][0])
 
     def moment(self, control, is_reached):
         """The clock's time at which a control was seen as wanted. The program is not asked, so that it is not held up."""
