@@ -1,13 +1,13 @@
 #include "CaptionFit.h"
 #include "Footprint.h"
 #include "KeyboardReach.h"
-#include "ProcessorTime.h"
 #include "RestoreWindowBench.h"
 #include "ScreenFit.h"
 #include "core/ArchiveValues.h"
 #include "core/LanguageValues.h"
 #include "platform/MessageBoxes.h"
 #include "resources/TextId.h"
+#include "support/ProcessorTime.h"
 
 #include <cstdio>
 

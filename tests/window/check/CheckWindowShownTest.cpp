@@ -2,9 +2,9 @@
 #include "CaptionFit.h"
 #include "CheckWindowBench.h"
 #include "KeyboardReach.h"
-#include "ProcessorTime.h"
 #include "core/LanguageValues.h"
 #include "resources/TextId.h"
+#include "support/ProcessorTime.h"
 
 #include <commctrl.h>
 
