@@ -14,6 +14,7 @@
 #include "selection/forms/ctlSelectionFichiersIds.h"
 #include "shell/forms/FormMessageLoop.h"
 #include "support/FakeMachine.h"
+#include "support/ProcessorTime.h"
 #include "ui/MessagePump.h"
 
 #include <windows.h>
@@ -34,19 +35,6 @@ double Seconds() {
     QueryPerformanceCounter(&now);
     QueryPerformanceFrequency(&frequency);
     return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-/// The processor time that this process has used: what else runs on the machine does not count in it.
-double ProcessorSeconds() {
-    FILETIME created{};
-    FILETIME ended{};
-    FILETIME kernel{};
-    FILETIME user{};
-    GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user);
-    const auto ticks = [](const FILETIME& time) {
-        return static_cast<double>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
-    };
-    return (ticks(kernel) + ticks(user)) / 1e7;
 }
 
 struct Cost {

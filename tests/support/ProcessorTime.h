@@ -1,14 +1,11 @@
 #pragma once
 
-#include <windows.h>
+#include <ctime>
 
-/// What this process has taken of the processors, in seconds: a test's time on a machine that may have other work.
+/// What this process has taken of the processors, in seconds: the time of steps on a machine that may have other work.
+/// Windows counts in steps of a sixty-fourth of a second.
 inline double ProcessorSeconds() {
-    FILETIME unused{};
-    ULARGE_INTEGER kernel{};
-    ULARGE_INTEGER user{};
-    GetProcessTimes(GetCurrentProcess(), &unused, &unused, reinterpret_cast<FILETIME*>(&kernel),
-                    reinterpret_cast<FILETIME*>(&user));
-    constexpr double ticksPerSecond = 1e7;
-    return static_cast<double>(kernel.QuadPart + user.QuadPart) / ticksPerSecond;
+    timespec spent{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &spent);
+    return static_cast<double>(spent.tv_sec) + static_cast<double>(spent.tv_nsec) / 1e9;
 }

@@ -5,12 +5,12 @@
 #include "support/Failures.h"
 #include "support/FakeMachine.h"
 #include "support/FakeProgressBar.h"
+#include "support/ProcessorTime.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <utility>
 
-#include <ctime>
 #include <random>
 
 namespace {
@@ -267,15 +267,8 @@ std::string ControlFileOf(int lines) {
     return bytes;
 }
 
-/// Of this process, because the machine may have other work.
-double ProcessorSeconds() {
-    timespec spent{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &spent);
-    return static_cast<double>(spent.tv_sec) + static_cast<double>(spent.tv_nsec) / 1e9;
-}
-
 TEST(ControlFile, TimePerLineDoesNotGrowWithTheNumberOfLines) {
-    // As many lines in all each time: Windows counts in steps of a sixty-fourth of a second.
+    // As many lines in all each time, since a few take less than Windows counts.
     const auto secondsFor = [](int lines) {
         const std::string bytes = ControlFileOf(lines);
         const double start = ProcessorSeconds();
