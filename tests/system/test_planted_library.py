@@ -8,13 +8,15 @@ from workstation import BINARIES
 
 # One that Windows does not hold ready for every program, and that the program uses.
 NAME = "USERENV.dll"
+# One that it does not use; what Windows loads into it asks for libraries by their bare names.
+NAME_UNUSED = "cabinet.dll"
 
 
 class PlantedLibraryTest(SystemTest):
-    def plant(self):
-        shutil.copy2(BINARIES / "planted.dll", self.station.path(self.station.program_folder) / NAME)
+    def plant(self, name=NAME):
+        shutil.copy2(BINARIES / "planted.dll", self.station.path(self.station.program_folder) / name)
         # Wine takes its own libraries first; Windows does not.
-        self.station.environment["WINEDLLOVERRIDES"] += f";{NAME.lower().removesuffix('.dll')}=n,b"
+        self.station.environment["WINEDLLOVERRIDES"] += f";{name.lower().removesuffix('.dll')}=n,b"
 
     def check_left_alone(self, program):
         self.assertEqual(program.wait_exit(), 0)
@@ -24,6 +26,14 @@ class PlantedLibraryTest(SystemTest):
         self.plant()
         program = self.start()
         program.main_window().press("cmdSortie")
+        self.check_left_alone(program)
+
+    def test_one_that_others_load_by_its_bare_name_is_left_alone(self):
+        self.plant(NAME_UNUSED)
+        program = self.start()
+        main = program.main_window()
+        program.driver.call("loadlibrary", program.process_id, NAME_UNUSED)
+        main.press("cmdSortie")
         self.check_left_alone(program)
 
     def test_one_beside_the_check_is_left_alone(self):
