@@ -11,7 +11,8 @@ LAYERS = ("unit", "windows-unit", "window", "system", "fuzz", "lint")
 DEFAULT_LAYERS = LAYERS[:-1]
 # The two programs of the layer "window", each with the folder of its tests.
 WINDOW_PROGRAMS = {"window_tests": PROJECT / "tests" / "window", "disc_tests": PROJECT / "tests" / "virtual_burner"}
-SYSTEM_TARGETS = ("Backup", "BackupCheck", "uidriver", "disc_console", "VirtualBurner", "faulty_archiver", "faulty_memory")
+SYSTEM_TARGETS = ("Backup", "BackupCheck", "uidriver", "disc_console", "VirtualBurner", "faulty_archiver", "faulty_memory",
+                  "planted")
 DEFAULT_FUZZ_SECONDS = 5
 INPUTS = "inputs"
 

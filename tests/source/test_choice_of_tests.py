@@ -1,12 +1,13 @@
 """What the words after ./test come to: the layers, the tests of each, and what is built for them."""
 
+import re
 import sys
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent.parent / "tools"))
 
-from test_choice import (DEFAULT_FUZZ_SECONDS, DEFAULT_LAYERS, Usage, choices, google_filter, matches, needs,  # noqa: E402
+from test_choice import (DEFAULT_FUZZ_SECONDS, DEFAULT_LAYERS, PROJECT, Usage, choices, google_filter, matches, needs,  # noqa: E402
                          unit_programs, window_programs)
 
 
@@ -54,6 +55,14 @@ class ChoiceTest(unittest.TestCase):
         self.assertEqual(window_programs(["RestoreWindow.*"]), ["window_tests"])
         self.assertEqual(window_programs(["FileStream*"]), ["disc_tests"])
         self.assertEqual(built("window", "RestoreWindow.EscapeCloses"), ["build windows window_tests"])
+
+    def test_what_system_tests_take_from_the_build_is_built_for_them(self):
+        programs = [line for line in built("system", "test_main_job") if line.startswith("build windows ")][0].split()[2:]
+        # The archiver is a step of its own.
+        taken = {name for path in sorted((PROJECT / "tests" / "system").glob("*.py"))
+                 for name in re.findall(r'BINARIES / "(\w+)\.(?:exe|dll)"', path.read_text(encoding="utf-8"))} - {"7Za"}
+        self.assertIn("disc_console", taken)
+        self.assertEqual(taken - set(programs), set())
 
     def test_the_installer_is_built_for_its_tests_only(self):
         self.assertNotIn("installer", built("system", "test_main_job"))
