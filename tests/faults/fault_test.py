@@ -23,6 +23,8 @@ VERDICTS = {0: "good", 1: "faulty", 2: "wrong password", 3: "no backup"}
 class FaultTest(FaultScene):
     """Faults of every area; a program's test of one is made by the runner."""
 
+    keeps = {"language": "what a person is told is looked for in French"}
+
     def check(self, fault):
         """Runs the fault and fails where an invariant is broken. Gives the row of the table."""
         started = time.monotonic()

@@ -49,7 +49,7 @@ class DriveTest(DiscTest):
         self.dvd.image.write_bytes(b"x" * 3_000_000)
         program, backup = self.start_burn("DVD+RW")
         box = program.answer(IDOK, 60)
-        self.assertIn("« Effacer le disque... »", box.text)
+        self.assertIn(self.words("Effacez-le avec le bouton « Effacer le disque... », ou insérez un disque vierge."), box.text)
         backup.wait_enabled("cmdPrecedent")
         self.assertEqual(self.dvd.image.read_bytes(), b"x" * 3_000_000)
         self.leave(program, backup)
