@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -129,6 +130,8 @@ void FinishExchange(Files& files, const std::wstring& path) {
 
 void FinishExchangeIfPossible(Application& app, const std::wstring& root) {
     if (root.empty() || app.machine.drives->Type(root) == DriveType::CdRom) return;
+    const std::unique_ptr<Hold> claim = app.machine.drives->Claim(root);
+    if (!claim) return;
     try {
         FinishExchange(*app.machine.files, root);
     } catch (const RuntimeError&) {

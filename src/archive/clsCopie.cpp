@@ -5,6 +5,7 @@
 #include "archive/WorkFolder.h"
 #include "archive/clsListe.h"
 #include "core/ArchiveValues.h"
+#include "platform/Clock.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/MessageLoop.h"
@@ -13,10 +14,24 @@
 #include "selection/clsColFileInfo.h"
 #include "shell/ErrorReport.h"
 
+#include <memory>
+
 namespace {
 
 std::wstring InWorkFolder(const Application& app, const std::wstring& name) {
     return app.WorkFolder() + L"\\" + name;
+}
+
+/// Another copy of the program has a medium for an instant, to finish an exchange, or as long as its own backup takes;
+/// throws 70 then.
+std::unique_ptr<Hold> ClaimMedium(Machine& machine, const std::wstring& root) {
+    constexpr int attempts = 20;
+    constexpr std::uint32_t pauseMilliseconds = 50;
+    for (int attempt = 1;; ++attempt) {
+        if (std::unique_ptr<Hold> claim = machine.drives->Claim(root)) return claim;
+        if (attempt == attempts) throw RuntimeError(ErrorNumber::PermissionDenied);
+        machine.clock->Sleep(pauseMilliseconds);
+    }
 }
 
 } // namespace
@@ -62,6 +77,7 @@ bool clsCopie::ArchiveItem(const std::wstring& path, std::int32_t position, Prog
 bool clsCopie::CopierUSB(const std::wstring& vDisque) {
     return Guarded(app_, L"CopierUSB, Class clsCopie", [&] {
         if (!app_.machine.drives->Exists(vDisque)) return false;
+        const std::unique_ptr<Hold> claim = ClaimMedium(app_.machine, vDisque);
         Files& files = *app_.machine.files;
         FinishExchange(files, vDisque);
         const PairSource source{InWorkFolder(app_, ArchiveName), InWorkFolder(app_, ControlFileName)};

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/Hold.h"
+
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -42,4 +45,7 @@ class Drives {
     virtual bool CanOpenVolume(const std::wstring& letter) const = 0;
     /// Lists the root folder once so that the drive wakes up; every failure is ignored and shows no box.
     virtual void Touch(const std::wstring& root) = 0;
+    /// Keeps the other copies of the program on this computer, whoever started them, from changing the backup on the
+    /// volume, until the hold is gone or the program ends. Null while one of them has it. Takes "E:\" or "E:".
+    virtual std::unique_ptr<Hold> Claim(const std::wstring& root) = 0;
 };

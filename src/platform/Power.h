@@ -1,15 +1,8 @@
 #pragma once
 
-#include <memory>
+#include "platform/Hold.h"
 
-/// Holds something off for as long as it lives.
-class Hold {
-  public:
-    Hold() = default;
-    virtual ~Hold() = default;
-    Hold(const Hold&) = delete;
-    Hold& operator=(const Hold&) = delete;
-};
+#include <memory>
 
 /// The workstation's way to sleep.
 class Power {

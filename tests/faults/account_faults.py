@@ -28,12 +28,22 @@ def log_on_with_documents(scene):
     scene.write_documents(generation=3)
 
 
-def run_in_other_session(scene):
-    """What a program of another account's session leaves to be seen: its mutex, which this account may not open."""
+def open_other_session(scene):
     scene.other_session = Driver(scene.station)
     scene.addCleanup(scene.other_session.stop)
-    numbers = scene.other_session.call("folderid", scene.station.program_folder)[0]
-    scene.other_session.call("foreignmutex", "Global\\Backup." + ".".join(numbers))
+    return scene.other_session
+
+
+def run_in_other_session(scene):
+    """What a program of another account's session leaves to be seen: its mutex, which this account may not open."""
+    session = open_other_session(scene)
+    numbers = session.call("folderid", scene.station.program_folder)[0]
+    session.call("foreignmutex", "Global\\Backup." + ".".join(numbers))
+
+
+def change_medium_in_other_session(scene):
+    """The same of a copy that is installed in another folder and is changing the disk."""
+    open_other_session(scene).call("foreignmutex", "Global\\Backup.Medium.E")
 
 
 def end_other_session(scene):
@@ -60,6 +70,8 @@ def give_work_folder_back(scene):
 
 fault("program-of-another-account-runs", "start", Expect(outcomes=(ENDED,), told=("Backup: ",), medium=(OLD,)),
       arrange=run_in_other_session, act=start_only, heal=end_other_session)
+fault("medium-changed-by-a-copy-of-another-account", "disk", Expect(told=(FAILED_BACKUP,)),
+      arrange=change_medium_in_other_session, heal=end_other_session)
 fault("backup-by-another-account", "start", BACKED_UP, arrange=log_on_with_documents)
 fault("work-folder-of-another-account", "start", Expect(told=(FAILED_BACKUP,)), arrange=leave_foreign_work_folder,
       heal=give_work_folder_back)

@@ -10,6 +10,16 @@ wchar_t LetterOf(const std::wstring& root) {
     return root.empty() ? wchar_t() : static_cast<wchar_t>(std::towupper(root[0]));
 }
 
+class FakeClaim final : public Hold {
+  public:
+    FakeClaim(std::set<wchar_t>& claimed, wchar_t letter) : claimed_(claimed), letter_(letter) {}
+    ~FakeClaim() override { claimed_.erase(letter_); }
+
+  private:
+    std::set<wchar_t>& claimed_;
+    wchar_t letter_;
+};
+
 } // namespace
 
 FakeDrives::Drive& FakeDrives::Add(const std::wstring& root, DriveType type, std::optional<std::wstring> label,
@@ -82,4 +92,10 @@ bool FakeDrives::CanOpenVolume(const std::wstring& letter) const {
 
 void FakeDrives::Touch(const std::wstring& root) {
     touched.push_back(root);
+}
+
+std::unique_ptr<Hold> FakeDrives::Claim(const std::wstring& root) {
+    const wchar_t letter = LetterOf(root);
+    if (!claimed_.insert(letter).second) return nullptr;
+    return std::make_unique<FakeClaim>(claimed_, letter);
 }

@@ -2,6 +2,8 @@
 
 #include "platform/Drives.h"
 
+#include <set>
+
 /// Drives as plain data.
 class FakeDrives : public Drives {
   public:
@@ -33,7 +35,11 @@ class FakeDrives : public Drives {
     std::wstring FileSystemName(const std::wstring& root) const override;
     bool CanOpenVolume(const std::wstring& letter) const override;
     void Touch(const std::wstring& root) override;
+    /// A claim may not outlive these drives.
+    std::unique_ptr<Hold> Claim(const std::wstring& root) override;
 
   private:
     const Drive* Find(const std::wstring& root) const;
+
+    std::set<wchar_t> claimed_; ///< letters, upper case
 };

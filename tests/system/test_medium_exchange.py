@@ -89,6 +89,16 @@ class MediumExchangeTest(SystemTest):
         self.assert_failed(program, 70)
         self.assertEqual(self.contents(root), self.old)
 
+    def test_a_disk_that_another_copy_of_the_program_is_changing_keeps_the_old_backup(self):
+        root = self.disk_with_backup()
+        program, backup = self.start_copy()
+        # As one of another account would have it.
+        program.driver.call("foreignmutex", "Global\\Backup.Medium.E")
+        backup.press("cmdLancer")
+        self.give_new_password(program)
+        self.assert_failed(program, 70)
+        self.assertEqual(self.contents(root), self.old)
+
     def test_a_disk_pulled_out_during_the_copy_keeps_a_whole_backup(self):
         root = self.disk_with_backup()
         program, backup = self.start_copy(8)

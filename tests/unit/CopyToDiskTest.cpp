@@ -71,6 +71,58 @@ TEST_F(CopyToDisk, ExchangeBrokenOffBeforeIsFinishedFirst) {
     EXPECT_EQ(machine.files.Contents(L"E:\\").files, (Parts{L"OKRBACKUP.ZIP", L"_listFich.lst"}));
 }
 
+TEST_F(CopyToDisk, MediumThatAnotherCopyIsChangingIsLeftAloneAndReported) {
+    machine.drives.Add(L"E:\\", DriveType::Removable);
+    machine.files.AddFile(L"E:\\OKRBACKUP.ZIP.~new", "coming");
+    const std::unique_ptr<Hold> others = machine.drives.Claim(L"E:\\");
+    EXPECT_FALSE(copie.CopierUSB(L"E:\\"));
+    EXPECT_EQ(machine.files.Contents(L"E:\\").files, (Parts{L"OKRBACKUP.ZIP.~new"}));
+    ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
+    EXPECT_NE(machine.messageBoxes.shown[0].text.find(L"70 (Permission denied)"), std::wstring::npos);
+    EXPECT_TRUE(machine.files.FileExists(L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP"));
+}
+
+TEST_F(CopyToDisk, AnInstantOfAnotherCopyIsWaitedFor) {
+    machine.drives.Add(L"E:\\", DriveType::Removable);
+    std::unique_ptr<Hold> others = machine.drives.Claim(L"E:\\");
+    machine.clock.duringSleep = [&] { others.reset(); };
+    EXPECT_TRUE(copie.CopierUSB(L"E:\\"));
+}
+
+/// Files that look, whenever one reaches the device, whether another copy of the program could change the disk.
+class WatchedFiles : public FakeFiles {
+  public:
+    explicit WatchedFiles(FakeDrives& drives) : drives_(drives) {}
+    void Flush(const std::wstring& path) override {
+        if (drives_.Claim(L"E:\\")) ++unclaimed;
+        FakeFiles::Flush(path);
+    }
+    int unclaimed = 0;
+
+  private:
+    FakeDrives& drives_;
+};
+
+TEST_F(CopyToDisk, MediumIsClaimedFromTheFirstFileToTheEndAndNoLonger) {
+    WatchedFiles files(machine.drives);
+    files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP", "archive");
+    files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\_listFich.lst", "list");
+    files.AddFolder(L"E:\\");
+    machine.app.machine.files = files;
+    machine.drives.Add(L"E:\\", DriveType::Removable);
+    EXPECT_TRUE(copie.CopierUSB(L"E:\\"));
+    EXPECT_FALSE(files.flushed.empty());
+    EXPECT_EQ(files.unclaimed, 0);
+    EXPECT_NE(machine.drives.Claim(L"E:\\"), nullptr);
+}
+
+TEST_F(CopyToDisk, MediumIsNoLongerClaimedAfterACopyThatFailed) {
+    machine.drives.Add(L"E:\\", DriveType::Removable);
+    machine.files.FailWith(L"E:\\_listFich.lst", ErrorNumber::DeviceIoError);
+    EXPECT_FALSE(copie.CopierUSB(L"E:\\"));
+    EXPECT_NE(machine.drives.Claim(L"E:\\"), nullptr);
+}
+
 TEST_F(CopyToDisk, DeviceThatDoesNotTakeTheBytesIsNoSuccess) {
     machine.drives.Add(L"E:\\", DriveType::Removable);
     machine.files.FailWith(L"E:\\_listFich.lst", ErrorNumber::DeviceIoError);

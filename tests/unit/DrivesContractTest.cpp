@@ -97,6 +97,19 @@ TYPED_TEST(DrivesContract, AVolumeThatCanBeReadHasALabelIfOnlyAnEmptyOne) {
     EXPECT_TRUE(this->drives_.VolumeLabel(L"C:\\").has_value());
 }
 
+TYPED_TEST(DrivesContract, AVolumeIsClaimedOnceAtATimeUnderEachOfItsNames) {
+    std::unique_ptr<Hold> claim = this->drives_.Claim(L"C:\\");
+    ASSERT_NE(claim, nullptr);
+    for (const wchar_t* name : {L"C:\\", L"C:", L"c:\\"}) EXPECT_EQ(this->drives_.Claim(name), nullptr);
+    claim.reset();
+    EXPECT_NE(this->drives_.Claim(L"c:"), nullptr);
+}
+
+TYPED_TEST(DrivesContract, AClaimLeavesOtherVolumesFree) {
+    const std::unique_ptr<Hold> claim = this->drives_.Claim(L"C:\\");
+    EXPECT_NE(this->drives_.Claim(this->FreeRoot()), nullptr);
+}
+
 TEST(FakeDrives, ADriveWithoutAMediumExistsButHasNoVolume) {
     FakeDrives drives;
     drives.Add(L"D:\\", DriveType::CdRom, std::nullopt);

@@ -3,6 +3,7 @@
 #include "support/Failures.h"
 #include "support/FakeDrives.h"
 #include "support/FakeFiles.h"
+#include "support/FakeMachine.h"
 
 #include <gmock/gmock.h>
 
@@ -311,6 +312,19 @@ TEST(MediumPair, NothingIsChangedWhereNoExchangeWasBrokenOff) {
         EXPECT_EQ(medium.OnMedium(), medium.old);
         EXPECT_EQ(medium.files.calls, 1) << "one look at the root";
     }
+}
+
+TEST(MediumPair, MediumThatAnotherCopyOfTheProgramIsChangingIsLeftToIt) {
+    FakeMachine machine;
+    machine.drives.Add(Root, DriveType::Removable);
+    machine.files.AddFile(L"E:\\OKRBACKUP.ZIP.~new", "coming");
+    std::unique_ptr<Hold> others = machine.drives.Claim(Root);
+    FinishExchangeIfPossible(machine.app, Root);
+    EXPECT_TRUE(machine.files.FileExists(L"E:\\OKRBACKUP.ZIP.~new"));
+    others.reset();
+    FinishExchangeIfPossible(machine.app, Root);
+    EXPECT_FALSE(machine.files.FileExists(L"E:\\OKRBACKUP.ZIP.~new")) << "what a copy left that was broken off";
+    EXPECT_NE(machine.drives.Claim(Root), nullptr);
 }
 
 TEST(MediumPair, FatHoldsNoFileOfFourGibibytes) {

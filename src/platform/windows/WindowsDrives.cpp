@@ -7,6 +7,8 @@
 
 #include <windows.h>
 
+#include <utility>
+
 namespace {
 
 constexpr DWORD RootsBufferBytes = 255;
@@ -28,6 +30,15 @@ bool LeadsNowhere(const std::wstring& root) {
     const DWORD error = GetLastError();
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_DRIVE;
 }
+
+/// What is claimed is claimed for as long as the mutex exists; nobody owns it.
+class VolumeClaim final : public Hold {
+  public:
+    explicit VolumeClaim(UniqueObject mutex) : mutex_(std::move(mutex)) {}
+
+  private:
+    UniqueObject mutex_;
+};
 
 } // namespace
 
@@ -97,4 +108,13 @@ bool WindowsDrives::CanOpenVolume(const std::wstring& letter) const {
 void WindowsDrives::Touch(const std::wstring& root) {
     WIN32_FIND_DATAW found = {};
     const UniqueFind search(FindFirstFileW((RootOf(root) + L"*").c_str(), &found));
+}
+
+std::unique_ptr<Hold> WindowsDrives::Claim(const std::wstring& root) {
+    const std::wstring name = L"Global\\Backup.Medium." + UpperCase(root.substr(0, 1));
+    UniqueObject mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
+    const DWORD error = GetLastError();
+    // Another user's mutex exists but cannot be opened.
+    if (!mutex || error == ERROR_ALREADY_EXISTS) return nullptr;
+    return std::make_unique<VolumeClaim>(std::move(mutex));
 }

@@ -14,4 +14,5 @@ class WindowsDrives : public Drives {
     std::wstring FileSystemName(const std::wstring& root) const override;
     bool CanOpenVolume(const std::wstring& letter) const override;
     void Touch(const std::wstring& root) override;
+    std::unique_ptr<Hold> Claim(const std::wstring& root) override;
 };
