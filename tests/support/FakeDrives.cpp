@@ -12,7 +12,9 @@ wchar_t LetterOf(const std::wstring& root) {
 
 class FakeClaim final : public Hold {
   public:
-    FakeClaim(std::set<wchar_t>& claimed, wchar_t letter) : claimed_(claimed), letter_(letter) {}
+    FakeClaim(std::set<wchar_t>& claimed, wchar_t letter) : claimed_(claimed), letter_(letter) {
+        claimed_.insert(letter_);
+    }
     ~FakeClaim() override { claimed_.erase(letter_); }
 
   private:
@@ -96,6 +98,6 @@ void FakeDrives::Touch(const std::wstring& root) {
 
 std::unique_ptr<Hold> FakeDrives::Claim(const std::wstring& root) {
     const wchar_t letter = LetterOf(root);
-    if (!claimed_.insert(letter).second) return nullptr;
+    if (claimed_.contains(letter)) return nullptr;
     return std::make_unique<FakeClaim>(claimed_, letter);
 }
