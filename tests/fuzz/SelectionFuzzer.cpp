@@ -118,13 +118,15 @@ class SelectionUser {
         return static_cast<std::int32_t>(input_.Below(static_cast<std::size_t>(bench_.list.RowCount()) + 1)) - 1;
     }
     /// What the user picks is there, unless it has vanished since it was shown to him. What is listed already and has
-    /// vanished is shown to nobody.
+    /// vanished is shown to nobody; nor does a file or folder come whose path is listed as the other kind, which the
+    /// list refuses with the system's error report and a row more.
     std::wstring Picked() {
         std::wstring path = input_.OneOf(Paths);
-        if (Files().FileExists(path) || Files().FolderExists(path)) return path;
-        hasDiskChanged_ = true;
-        const bool isListed = bench_.list.ArrayFichier()->Find(WithoutTrailingBackslash(path), KindFolder) != nullptr;
-        return isListed ? L"C:\\None\\x.txt" : path;
+        const bool isFolder = Files().FolderExists(path);
+        if (!isFolder && !Files().FileExists(path)) hasDiskChanged_ = true;
+        const std::int32_t otherKind = isFolder ? KindFile : KindFolder;
+        const auto listed = bench_.list.ArrayFichier()->Find(WithoutTrailingBackslash(path), otherKind);
+        return listed != nullptr ? L"C:\\None\\x.txt" : path;
     }
     /// A box that is greyed cannot be clicked.
     void ClickBox(std::int32_t index) {
