@@ -118,15 +118,13 @@ class SelectionUser {
         return static_cast<std::int32_t>(input_.Below(static_cast<std::size_t>(bench_.list.RowCount()) + 1)) - 1;
     }
     /// What the user picks is there, unless it has vanished since it was shown to him. What is listed already and has
-    /// vanished is shown to nobody; nor does a file or folder come whose path is listed as the other kind, which the
-    /// list refuses with the system's error report and a row more.
+    /// vanished is shown to nobody.
     std::wstring Picked() {
         std::wstring path = input_.OneOf(Paths);
-        const bool isFolder = Files().FolderExists(path);
-        if (!isFolder && !Files().FileExists(path)) hasDiskChanged_ = true;
-        const std::int32_t otherKind = isFolder ? KindFile : KindFolder;
-        const auto listed = bench_.list.ArrayFichier()->Find(WithoutTrailingBackslash(path), otherKind);
-        return listed != nullptr ? L"C:\\None\\x.txt" : path;
+        if (Files().FileExists(path) || Files().FolderExists(path)) return path;
+        hasDiskChanged_ = true;
+        const bool isListed = bench_.list.ArrayFichier()->Find(WithoutTrailingBackslash(path), KindFolder) != nullptr;
+        return isListed ? L"C:\\None\\x.txt" : path;
     }
     /// A box that is greyed cannot be clicked.
     void ClickBox(std::int32_t index) {
@@ -143,8 +141,9 @@ class SelectionUser {
             if (Files().FileExists(path) || Files().FolderExists(path)) Files().Remove(path);
             return;
         case 1:
-            // A file stays a file: in the place of a folder it would have the folder's key.
-            if (path.find(L'.') != std::wstring::npos && !path.ends_with(L'\\'))
+            // A file stays a file: in the place of a folder it would have the folder's key. So does what was taken for
+            // one when it had vanished: the list reports a folder in its place, and has a row more.
+            if (path.find(L'.') != std::wstring::npos && !path.ends_with(L'\\') && !IsBelowListedFile(path))
                 Files().AddSizedFile(path, input_.Bits<std::uint32_t>());
             return;
         case 2:
@@ -152,6 +151,14 @@ class SelectionUser {
         default:
             return bench_.AddListFile(input_.OneOf(Lists), {input_.OneOf(Entries), input_.OneOf(Entries)});
         }
+    }
+    bool IsBelowListedFile(const std::wstring& path) const {
+        const auto items = bench_.list.ArrayFichier();
+        for (std::wstring above = path.substr(0, path.rfind(L'\\')); above.size() > 2;
+             above.resize(above.rfind(L'\\'))) {
+            if (items->Find(above, KindFile) != nullptr) return true;
+        }
+        return false;
     }
     bool IsFatal() const {
         const auto& boxes = bench_.machine.messageBoxes.shown;
