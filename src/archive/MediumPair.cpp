@@ -130,10 +130,9 @@ void FinishExchange(Files& files, const std::wstring& path) {
 
 void FinishExchangeIfPossible(Application& app, const std::wstring& root) {
     if (root.empty() || app.machine.drives->Type(root) == DriveType::CdRom) return;
-    const std::unique_ptr<Hold> claim = app.machine.drives->Claim(root);
-    if (!claim) return;
     try {
-        FinishExchange(*app.machine.files, root);
+        if (const std::unique_ptr<Hold> claim = app.machine.drives->Claim(root))
+            FinishExchange(*app.machine.files, root);
     } catch (const RuntimeError&) {
         // No medium, or one that takes no writing: it is read as it is.
     }

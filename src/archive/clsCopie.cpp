@@ -29,7 +29,10 @@ std::unique_ptr<Hold> ClaimMedium(Machine& machine, const std::wstring& root) {
     constexpr std::uint32_t pauseMilliseconds = 50;
     for (int attempt = 1;; ++attempt) {
         if (std::unique_ptr<Hold> claim = machine.drives->Claim(root)) return claim;
-        if (attempt == attempts) throw RuntimeError(ErrorNumber::PermissionDenied);
+        if (attempt == attempts) {
+            throw RuntimeError(static_cast<std::int32_t>(ErrorNumber::PermissionDenied),
+                               L"Another copy of this program is changing the disk");
+        }
         machine.clock->Sleep(pauseMilliseconds);
     }
 }

@@ -46,6 +46,7 @@ class Drives {
     /// Lists the root folder once so that the drive wakes up; every failure is ignored and shows no box.
     virtual void Touch(const std::wstring& root) = 0;
     /// Keeps the other copies of the program on this computer, whoever started them, from changing the backup on the
-    /// volume, until the hold is gone or the program ends. Null while one of them has it. Takes "E:\" or "E:".
+    /// drive of that letter, until the hold is gone or the program ends. Null while one of them has it. Takes "E:\" or
+    /// "E:". Throws what the platform meets.
     virtual std::unique_ptr<Hold> Claim(const std::wstring& root) = 0;
 };

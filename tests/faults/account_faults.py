@@ -70,8 +70,8 @@ def give_work_folder_back(scene):
 
 fault("program-of-another-account-runs", "start", Expect(outcomes=(ENDED,), told=("Backup: ",), medium=(OLD,)),
       arrange=run_in_other_session, act=start_only, heal=end_other_session)
-fault("medium-changed-by-a-copy-of-another-account", "disk", Expect(told=(FAILED_BACKUP,)),
-      arrange=change_medium_in_other_session, heal=end_other_session)
+fault("medium-changed-by-a-copy-of-another-account", "disk",
+      Expect(told=("70 (Another copy of this program", FAILED_BACKUP)), arrange=change_medium_in_other_session, heal=end_other_session)
 fault("backup-by-another-account", "start", BACKED_UP, arrange=log_on_with_documents)
 fault("work-folder-of-another-account", "start", Expect(told=(FAILED_BACKUP,)), arrange=leave_foreign_work_folder,
       heal=give_work_folder_back)

@@ -78,7 +78,9 @@ TEST_F(CopyToDisk, MediumThatAnotherCopyIsChangingIsLeftAloneAndReported) {
     EXPECT_FALSE(copie.CopierUSB(L"E:\\"));
     EXPECT_EQ(machine.files.Contents(L"E:\\").files, (Parts{L"OKRBACKUP.ZIP.~new"}));
     ASSERT_EQ(machine.messageBoxes.shown.size(), 1u);
-    EXPECT_NE(machine.messageBoxes.shown[0].text.find(L"70 (Permission denied)"), std::wstring::npos);
+    EXPECT_NE(machine.messageBoxes.shown[0].text.find(L"70 (Another copy of this program is changing the disk)"),
+              std::wstring::npos);
+    EXPECT_EQ(machine.clock.sleeps, 19) << "about a second";
     EXPECT_TRUE(machine.files.FileExists(L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP"));
 }
 
@@ -89,17 +91,33 @@ TEST_F(CopyToDisk, AnInstantOfAnotherCopyIsWaitedFor) {
     EXPECT_TRUE(copie.CopierUSB(L"E:\\"));
 }
 
-/// Files that look, whenever one reaches the device, whether another copy of the program could change the disk.
+/// Files that look, at whatever happens to the disk, whether another copy of the program could change the disk.
 class WatchedFiles : public FakeFiles {
   public:
     explicit WatchedFiles(FakeDrives& drives) : drives_(drives) {}
+    void Copy(const std::wstring& source, const std::wstring& target) override {
+        Look();
+        FakeFiles::Copy(source, target);
+    }
     void Flush(const std::wstring& path) override {
-        if (drives_.Claim(L"E:\\")) ++unclaimed;
+        Look();
         FakeFiles::Flush(path);
+    }
+    void Rename(const std::wstring& source, const std::wstring& target) override {
+        Look();
+        FakeFiles::Rename(source, target);
+    }
+    void Delete(const std::wstring& path) override {
+        if (path.starts_with(L"E:")) Look();
+        FakeFiles::Delete(path);
     }
     int unclaimed = 0;
 
   private:
+    void Look() {
+        if (drives_.Claim(L"E:\\")) ++unclaimed;
+    }
+
     FakeDrives& drives_;
 };
 
@@ -107,11 +125,12 @@ TEST_F(CopyToDisk, MediumIsClaimedFromTheFirstFileToTheEndAndNoLonger) {
     WatchedFiles files(machine.drives);
     files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\OKRBACKUP.ZIP", "archive");
     files.AddFile(L"C:\\Valcoreaux\\Backup\\zip\\_listFich.lst", "list");
-    files.AddFolder(L"E:\\");
+    files.AddFile(L"E:\\OKRBACKUP.ZIP", "old archive");
+    files.AddFile(L"E:\\_listFich.lst", "old list");
     machine.app.machine.files = files;
     machine.drives.Add(L"E:\\", DriveType::Removable);
     EXPECT_TRUE(copie.CopierUSB(L"E:\\"));
-    EXPECT_FALSE(files.flushed.empty());
+    EXPECT_EQ(files.Read(L"E:\\OKRBACKUP.ZIP"), "archive");
     EXPECT_EQ(files.unclaimed, 0);
     EXPECT_NE(machine.drives.Claim(L"E:\\"), nullptr);
 }

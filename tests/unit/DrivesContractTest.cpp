@@ -107,6 +107,7 @@ TYPED_TEST(DrivesContract, AVolumeIsClaimedOnceAtATimeUnderEachOfItsNames) {
 
 TYPED_TEST(DrivesContract, AClaimLeavesOtherVolumesFree) {
     const std::unique_ptr<Hold> claim = this->drives_.Claim(L"C:\\");
+    ASSERT_NE(claim, nullptr);
     EXPECT_NE(this->drives_.Claim(this->FreeRoot()), nullptr);
 }
 

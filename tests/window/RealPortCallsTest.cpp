@@ -36,6 +36,7 @@ extern decltype(&CreateFileW) __imp_CreateFileW;
 extern decltype(&CreateDirectoryW) __imp_CreateDirectoryW;
 extern decltype(&FlushFileBuffers) __imp_FlushFileBuffers;
 extern decltype(&MoveFileExW) __imp_MoveFileExW;
+extern decltype(&CreateMutexW) __imp_CreateMutexW;
 extern decltype(&_beginthreadex) __imp__beginthreadex;
 }
 
@@ -165,6 +166,24 @@ TEST(RealPortCalls, FolderIsMadeOnceItsNameIsReleased) {
     const ImportSwap swap(&__imp_CreateDirectoryW, &RefuseTwoFolders);
     EXPECT_EQ(NumberThrownBy([] { WindowsFiles().CreateFolder(L"C:\\zip"); }), 0);
     EXPECT_EQ(foldersRefused, 3);
+}
+
+DWORD mutexError = 0;
+std::wstring mutexName;
+
+HANDLE WINAPI RefuseMutex(LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR name) {
+    mutexName = name;
+    SetLastError(mutexError);
+    return nullptr;
+}
+
+TEST(RealPortCalls, DriveIsClaimedForAllSessionsAndAClaimThatCannotBeMadeIsNoOtherCopys) {
+    const ImportSwap swap(&__imp_CreateMutexW, &RefuseMutex);
+    mutexError = ERROR_ACCESS_DENIED;
+    EXPECT_EQ(WindowsDrives().Claim(L"e:\\"), nullptr) << "another account's";
+    EXPECT_EQ(mutexName, L"Global\\Backup.Medium.E");
+    mutexError = ERROR_NOT_ENOUGH_MEMORY;
+    EXPECT_EQ(NumberThrownBy([] { WindowsDrives().Claim(L"E:"); }), 7);
 }
 
 BOOL WINAPI SayClusters(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector, LPDWORD freeClusters,

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/windows/LastError.h"
 #include "platform/windows/QuietErrors.h"
 #include "win32/UniqueHandle.h"
 
@@ -115,6 +116,7 @@ std::unique_ptr<Hold> WindowsDrives::Claim(const std::wstring& root) {
     UniqueObject mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
     const DWORD error = GetLastError();
     // Another user's mutex exists but cannot be opened.
-    if (!mutex || error == ERROR_ALREADY_EXISTS) return nullptr;
+    if (error == ERROR_ALREADY_EXISTS || (!mutex && error == ERROR_ACCESS_DENIED)) return nullptr;
+    if (!mutex) ThrowSystemError(error);
     return std::make_unique<VolumeClaim>(std::move(mutex));
 }
